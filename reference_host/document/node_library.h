@@ -1,0 +1,47 @@
+// What every category of node is: its inputs with their types and defaults, and its outputs.
+//
+// The reader checks documents against it, and the generator takes the defaults of inputs that a
+// document leaves out from it. A category has one definition per signature ("image" of a color3 and
+// of a float are two).
+#ifndef REFERENCE_HOST_DOCUMENT_NODE_LIBRARY_H
+#define REFERENCE_HOST_DOCUMENT_NODE_LIBRARY_H
+
+#include "reference_host/document/shader_graph.h"
+
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+struct Input_definition {
+    std::string name;
+    Type type = Type::none;
+    Value value;                // the default
+    std::string default_source; // "texcoord", "position", "normal", ...: what an unconnected input
+                                // reads instead of a value; empty: the value
+};
+
+struct Output_definition {
+    std::string name; // "out" when there is only one
+    Type type = Type::none;
+};
+
+struct Node_definition {
+    std::string category;
+    std::vector<Input_definition> inputs;
+    std::vector<Output_definition> outputs; // at least one
+
+    const Input_definition* find_input(const std::string& name) const;
+};
+
+// Whether the library has any signature of that category.
+bool is_known_category(const std::string& category);
+
+// The definition that fits a node: its category, the type of its output and the types of the inputs
+// that it gives. Null when none fits. The result lives as long as the program.
+const Node_definition* find_definition(const Node& node);
+
+} // namespace reference_host
+
+#endif

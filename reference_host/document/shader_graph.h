@@ -1,0 +1,128 @@
+// The shader graph of one opened document, flat and checked.
+//
+// The reader (document/materialx_reader.h) resolves everything that is only notation in a document:
+// included files, file prefixes, node graphs, interface names, custom node definitions. What is
+// left is a set of nodes of the node library's categories (document/node_library.h), whose inputs
+// hold a value, a parameter that the artist exposed, or a connection to another node. The graph is
+// acyclic, and every connection ends at a node of this graph.
+//
+// A graph owns its nodes and parameters; pointers to them stay valid as long as the graph.
+#ifndef REFERENCE_HOST_DOCUMENT_SHADER_GRAPH_H
+#define REFERENCE_HOST_DOCUMENT_SHADER_GRAPH_H
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+// The types of values in a document. Colours and vectors of one size are different types to the
+// reader and the same to a shading language.
+enum class Type {
+    none,
+    boolean,
+    integer,
+    float1,
+    vector2,
+    vector3,
+    vector4,
+    color3,
+    color4,
+    matrix33,
+    matrix44,
+    string,
+    filename,
+    surfaceshader,
+    displacementshader,
+    volumeshader,
+    lightshader,
+    material,
+    multioutput
+};
+
+// The document's word for a type ("color3", "float", ...), and back; an unknown word is none.
+const char* type_name(Type type);
+Type type_from_name(const std::string& name);
+
+// The number of numbers in a value: 1 for float, integer and boolean, 9 for matrix33, 0 for texts.
+int component_count(Type type);
+
+struct Value {
+    Type type = Type::none;
+    std::array<double, 16> numbers{}; // the first component_count(type) are used; row by row
+    std::string text;                 // of string and filename
+};
+
+// Where something stands in the documents, for messages.
+struct Place {
+    std::string file;
+    int line = 0;
+};
+
+// What the document says about showing an input to the artist. Empty texts and missing numbers were
+// not given.
+struct Ui_hints {
+    std::string name;        // uiname
+    std::string folder;      // uifolder, levels separated by "/"
+    std::string description; // doc
+    std::optional<Value> min, max, soft_min, soft_max, step;
+    std::vector<std::string> enum_names;
+};
+
+// An input of a node graph or of a custom node that the artist exposed. Several inputs of nodes may
+// share one.
+struct Parameter {
+    std::string name;  // the interface name
+    std::string owner; // the node graph that exposes it
+    Value value;
+    Ui_hints ui;
+    std::string color_space; // of a colour or a file name; empty: none given
+    bool literal = false;    // steers the shape of the code (a loop count); see ignore_literal
+};
+
+struct Node;
+
+struct Input {
+    std::string name;
+    Type type = Type::none;
+
+    // Exactly one of these three is set.
+    std::optional<Value> value;
+    const Parameter* parameter = nullptr;
+    const Node* source = nullptr;
+
+    std::string source_output; // which output of the source; empty: its only one
+    std::string channels;      // the swizzle that older documents put on a connection
+    std::string color_space;   // of a colour or a file name; empty: none given
+    Ui_hints ui;
+};
+
+struct Node {
+    std::string name;         // as the artist wrote it; unique within its scope only
+    std::string scope;        // the node graphs it stands in, "/"-separated; empty: top level
+    std::string category;     // of the node library: "image", "standard_surface", ...
+    Type type = Type::none;   // of the output
+    std::vector<Input> inputs; // those that the document gives, in its order
+    Place place;
+
+    // The input of that name, or null when the document does not give it.
+    const Input* find_input(const std::string& input_name) const;
+};
+
+struct Shader_graph {
+    std::string document; // the file name that was opened, without its folder
+    std::string folder;   // the folder of that file; image files may be relative to it
+    std::string color_space; // the working colour space ("lin_rec709" when none is given)
+    std::vector<std::unique_ptr<Node>> nodes; // in the document's order
+    std::vector<std::unique_ptr<Parameter>> parameters;
+
+    // The top-level node of that name, or the one whose "scope/name" it is; null when missing.
+    const Node* find_node(const std::string& node_name) const;
+};
+
+} // namespace reference_host
+
+#endif

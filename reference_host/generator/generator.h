@@ -1,0 +1,89 @@
+// The code generator of the reference host: shader graph in, source texts out.
+//
+// Life of one generation:
+//   1. compile_group or compile_node checks the graph below the shader and keeps what the first set
+//      of options says (lights, environment, volume, internal space, ...). The result refers to the
+//      graph, which must outlive it.
+//   2. Compiled_shader::generate makes the texts for a target, steered by the second set of options.
+//      It may be called any number of times; equal options give equal bytes.
+// Everything that goes wrong becomes a diagnostic; nothing throws.
+#ifndef REFERENCE_HOST_GENERATOR_GENERATOR_H
+#define REFERENCE_HOST_GENERATOR_GENERATOR_H
+
+#include "reference_host/document/shader_graph.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+// Options by name. Texts are bytes.
+using Option_set = std::map<std::string, std::string>;
+
+enum class Severity { warning, error };
+
+struct Diagnostic {
+    Severity severity;
+    std::string text; // one line without its end; names the node, its category and the reason
+    Place place;      // empty file: not about a place in a document
+};
+
+using Diagnostics = std::vector<Diagnostic>;
+
+struct Generator_settings {
+    // How the file name of an image stands in the text. Receives the name as the reader resolved it
+    // (prefix applied). Empty: the name as it is.
+    std::function<std::string(const std::string&)> texture_path;
+};
+
+// What the shader of a node asks of its scene. The declaration of the node answers has_parameter and
+// uses_function from this; it is true exactly when the generated text needs it.
+struct Shader_usage {
+    bool lights_parameter = false;    // has_parameter("lights")
+    bool direct_light = false;        // uses_function("direct_light")
+    bool reflect_environment = false; // metal, coat: the text looks the environment up
+    bool refract_environment = false; // transmission
+    bool trace_environment = false;
+};
+
+// About the node itself, not about what is connected to it.
+Shader_usage shader_usage(const Node& node);
+
+// The kind of a node as the plug-in asks for it: "surface", "environment", "lens", "light",
+// "volume". Pattern nodes count as "surface".
+const char* shader_kind(const Node& node);
+
+class Compiled_shader
+{
+public:
+    virtual ~Compiled_shader() = default;
+
+    // Makes the source texts for a target: "FX" one effect; "GL" vertex and fragment shader; "Swrc"
+    // C++ source and qz scene text. Returns no text when it fails; `diagnostics` then says why. An
+    // unknown option or an impossible value is a warning or an error there, never silence.
+    virtual std::vector<std::string> generate(const std::string& target, const Option_set& options,
+                                              Diagnostics& diagnostics) const = 0;
+
+    // Whether the shader reads the named field of the shading state: "texture_tangent",
+    // "texture_binormal", "tangent_space", "position", "normal", "texture_coordinate", ...
+    virtual bool uses_state(const std::string& name) const = 0;
+};
+
+// Compiles the node that the option "shader_name" names, together with the lights, environment and
+// volume that `options` names. Null on failure, with the reasons in `diagnostics`.
+std::unique_ptr<Compiled_shader> compile_group(const Shader_graph& graph, const Option_set& options,
+                                               const Generator_settings& settings,
+                                               Diagnostics& diagnostics);
+
+// Compiles one node by itself, without lights, environment or volume.
+std::unique_ptr<Compiled_shader> compile_node(const Shader_graph& graph, const Node& node,
+                                              const Generator_settings& settings,
+                                              Diagnostics& diagnostics);
+
+} // namespace reference_host
+
+#endif
