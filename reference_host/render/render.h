@@ -1,0 +1,55 @@
+// Draws exported shaders on a sphere, without display or GPU.
+//
+// The scene is the same for every kind of file, so that the pictures of one material exported as
+// CgFX, HLSL effect and GLSL can be compared: a sphere of radius 1 at the origin, its v running
+// from the south pole to the north pole, seen from (0, 0, 3) at 40 degrees; lights stand in the
+// file as parameters with defaults. A shader that covers the screen (environment, lens) gets a
+// square instead of the sphere.
+//
+// A GLSL pair is drawn as it is. The programs of a CgFX or HLSL effect go through the Cg compiler,
+// which the project does not bring along (scripts/fetch-validators.sh fetches it).
+//
+// Textures: the file that stands beside the name of the texture (the annotation ResourceName of an
+// effect, a comment "// texture NAME: FILE" in a GLSL fragment shader), PNG or JPEG; a checker that
+// carries the texture's name where that file is not found. Cube maps are always a simple sky.
+#ifndef REFERENCE_HOST_RENDER_RENDER_H
+#define REFERENCE_HOST_RENDER_RENDER_H
+
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+// What an image file's first row is. Shaders exported with flipped texture coordinates expect the
+// images of Direct3D, whose first row is at v = 0.
+enum class Texture_origin { bottom, top };
+
+struct Render_request {
+    // Two files: vertex and fragment shader in GLSL. One file: an effect (.cgfx, .fx).
+    std::vector<std::string> shader_files;
+    std::string picture_file;              // PNG to write; empty: draw, but write nothing
+    std::vector<std::string> search_paths; // for textures, after the folder of the shader itself
+    std::string cg_compiler;               // program cgc; empty: see find_cg_compiler
+    Texture_origin texture_origin = Texture_origin::bottom;
+    int size = 512; // width and height of the picture in pixels, 1 to 4096
+};
+
+struct Render_result {
+    bool drawn = false;
+    std::string error;              // why nothing was drawn, in whole lines; empty when drawn
+    std::vector<std::string> notes; // what a user may want to know: missing textures, odd uniforms
+};
+
+// Draws the shader. Fails when a file cannot be read or written, a stage does not compile, the
+// program does not link, or the fragment shader reads what the vertex shader does not write.
+// Not for use by several threads at once.
+Render_result render(const Render_request& request);
+
+// The Cg compiler: bin/cgc in the folder that the environment variable TOVIRAEXPORT_VALIDATORS
+// names, else in the folder "validators" of the build tree, else on the PATH. Empty when absent.
+std::string find_cg_compiler();
+
+} // namespace reference_host
+
+#endif

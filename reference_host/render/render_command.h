@@ -1,0 +1,24 @@
+// The picture commands of shader-export:
+//
+//     render V_FILE F_FILE -o PNG      draws a GLSL pair
+//     render EFFECT -o PNG             draws a CgFX or HLSL effect
+//     compare PNG PNG [--limit N]      tells the mean difference of two pictures per channel
+#ifndef REFERENCE_HOST_RENDER_RENDER_COMMAND_H
+#define REFERENCE_HOST_RENDER_RENDER_COMMAND_H
+
+namespace CLI
+{
+class App;
+}
+
+namespace reference_host
+{
+
+// Adds both commands to the program. A command runs while `app` parses its command line and leaves
+// the program's exit status in `exit_status`: 0 done, 1 failed or too different, with the reason on
+// standard error. `exit_status` must outlive the parsing and is untouched when neither runs.
+void add_render_commands(CLI::App& app, int& exit_status);
+
+} // namespace reference_host
+
+#endif
