@@ -1,0 +1,106 @@
+#include "reference_host/document/element_values.h"
+
+#include "reference_host/document/document_error.h"
+#include "reference_host/document/value_parser.h"
+
+#include <algorithm>
+
+namespace reference_host
+{
+namespace
+{
+
+bool is_text(Type type)
+{
+    return type == Type::string || type == Type::filename;
+}
+
+std::string file_name_of(const Element& element, const std::string& text)
+{
+    if (text.empty())
+        return text;
+    const std::string name = element.file_prefix() + text;
+    const std::string& folder = element.file().folder;
+    return folder.empty() || name.front() == '/' ? name : folder + "/" + name;
+}
+
+std::optional<Value> hint(const Element& element, const char* key, Type type)
+{
+    if (!element.has(key) || component_count(type) == 0)
+        return std::nullopt;
+    const std::string text = element.attribute(key);
+    if (std::optional<Value> value = parse_value(type, text))
+        return value;
+    std::optional<Value> value = parse_value(Type::float1, text);
+    if (value) {
+        value->type = type;
+        std::fill_n(value->numbers.begin(), component_count(type), value->numbers[0]);
+    }
+    return value;
+}
+
+std::vector<std::string> split_at_commas(const std::string& text)
+{
+    std::vector<std::string> words;
+    for (size_t start = 0; start < text.size();) {
+        const size_t end = std::min(text.find(',', start), text.size());
+        const size_t first = text.find_first_not_of(" \t\r\n", start);
+        if (first < end) {
+            const size_t last = text.find_last_not_of(" \t\r\n", end - 1);
+            words.push_back(text.substr(first, last - first + 1));
+        }
+        start = end + 1;
+    }
+    return words;
+}
+
+} // namespace
+
+std::string describe(const Element& element)
+{
+    const std::string own = element.tag() + " '" + element.name() + "'";
+    const Element parent = element.parent();
+    if (parent.tag() == "materialx")
+        return own;
+    const std::string kind = parent.tag() == "nodegraph" ? "node graph" : "node";
+    return kind + " '" + parent.name() + "', " + own;
+}
+
+std::optional<Value> value_of(const Element& element, Type type)
+{
+    if (!element.has("value"))
+        return std::nullopt;
+    const std::string text = element.attribute("value");
+    if (text.empty() && component_count(type) == 0 && !is_text(type))
+        return std::nullopt; // a shader input that is left open
+    std::optional<Value> value = parse_value(type, text);
+    if (!value)
+        throw Document_error(element.place(), describe(element) + ": '" + text.substr(0, 60) +
+                                                  "' is no value of type " + type_name(type));
+    if (type == Type::filename)
+        value->text = file_name_of(element, value->text);
+    return value;
+}
+
+std::string color_space_of(const Element& element, Type type)
+{
+    const bool has_color = type == Type::color3 || type == Type::color4 || type == Type::filename;
+    return has_color ? element.color_space() : std::string();
+}
+
+Ui_hints ui_hints_of(const Element& element, Type type)
+{
+    Ui_hints hints;
+    hints.name = element.attribute("uiname");
+    hints.folder = element.attribute("uifolder");
+    hints.description = element.attribute("doc");
+    hints.min = hint(element, "uimin", type);
+    hints.max = hint(element, "uimax", type);
+    hints.soft_min = hint(element, "uisoftmin", type);
+    hints.soft_max = hint(element, "uisoftmax", type);
+    hints.step = hint(element, "uistep", type);
+    hints.enum_names = split_at_commas(element.attribute("enum"));
+    return hints;
+}
+
+} // namespace reference_host

@@ -1,0 +1,183 @@
+#include "reference_host/document/graph_scopes.h"
+
+#include "reference_host/document/document_error.h"
+#include "reference_host/document/node_library.h"
+
+#include <algorithm>
+#include <array>
+
+namespace reference_host
+{
+namespace
+{
+
+// Custom nodes of custom nodes multiply; these limits end what no document of an artist reaches.
+constexpr size_t max_nodes = 500'000;
+constexpr int max_custom_depth = 64;
+
+constexpr const char* non_node_tags[] = {
+    // the interface of a scope
+    "input", "output", "parameter", "token",
+    // declarations
+    "attributedef", "geompropdef", "implementation", "nodedef", "targetdef", "typedef", "unitdef",
+    "unittypedef",
+    // geometry, looks and what they assign
+    "collection", "geomattr", "geominfo", "geomprop", "look", "lookgroup", "lookinherit",
+    "material", "materialassign", "materialinherit", "materialvar", "property", "propertyassign",
+    "propertyset", "propertysetassign", "variant", "variantassign", "variantset", "visibility",
+    // for the eye of the author
+    "backdrop", "comment"};
+
+bool is_node(const Element& element)
+{
+    const std::string tag = element.tag();
+    return tag.find(':') == std::string::npos && // of another name space
+           std::find(std::begin(non_node_tags), std::end(non_node_tags), tag) ==
+               std::end(non_node_tags);
+}
+
+class Scope_maker
+{
+public:
+    Scope_maker(Scopes& scopes, Shader_graph& graph) : m_scopes(scopes), m_graph(graph) {}
+
+    void add_document(const std::vector<Element>& elements)
+    {
+        add_members(open_scope(nullptr, {}), elements, 0);
+    }
+
+private:
+    Scope& open_scope(Scope* parent, const std::string& name)
+    {
+        Scope& scope = *m_scopes.all.emplace_back(std::make_unique<Scope>());
+        scope.parent = parent;
+        if (parent)
+            scope.path = parent->path.empty() ? name : parent->path + "/" + name;
+        return scope;
+    }
+
+    void add_members(Scope& scope, const std::vector<Element>& elements, int depth)
+    {
+        for (const Element& element : elements) {
+            if (element.tag() == "output")
+                add_output(scope, element);
+            else if (element.tag() == "nodegraph")
+                add_node_graph(scope, element, depth);
+            else if (is_node(element))
+                add_node(scope, element, depth);
+        }
+    }
+
+    static void add_output(Scope& scope, const Element& element)
+    {
+        if (!scope.outputs.emplace(element.name(), element).second)
+            throw Document_error(element.place(),
+                                 "the output '" + element.name() + "' exists twice");
+    }
+
+    Member& add_name(Scope& scope, const Element& element)
+    {
+        const std::string name = element.name();
+        if (name.empty())
+            throw Document_error(element.place(), "a node '" + element.tag() + "' has no name");
+        const auto [member, is_new] = scope.members.try_emplace(name);
+        if (!is_new)
+            throw Document_error(
+                element.place(),
+                "the name '" + name + "' exists twice" +
+                    (scope.path.empty() ? std::string() : " in '" + scope.path + "'"));
+        return member->second;
+    }
+
+    void add_node_graph(Scope& scope, const Element& element, int depth)
+    {
+        if (scope.parent)
+            throw Document_error(element.place(), "the node graph '" + element.name() +
+                                                      "' stands inside another one");
+        if (Node_definitions::is_implementation(element))
+            return;
+        Member& member = add_name(scope, element);
+        Scope& inner = open_scope(&scope, element.name());
+        inner.graph = element;
+        member.scope = &inner;
+        add_members(inner, element.children(), depth);
+    }
+
+    void add_node(Scope& scope, const Element& element, int depth)
+    {
+        if (const Custom_definition* definition = m_scopes.definitions.find(element)) {
+            add_custom_node(scope, element, *definition, depth + 1);
+            return;
+        }
+        if (!is_known_category(element.tag()))
+            throw Document_error(element.place(), "node '" + element.name() +
+                                                      "': unknown node category '" + element.tag() +
+                                                      "'");
+        count_node(element);
+        Node& node = *m_graph.nodes.emplace_back(std::make_unique<Node>());
+        node.name = element.name();
+        node.scope = scope.path;
+        node.category = element.tag();
+        node.type = element.has("type") ? declared_type(element) : Type::multioutput;
+        node.place = element.place();
+        add_name(scope, element).node = &node;
+        scope.nodes.emplace_back(&node, element);
+    }
+
+    void add_custom_node(Scope& scope, const Element& element, const Custom_definition& definition,
+                         int depth)
+    {
+        if (depth > max_custom_depth)
+            throw Document_error(element.place(), "node '" + element.name() +
+                                                      "': the custom node '" + element.tag() +
+                                                      "' contains itself or nests too deeply");
+        count_node(element);
+        Member& member = add_name(scope, element);
+        Scope& inner = open_scope(&scope, element.name());
+        inner.graph = definition.graph;
+        inner.use = element;
+        inner.definition = &definition;
+        member.scope = &inner;
+        add_members(inner, definition.graph.children(), depth);
+    }
+
+    void count_node(const Element& element)
+    {
+        if (++m_count > max_nodes)
+            throw Document_error(element.place(), "the document has more than " +
+                                                      std::to_string(max_nodes) + " nodes");
+    }
+
+    Scopes& m_scopes;
+    Shader_graph& m_graph;
+    size_t m_count = 0;
+};
+
+} // namespace
+
+Scopes make_scopes(const Document_files& files, Shader_graph& graph)
+{
+    Scopes scopes{Node_definitions(files.elements), {}};
+    Scope_maker(scopes, graph).add_document(files.elements);
+    return scopes;
+}
+
+Type declared_type(const Element& element)
+{
+    const std::string name = element.attribute("type");
+    const Type type = type_from_name(name);
+    if (type == Type::none) {
+        const std::string who = element.tag() + " '" + element.name() + "'";
+        throw Document_error(element.place(), name.empty() ? who + " has no type"
+                                                           : who + ": unknown type '" + name + "'");
+    }
+    return type;
+}
+
+std::string describe(const Node& node)
+{
+    const std::string name = node.scope.empty() ? node.name : node.scope + "/" + node.name;
+    return "node '" + name + "' (" + node.category + ")";
+}
+
+} // namespace reference_host

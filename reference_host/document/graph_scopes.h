@@ -1,0 +1,62 @@
+// The nodes of a shader graph, scope by scope.
+//
+// A scope is the document itself, a node graph, or one use of a custom node (which is a node graph
+// of its own each time). Names are unique within a scope.
+#ifndef REFERENCE_HOST_DOCUMENT_GRAPH_SCOPES_H
+#define REFERENCE_HOST_DOCUMENT_GRAPH_SCOPES_H
+
+#include "reference_host/document/node_definitions.h"
+#include "reference_host/document/shader_graph.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace reference_host
+{
+
+struct Scope;
+
+// What a name in a scope stands for: a node, or the scope that a node graph or custom node opens.
+struct Member {
+    Node* node = nullptr;
+    Scope* scope = nullptr;
+};
+
+struct Scope {
+    std::string path;        // the names from the document down, "/"-separated; empty: document
+    Scope* parent = nullptr; // null: the document
+    Element graph;           // the node graph; false: the document
+    Element use;             // the custom node that is used here; false: a plain node graph
+    const Custom_definition* definition = nullptr; // of `use`
+    std::unordered_map<std::string, Member> members;
+    std::unordered_map<std::string, Element> outputs;
+    std::vector<std::pair<Node*, Element>> nodes; // each node and the element that it comes from
+
+    // The declaration of an interface input: of the node graph or of the custom node's definition.
+    Element find_interface(const std::string& name) const
+    {
+        return definition ? definition->find_input(name) : graph.find_input(name);
+    }
+};
+
+struct Scopes {
+    Node_definitions definitions;
+    std::vector<std::unique_ptr<Scope>> all; // the document first
+};
+
+// Makes all nodes, without their inputs, in the document's order. Throws Document_error for names
+// that are missing or exist twice, unknown node categories and types, and custom nodes that contain
+// themselves.
+Scopes make_scopes(const Document_files& files, Shader_graph& graph);
+
+// The type that an element declares. Throws Document_error when it is missing or unknown.
+Type declared_type(const Element& element);
+
+// "node 'name' (category)", for messages.
+std::string describe(const Node& node);
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,54 @@
+#include "reference_host/document/materialx_reader.h"
+
+#include "reference_host/document/connection_resolver.h"
+#include "reference_host/document/document_error.h"
+#include "reference_host/document/document_files.h"
+#include "reference_host/document/graph_checks.h"
+#include "reference_host/document/graph_scopes.h"
+
+#include <filesystem>
+#include <new>
+
+namespace reference_host
+{
+namespace
+{
+
+constexpr const char* default_color_space = "lin_rec709";
+
+std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Document_files& files)
+{
+    const std::filesystem::path path(file);
+    auto graph = std::make_unique<Shader_graph>();
+    graph->document = path.filename().string();
+    graph->folder = path.parent_path().string();
+    graph->color_space = files.root().color_space();
+    if (graph->color_space.empty())
+        graph->color_space = default_color_space;
+    const Scopes scopes = make_scopes(files, *graph);
+    Connection_resolver(scopes, *graph).connect();
+    check_graph(*graph);
+    return graph;
+}
+
+} // namespace
+
+Read_result read_materialx(const std::string& file, const std::vector<std::string>& search_path)
+{
+    Read_result result;
+    try {
+        result.graph = build_graph(file, load_document(file, search_path));
+    } catch (const Document_error& error) {
+        result.error = error.what();
+        result.place = error.place();
+    } catch (const std::filesystem::filesystem_error& error) {
+        result.error = error.code().message();
+        result.place.file = file;
+    } catch (const std::bad_alloc&) {
+        result.error = "the document is too large for the memory";
+        result.place.file = file;
+    }
+    return result;
+}
+
+} // namespace reference_host

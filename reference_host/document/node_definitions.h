@@ -1,0 +1,49 @@
+// The custom nodes of a document: definitions that a node graph of the document implements.
+//
+// A definition is a <nodedef>; its node graph names it (nodedef="ND_x"), or an <implementation>
+// names both. Definitions without a node graph describe nodes of the node library and are not kept.
+#ifndef REFERENCE_HOST_DOCUMENT_NODE_DEFINITIONS_H
+#define REFERENCE_HOST_DOCUMENT_NODE_DEFINITIONS_H
+
+#include "reference_host/document/document_files.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace reference_host
+{
+
+struct Custom_definition {
+    std::vector<Element> nodedefs; // the definition, then those that it inherits from
+    Element graph;                 // what implements it
+
+    // The input that the definition declares; a false element when there is none.
+    Element find_input(const std::string& name) const;
+};
+
+class Node_definitions
+{
+public:
+    // Throws Document_error when an implementation names a missing definition or node graph, or a
+    // definition inherits from a missing one or from itself.
+    explicit Node_definitions(const std::vector<Element>& document);
+
+    // What a node is a use of: the definition that it names, or the first of its category and
+    // output type that declares all of its inputs. Null: a node of the node library.
+    const Custom_definition* find(const Element& node) const;
+
+    // Whether the node graph only implements a definition and is no part of the shader graph.
+    static bool is_implementation(const Element& nodegraph) { return nodegraph.has("nodedef"); }
+
+private:
+    void add(const std::string& nodedef, const Element& graph, const Element& user);
+    bool fits(const Custom_definition& definition, const Element& node) const;
+
+    std::unordered_map<std::string, Element> m_nodedefs;
+    std::unordered_map<std::string, std::vector<Custom_definition>> m_by_category;
+};
+
+} // namespace reference_host
+
+#endif
