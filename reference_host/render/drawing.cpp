@@ -1,0 +1,362 @@
+#include "reference_host/render/drawing.h"
+
+#include "reference_host/render/placeholder_texture.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <type_traits>
+
+#define GL_GLEXT_PROTOTYPES
+#include <GL/osmesa.h>
+// After osmesa.h, which brings the basic declarations.
+#include <GL/glext.h>
+
+namespace reference_host
+{
+
+namespace
+{
+
+constexpr Pixel background = {51, 51, 56, 255};
+
+// Mesa's software OpenGL, drawing into `pixels`. Deprecated features are in, so that shaders of all
+// GLSL versions from 1.10 on compile.
+class Offscreen_context
+{
+public:
+    explicit Offscreen_context(Image& target)
+    {
+        // A program from the cache comes without the linker's warnings.
+        setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
+        constexpr int attributes[] = {OSMESA_FORMAT,
+                                      OSMESA_RGBA,
+                                      OSMESA_DEPTH_BITS,
+                                      24,
+                                      OSMESA_PROFILE,
+                                      OSMESA_COMPAT_PROFILE,
+                                      OSMESA_CONTEXT_MAJOR_VERSION,
+                                      3,
+                                      OSMESA_CONTEXT_MINOR_VERSION,
+                                      0,
+                                      0};
+        m_context.reset(OSMesaCreateContextAttribs(attributes, nullptr));
+        m_current = m_context && OSMesaMakeCurrent(m_context.get(), target.pixels.data(),
+                                                   GL_UNSIGNED_BYTE, target.width, target.height);
+    }
+
+    bool is_current() const { return m_current; }
+
+private:
+    struct Destroy {
+        void operator()(OSMesaContext context) const { OSMesaDestroyContext(context); }
+    };
+    std::unique_ptr<std::remove_pointer_t<OSMesaContext>, Destroy> m_context;
+    bool m_current = false;
+};
+
+// The log of a shader or program, each line behind `name`.
+template<typename Get_length, typename Get_log>
+std::string log_of(GLuint object, Get_length get_length, Get_log get_log, const std::string& name)
+{
+    GLint length = 0;
+    get_length(object, GL_INFO_LOG_LENGTH, &length);
+    std::string log(static_cast<std::size_t>(std::max(length, 1)), '\0');
+    get_log(object, length, nullptr, log.data());
+    std::string lines;
+    for (std::size_t begin = 0; begin < log.size() && log[begin] != '\0';) {
+        const std::size_t end =
+            std::min(log.find_first_of(std::string("\n\0", 2), begin), log.size());
+        lines += name + ": " + log.substr(begin, end - begin) + "\n";
+        begin = end + 1;
+    }
+    return lines;
+}
+
+GLuint compile(GLenum kind, const Shader_source& source, std::string& error)
+{
+    const GLuint shader = glCreateShader(kind);
+    const GLchar* text = source.text.c_str();
+    glShaderSource(shader, 1, &text, nullptr);
+    glCompileShader(shader);
+    GLint compiled = GL_FALSE;
+    glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
+    if (compiled == GL_TRUE)
+        return shader;
+    error += log_of(shader, glGetShaderiv, glGetShaderInfoLog, source.name);
+    return 0;
+}
+
+// The context owns the program and the stages, which go with it.
+GLuint link(const Drawing& drawing, std::string& error)
+{
+    const GLuint vertex = compile(GL_VERTEX_SHADER, drawing.vertex, error);
+    const GLuint fragment = compile(GL_FRAGMENT_SHADER, drawing.fragment, error);
+    if (vertex == 0 || fragment == 0)
+        return 0;
+    const GLuint program = glCreateProgram();
+    glAttachShader(program, vertex);
+    glAttachShader(program, fragment);
+    glLinkProgram(program);
+    GLint linked = GL_FALSE;
+    glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    const std::string log =
+        log_of(program, glGetProgramiv, glGetProgramInfoLog, drawing.fragment.name);
+    // Mesa only warns of a varying that is read but never written; the value is undefined.
+    if (linked == GL_TRUE && log.find("not written") == std::string::npos)
+        return program;
+    error += log;
+    return 0;
+}
+
+// ---- uniforms
+// -------------------------------------------------------------------------------------
+
+enum class Number { real, integer };
+
+struct Uniform_shape {
+    GLenum type;
+    Number number;
+    int rows; // 1 for scalars and vectors
+    int columns;
+};
+
+constexpr Uniform_shape uniform_shapes[] = {
+    {GL_FLOAT, Number::real, 1, 1},        {GL_FLOAT_VEC2, Number::real, 1, 2},
+    {GL_FLOAT_VEC3, Number::real, 1, 3},   {GL_FLOAT_VEC4, Number::real, 1, 4},
+    {GL_FLOAT_MAT2, Number::real, 2, 2},   {GL_FLOAT_MAT3, Number::real, 3, 3},
+    {GL_FLOAT_MAT4, Number::real, 4, 4},   {GL_INT, Number::integer, 1, 1},
+    {GL_INT_VEC2, Number::integer, 1, 2},  {GL_INT_VEC3, Number::integer, 1, 3},
+    {GL_INT_VEC4, Number::integer, 1, 4},  {GL_BOOL, Number::integer, 1, 1},
+    {GL_BOOL_VEC2, Number::integer, 1, 2}, {GL_BOOL_VEC3, Number::integer, 1, 3},
+    {GL_BOOL_VEC4, Number::integer, 1, 4},
+};
+
+struct Uniform {
+    std::string name; // of an array: without "[0]"
+    GLint location;
+    GLint count; // elements of an array, otherwise 1
+    GLenum type;
+};
+
+// OpenGL names an array by its first element.
+std::string without_index(std::string name)
+{
+    constexpr std::string_view first_element = "[0]";
+    if (name.size() > first_element.size() &&
+        name.compare(name.size() - first_element.size(), first_element.size(), first_element) == 0)
+        name.resize(name.size() - first_element.size());
+    return name;
+}
+
+std::vector<Uniform> active_uniforms(GLuint program)
+{
+    GLint count = 0;
+    GLint longest = 0;
+    glGetProgramiv(program, GL_ACTIVE_UNIFORMS, &count);
+    glGetProgramiv(program, GL_ACTIVE_UNIFORM_MAX_LENGTH, &longest);
+    std::vector<Uniform> uniforms;
+    for (GLint i = 0; i < count; ++i) {
+        std::string name(static_cast<std::size_t>(longest) + 1, '\0');
+        GLsizei length = 0;
+        Uniform uniform = {};
+        glGetActiveUniform(program, static_cast<GLuint>(i), longest + 1, &length, &uniform.count,
+                           &uniform.type, name.data());
+        name.resize(static_cast<std::size_t>(length));
+        uniform.location = glGetUniformLocation(program, name.c_str());
+        uniform.name = without_index(std::move(name));
+        uniforms.push_back(std::move(uniform));
+    }
+    return uniforms;
+}
+
+void set_reals(const Uniform_shape& shape, GLint at, GLsizei count, const float* values)
+{
+    if (shape.rows == 2)
+        glUniformMatrix2fv(at, count, GL_TRUE, values);
+    else if (shape.rows == 3)
+        glUniformMatrix3fv(at, count, GL_TRUE, values);
+    else if (shape.rows == 4)
+        glUniformMatrix4fv(at, count, GL_TRUE, values);
+    else if (shape.columns == 1)
+        glUniform1fv(at, count, values);
+    else if (shape.columns == 2)
+        glUniform2fv(at, count, values);
+    else if (shape.columns == 3)
+        glUniform3fv(at, count, values);
+    else
+        glUniform4fv(at, count, values);
+}
+
+void set_integers(const Uniform_shape& shape, GLint at, GLsizei count, const GLint* values)
+{
+    if (shape.columns == 1)
+        glUniform1iv(at, count, values);
+    else if (shape.columns == 2)
+        glUniform2iv(at, count, values);
+    else if (shape.columns == 3)
+        glUniform3iv(at, count, values);
+    else
+        glUniform4iv(at, count, values);
+}
+
+void set_uniform(const Uniform& uniform, const std::vector<float>& values)
+{
+    for (const Uniform_shape& shape : uniform_shapes) {
+        if (shape.type != uniform.type)
+            continue;
+        const auto given = static_cast<GLsizei>(values.size()) / (shape.rows * shape.columns);
+        const GLsizei count = std::min<GLsizei>(given, uniform.count);
+        if (shape.number == Number::real)
+            set_reals(shape, uniform.location, count, values.data());
+        else
+            set_integers(shape, uniform.location, count,
+                         std::vector<GLint>(values.begin(), values.end()).data());
+    }
+}
+
+// The values of a scene matrix for a uniform of 4 x 4 or, its upper left part, 3 x 3.
+std::vector<float> matrix_values(const Matrix& matrix, GLenum type)
+{
+    if (type == GL_FLOAT_MAT4)
+        return {matrix.begin(), matrix.end()};
+    return {matrix[0], matrix[1], matrix[2], matrix[4], matrix[5],
+            matrix[6], matrix[8], matrix[9], matrix[10]};
+}
+
+// ---- textures
+// -------------------------------------------------------------------------------------
+
+void load_image(GLenum target, Image image)
+{
+    // OpenGL's first row is the lowest one, but that of a cube face is its top.
+    if (target == GL_TEXTURE_2D)
+        flip_rows(image);
+    glTexImage2D(target, 0, GL_RGBA8, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 image.pixels.data());
+}
+
+void set_filters(GLenum target, GLint wrapping)
+{
+    glGenerateMipmap(target);
+    glTexParameteri(target, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+    glTexParameteri(target, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(target, GL_TEXTURE_WRAP_S, wrapping);
+    glTexParameteri(target, GL_TEXTURE_WRAP_T, wrapping);
+}
+
+// The depth that order-independent transparency peels from: nothing is nearer than the first layer.
+constexpr char peeled_depth[] = "oit_depth_map";
+
+Image image_for(const Drawing& drawing, const std::string& sampler)
+{
+    if (const auto image = drawing.textures.find(sampler); image != drawing.textures.end())
+        return image->second;
+    if (sampler.find(peeled_depth) != std::string::npos)
+        return Image(1, 1);
+    const auto label = drawing.texture_labels.find(sampler);
+    return labelled_checker(label == drawing.texture_labels.end() ? sampler : label->second);
+}
+
+void load_texture(const Drawing& drawing, const Uniform& uniform)
+{
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    if (uniform.type == GL_SAMPLER_CUBE) {
+        glBindTexture(GL_TEXTURE_CUBE_MAP, texture);
+        for (int face = 0; face < 6; ++face)
+            load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face), sky_face(face));
+        set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
+    } else {
+        glBindTexture(GL_TEXTURE_2D, texture);
+        load_image(GL_TEXTURE_2D, image_for(drawing, uniform.name));
+        set_filters(GL_TEXTURE_2D, GL_REPEAT);
+    }
+}
+
+void fill_uniforms(GLuint program, const Drawing& drawing)
+{
+    GLint unit = 0;
+    for (const Uniform& uniform : active_uniforms(program)) {
+        if (uniform.type == GL_SAMPLER_2D || uniform.type == GL_SAMPLER_CUBE) {
+            glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+            load_texture(drawing, uniform);
+            glUniform1i(uniform.location, unit++);
+        } else if (const auto values = drawing.uniforms.find(uniform.name);
+                   values != drawing.uniforms.end()) {
+            set_uniform(uniform, values->second);
+        } else if (uniform.type == GL_FLOAT_MAT3 || uniform.type == GL_FLOAT_MAT4) {
+            if (const auto matrix = scene_matrix(uniform.name, ""))
+                set_uniform(uniform, matrix_values(*matrix, uniform.type));
+        }
+    }
+}
+
+// ---- the draw
+// -------------------------------------------------------------------------------------
+
+void fill_inputs(GLuint program, const Mesh& mesh)
+{
+    GLint count = 0;
+    GLint longest = 0;
+    glGetProgramiv(program, GL_ACTIVE_ATTRIBUTES, &count);
+    glGetProgramiv(program, GL_ACTIVE_ATTRIBUTE_MAX_LENGTH, &longest);
+    std::string name(static_cast<std::size_t>(longest) + 1, '\0');
+    for (GLint i = 0; i < count; ++i) {
+        GLint size = 0;
+        GLenum type = 0;
+        glGetActiveAttrib(program, static_cast<GLuint>(i), longest + 1, nullptr, &size, &type,
+                          name.data());
+        const GLint at = glGetAttribLocation(program, name.c_str());
+        if (at < 0)
+            continue; // one of OpenGL's own, such as gl_VertexID
+        const auto& first = mesh.vertices.front().*stream_for(name.c_str());
+        glEnableVertexAttribArray(static_cast<GLuint>(at));
+        glVertexAttribPointer(static_cast<GLuint>(at), 4, GL_FLOAT, GL_FALSE, sizeof(Vertex),
+                              first.data());
+    }
+}
+
+void draw_mesh(const Mesh& mesh, int size)
+{
+    glViewport(0, 0, size, size);
+    glClearColor(background[0] / 255.0F, background[1] / 255.0F, background[2] / 255.0F, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    glEnable(GL_CULL_FACE);
+    // Opaque shaders write an alpha of 1, for which this changes nothing.
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.triangles.size()), GL_UNSIGNED_INT,
+                   mesh.triangles.data());
+    glFinish();
+}
+
+} // namespace
+
+std::optional<Image> draw(const Drawing& drawing, int size, std::string& error)
+{
+    Image image(size, size);
+    const Offscreen_context context(image);
+    if (!context.is_current()) {
+        error += "Mesa gives no drawing context\n";
+        return std::nullopt;
+    }
+    const GLuint program = link(drawing, error);
+    if (program == 0)
+        return std::nullopt;
+    glUseProgram(program);
+    fill_uniforms(program, drawing);
+    const Mesh mesh = make_mesh(drawing.space);
+    fill_inputs(program, mesh);
+    draw_mesh(mesh, size);
+    if (const GLenum failure = glGetError(); failure != GL_NO_ERROR) {
+        error += drawing.fragment.name + ": OpenGL error " + std::to_string(failure) + "\n";
+        return std::nullopt;
+    }
+    flip_rows(image);
+    return image;
+}
+
+} // namespace reference_host

@@ -1,0 +1,44 @@
+// Draws a GLSL program with Mesa's software OpenGL.
+#ifndef REFERENCE_HOST_RENDER_DRAWING_H
+#define REFERENCE_HOST_RENDER_DRAWING_H
+
+#include "reference_host/render/image.h"
+#include "reference_host/render/scene.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+struct Shader_source {
+    std::string name; // for messages
+    std::string text;
+};
+
+struct Drawing {
+    Shader_source vertex;
+    Shader_source fragment;
+    Vertex_space space = Vertex_space::world;
+
+    // Values by the name of the uniform, those of matrices and arrays one row or element after the
+    // other. A matrix without values gets that of the scene when its name is known (see scene.h).
+    std::map<std::string, std::vector<float>> uniforms;
+
+    // Images of the samplers; a sampler without one gets a labelled checker, a cube map the sky.
+    std::map<std::string, Image> textures;
+
+    // Names that the labels show instead of those of the samplers.
+    std::map<std::string, std::string> texture_labels;
+};
+
+// Compiles, links and draws. Nothing and one or more lines in `error` when that fails: a stage does
+// not compile, the program does not link, the fragment shader reads what the vertex shader does not
+// write, or OpenGL refuses the draw.
+std::optional<Image> draw(const Drawing& drawing, int size, std::string& error);
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,169 @@
+#include "reference_host/render/render.h"
+
+#include "reference_host/render/effect_text.h"
+#include "reference_host/render/effect_translation.h"
+#include "reference_host/render/shader_tokens.h"
+#include "reference_host/render/text_file.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <unistd.h>
+
+namespace reference_host
+{
+
+namespace
+{
+
+constexpr int max_size = 4096;
+
+// A drawing, and the files of its textures by uniform.
+using Prepared = Translated_effect;
+
+bool is_executable(const std::string& file)
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file(file, error) && access(file.c_str(), X_OK) == 0;
+}
+
+Vertex_space glsl_vertex_space(const std::string& vertex_text)
+{
+    std::vector<std::string> words;
+    for (const Token& token : tokens_of(vertex_text))
+        words.emplace_back(token.text);
+    return vertex_space(words);
+}
+
+bool is_sampler(const std::string& type)
+{
+    return type.compare(0, 7, "sampler") == 0;
+}
+
+// Uniforms that are zero because nobody gives them a value.
+void note_empty_uniforms(const std::string& file, const std::string& text, Render_result& result)
+{
+    for (const Glsl_uniform& uniform : glsl_uniforms(text))
+        if (!uniform.has_value && !is_sampler(uniform.type) && !scene_matrix(uniform.name, ""))
+            result.notes.push_back(file + ": the uniform " + uniform.name + " has no value");
+}
+
+std::optional<Prepared> prepare_glsl(const Render_request& request,
+                                     const std::vector<std::string>& texts, Render_result& result)
+{
+    Prepared prepared;
+    prepared.drawing.vertex = {request.shader_files[0], texts[0]};
+    prepared.drawing.fragment = {request.shader_files[1], texts[1]};
+    prepared.drawing.space = glsl_vertex_space(texts[0]);
+    prepared.texture_files = texture_comments(texts[1]);
+    for (const Glsl_uniform& uniform : glsl_uniforms(texts[1]))
+        if (uniform.type == "samplerCube")
+            prepared.texture_files.erase(uniform.name);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        note_empty_uniforms(request.shader_files[i], texts[i], result);
+    return prepared;
+}
+
+std::optional<Prepared> prepare_effect(const Render_request& request, const std::string& text,
+                                       Render_result& result)
+{
+    const std::string compiler =
+        request.cg_compiler.empty() ? find_cg_compiler() : request.cg_compiler;
+    if (compiler.empty()) {
+        result.error = request.shader_files[0] +
+                       ": effects are drawn through the Cg compiler cgc, which is absent; "
+                       "scripts/fetch-validators.sh brings it\n";
+        return std::nullopt;
+    }
+    return translate_effect(request.shader_files[0], text, compiler, result.error);
+}
+
+std::optional<Prepared> prepare(const Render_request& request, Render_result& result)
+{
+    std::vector<std::string> texts;
+    for (const std::string& file : request.shader_files) {
+        auto text = read_text_file(file);
+        if (!text) {
+            result.error = file + ": cannot be read\n";
+            return std::nullopt;
+        }
+        texts.push_back(std::move(*text));
+    }
+    if (texts.size() == 1)
+        return prepare_effect(request, texts[0], result);
+    if (texts.size() == 2)
+        return prepare_glsl(request, texts, result);
+    result.error = "one effect, or a vertex and a fragment shader are needed\n";
+    return std::nullopt;
+}
+
+// Looks for the image beside the shader and in the search paths.
+std::optional<Image> find_image(const std::string& name, const Render_request& request)
+{
+    const std::filesystem::path file(name);
+    std::vector<std::filesystem::path> folders = {
+        std::filesystem::path(request.shader_files.back()).parent_path()};
+    folders.insert(folders.end(), request.search_paths.begin(), request.search_paths.end());
+    for (const auto& folder : folders)
+        if (auto image = read_image((folder / file).string()))
+            return image;
+    return std::nullopt;
+}
+
+void load_textures(Prepared& prepared, const Render_request& request, Render_result& result)
+{
+    for (const auto& [uniform, file] : prepared.texture_files) {
+        auto image = find_image(file, request);
+        if (!image) {
+            result.notes.push_back(file + ": no such PNG or JPEG image; a checker stands in");
+            continue;
+        }
+        if (request.texture_origin == Texture_origin::top)
+            flip_rows(*image);
+        prepared.drawing.textures.emplace(uniform, std::move(*image));
+    }
+}
+
+} // namespace
+
+Render_result render(const Render_request& request)
+{
+    Render_result result;
+    if (request.size < 1 || request.size > max_size) {
+        result.error = "a picture has 1 to " + std::to_string(max_size) + " pixels a side\n";
+        return result;
+    }
+    auto prepared = prepare(request, result);
+    if (!prepared)
+        return result;
+    load_textures(*prepared, request, result);
+    const auto image = draw(prepared->drawing, request.size, result.error);
+    if (!image)
+        return result;
+    result.drawn = request.picture_file.empty() || write_png(*image, request.picture_file);
+    if (!result.drawn)
+        result.error = request.picture_file + ": cannot be written\n";
+    return result;
+}
+
+std::string find_cg_compiler()
+{
+    std::vector<std::filesystem::path> candidates;
+    if (const char* folder = std::getenv("TOVIRAEXPORT_VALIDATORS"))
+        candidates.push_back(std::filesystem::path(folder) / "bin/cgc");
+#ifdef TOVIRAEXPORT_VALIDATORS_FOLDER
+    candidates.emplace_back(TOVIRAEXPORT_VALIDATORS_FOLDER "/bin/cgc");
+#endif
+    const char* const path = std::getenv("PATH");
+    for (std::string rest = path ? path : ""; !rest.empty();) {
+        const std::size_t colon = rest.find(':');
+        candidates.push_back(std::filesystem::path(rest.substr(0, colon)) / "cgc");
+        rest.erase(0, colon == std::string::npos ? rest.size() : colon + 1);
+    }
+    for (const auto& candidate : candidates)
+        if (is_executable(candidate.string()))
+            return candidate.string();
+    return "";
+}
+
+} // namespace reference_host
