@@ -1,0 +1,339 @@
+// The option panel of the generic exporter: build, fill, read back.
+//
+// Every control carries the name of the compiler option that it feeds as its window name.
+#include "exporters/exporter_generic.h"
+
+#include "exporter_base/bytes.h"
+#include "exporter_base/control_ids.h"
+#include "exporter_base/file_chooser.h"
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/combobox.h>
+#include <wx/panel.h>
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+namespace QZ
+{
+namespace TOVIRAEXPORT
+{
+
+namespace
+{
+
+constexpr int label_id = 5105; // of every label
+constexpr int border = 5;
+
+// Which targets' panels show a control.
+constexpr unsigned int on_cgfx = 1u << Exporter_generic::TARGET_CGFX;
+constexpr unsigned int on_hlsl = 1u << Exporter_generic::TARGET_HLSL;
+constexpr unsigned int on_fx = on_cgfx | on_hlsl;
+
+struct Check_box_row {
+    int id;
+    const wxChar* label;
+    const wxChar* option;
+    unsigned int fx_targets;
+    const wxChar* group_box; // on the effect panel
+};
+
+// The index of a row is the Flag.
+constexpr Check_box_row check_box_rows[Exporter_generic::FLAG_COUNT] = {
+    {ID_TWO_SIDED, wxT("Two sided"), wxT("two_sided"), on_cgfx, wxT("Normals")},
+    {ID_FACE_FORWARD, wxT("Face forward"), wxT("face_forward"), on_fx, wxT("Normals")},
+    {ID_ROTATE_CUBE_MAP, wxT("Rotate cube map"), wxT("rotate_cube_map"), on_fx, wxT("Texturing")},
+    {ID_FLIP_TEX2D_V, wxT("Vertically flip tex2d lookup"), wxT("flip_tex2d_v"), on_fx,
+     wxT("Texturing")},
+    {ID_GENERATE_SAMPLER_STATES, wxT("Generate sampler states"), wxT("generate_sampler_states"),
+     on_fx, wxT("Texturing")},
+    {ID_ALPHA_TRANSPARENCY, wxT("Alpha transparency"), wxT("alpha_transparency"), on_fx,
+     wxT("Transparency")},
+    {ID_USE_OIT, wxT("Order independent transparency"), wxT("use_oit"), on_fx, wxT("Transparency")},
+    {ID_DEPTH_TEST, wxT("Depth test"), wxT("depth_test"), on_fx, wxT("Depth buffer")},
+    {ID_DEPTH_WRITE, wxT("Depth write"), wxT("depth_write"), on_fx, wxT("Depth buffer")},
+    {ID_HLSL_SAS_CONFORMANCE, wxT("Enabled"), wxT("hlsl_sas_conformance"), on_hlsl,
+     wxT("Microsoft SAS")},
+    {ID_USE_INTERFACES, wxT("Use interfaces"), wxT("interfaces"), on_cgfx, wxT("Interfaces")},
+    {ID_EVAL_VOLUME, wxT("Evaluate volume shader"), wxT("eval_volume"), on_cgfx, wxT("Interfaces")},
+};
+
+// The group boxes of check boxes on the effect panel, top to bottom.
+constexpr const wxChar* flag_group_boxes[] = {wxT("Normals"),       wxT("Texturing"),
+                                              wxT("Transparency"),  wxT("Depth buffer"),
+                                              wxT("Microsoft SAS"), wxT("Interfaces")};
+
+// The check boxes of the GLSL panel, top to bottom.
+constexpr Exporter_generic::Flag glsl_flags[] = {Exporter_generic::FLAG_ALPHA_TRANSPARENCY,
+                                                 Exporter_generic::FLAG_USE_OIT,
+                                                 Exporter_generic::FLAG_TWO_SIDED};
+
+constexpr const wxChar* vertex_spaces[] = {wxT("object"), wxT("world"), wxT("camera"),
+                                           wxT("screen")};
+constexpr const wxChar* internal_spaces[] = {wxT("world"), wxT("camera")};
+
+// Makes the controls of one panel, all with the same font.
+class Control_factory
+{
+public:
+    Control_factory(wxWindow* parent, const wxFont& font) : m_parent(parent), m_font(font) {}
+
+    wxStaticText* label(const wxChar* text) const
+    {
+        return dressed(new wxStaticText(m_parent, label_id, text));
+    }
+
+    wxTextCtrl* text(int id, const wxChar* option, const wxChar* initial) const
+    {
+        return named(new wxTextCtrl(m_parent, id, initial), option);
+    }
+
+    wxButton* browse_button(int id) const
+    {
+        return dressed(new wxButton(m_parent, id, wxT("..."), wxDefaultPosition, wxSize(24, -1)));
+    }
+
+    wxCheckBox* check_box(int id, const wxChar* option, const wxChar* text) const
+    {
+        wxCheckBox* box = named(new wxCheckBox(m_parent, id, text), option);
+        box->SetValue(false);
+        return box;
+    }
+
+    template<size_t size>
+    wxComboBox* choice(int id, const wxChar* option, const wxChar* const (&entries)[size]) const
+    {
+        wxArrayString choices;
+        for (const wxChar* entry : entries)
+            choices.Add(entry);
+        return named(new wxComboBox(m_parent, id, wxEmptyString, wxDefaultPosition, wxDefaultSize,
+                                    choices, wxCB_READONLY),
+                     option);
+    }
+
+private:
+    template<typename Control>
+    Control* dressed(Control* control) const
+    {
+        control->SetFont(m_font);
+        return control;
+    }
+
+    template<typename Control>
+    Control* named(Control* control, const wxChar* option) const
+    {
+        control->SetName(option);
+        return dressed(control);
+    }
+
+    wxWindow* m_parent;
+    wxFont m_font;
+};
+
+// A titled box across the panel, added to its sizer.
+wxStaticBoxSizer* add_group_box(wxWindow* parent, wxBoxSizer* sizer, const wxFont& font,
+                                const wxChar* title)
+{
+    wxStaticBoxSizer* box = new wxStaticBoxSizer(wxVERTICAL, parent, title);
+    box->GetStaticBox()->SetFont(font);
+    sizer->Add(box, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, border);
+    return box;
+}
+
+// A two-column grid of labels and controls whose second column takes what width is left.
+wxFlexGridSizer* add_grid(wxSizer* sizer)
+{
+    wxFlexGridSizer* grid = new wxFlexGridSizer(0, 2, border, border);
+    grid->AddGrowableCol(1, 1);
+    sizer->Add(grid, 0, wxEXPAND | wxALL, border);
+    return grid;
+}
+
+void add_grid_row(wxFlexGridSizer* grid, wxStaticText* label, wxWindow* control)
+{
+    grid->Add(label, 0, wxALIGN_CENTER_VERTICAL);
+    grid->Add(control, 1, wxEXPAND);
+}
+
+} // namespace
+
+// ---- build
+// ---------------------------------------------------------------------------------------
+
+int Exporter_generic::create_window(wxWindow* parent, int width, TSDK::IGraph_view*)
+{
+    wxBoxSizer* sizer = new wxBoxSizer(wxVERTICAL);
+    create_common_ui(sizer);
+    if (m_target == TARGET_GLSL)
+        create_window_glsl(parent, sizer);
+    else
+        create_window_fx(parent, sizer);
+    fill_controls();
+    const int height = lay_out_panel(parent, sizer, width);
+    get_top_panel()->Connect(
+        ID_ANNOTATION_MAP_BROWSE, wxEVT_COMMAND_BUTTON_CLICKED,
+        wxCommandEventHandler(Exporter_generic::Event_dispatcher::on_choose_annotation_map_file),
+        nullptr, m_event_dispatcher);
+    return height;
+}
+
+void Exporter_generic::create_window_fx(wxWindow* parent, wxBoxSizer* sizer)
+{
+    const Control_factory create(parent, get_os_specific_font(1, 90));
+    wxStaticText* label = create.label(wxT("Annotation map file:"));
+    m_annotation_map_text =
+        create.text(ID_ANNOTATION_MAP_TEXT, wxT("annotation_map"), wxEmptyString);
+    m_annotation_map_button = create.browse_button(ID_ANNOTATION_MAP_BROWSE);
+    wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, border);
+    row->Add(m_annotation_map_text, 1, wxALIGN_CENTER_VERTICAL);
+    row->Add(m_annotation_map_button, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, border);
+    sizer->Add(row, 0, wxEXPAND | wxALL, border);
+
+    create_profile_box(parent, sizer);
+    create_space_box(parent, sizer);
+    for (const wxChar* title : flag_group_boxes)
+        create_flag_box(parent, sizer, title);
+}
+
+// The first texts of the two fields are examples; fill_controls replaces them.
+void Exporter_generic::create_profile_box(wxWindow* parent, wxBoxSizer* sizer)
+{
+    const wxFont font = get_os_specific_font(1, 90);
+    wxStaticBoxSizer* box = add_group_box(parent, sizer, font, wxT("Profiles"));
+    wxFlexGridSizer* grid = add_grid(box);
+    const Control_factory create(parent, font);
+    wxStaticText* label = create.label(wxT("Vertex shader profile:"));
+    m_vertex_profile_text =
+        create.text(ID_VERTEX_PROFILE, wxT("vertex_shader_profile"), wxT("vs_4_0"));
+    add_grid_row(grid, label, m_vertex_profile_text);
+    label = create.label(wxT("Fragment shader profile:"));
+    m_fragment_profile_text =
+        create.text(ID_FRAGMENT_PROFILE, wxT("fragment_shader_profile"), wxT("ps_4_0"));
+    add_grid_row(grid, label, m_fragment_profile_text);
+}
+
+void Exporter_generic::create_space_box(wxWindow* parent, wxBoxSizer* sizer)
+{
+    const wxFont font = get_os_specific_font(1, 90);
+    wxStaticBoxSizer* box = add_group_box(parent, sizer, font, wxT("Coordinate systems"));
+    wxFlexGridSizer* grid = add_grid(box);
+    const Control_factory create(parent, font);
+    wxStaticText* label = create.label(wxT("Vertex coordinate space:"));
+    m_vertex_space_combo =
+        create.choice(ID_VERTEX_SPACE, wxT("vertex_stream_space"), vertex_spaces);
+    add_grid_row(grid, label, m_vertex_space_combo);
+    label = create.label(wxT("Internal space:"));
+    m_internal_space_combo =
+        create.choice(ID_INTERNAL_SPACE, wxT("internal_space"), internal_spaces);
+    add_grid_row(grid, label, m_internal_space_combo);
+}
+
+// The check boxes that the target shows in the group box of that title; no box without any.
+void Exporter_generic::create_flag_box(wxWindow* parent, wxBoxSizer* sizer, const wxChar* title)
+{
+    wxStaticBoxSizer* box = nullptr;
+    for (int flag = 0; flag < FLAG_COUNT; ++flag) {
+        const Check_box_row& row = check_box_rows[flag];
+        if (wxString(row.group_box) != title || !(row.fx_targets & 1u << m_target))
+            continue;
+        if (!box)
+            box = add_group_box(parent, sizer, get_os_specific_font(1, 90), title);
+        box->Add(create_check_box(parent, static_cast<Flag>(flag)), 0, wxLEFT | wxBOTTOM, border);
+    }
+}
+
+wxCheckBox* Exporter_generic::create_check_box(wxWindow* parent, Flag flag)
+{
+    const Control_factory create(parent, get_os_specific_font(1, 90));
+    const Check_box_row& row = check_box_rows[flag];
+    m_check_boxes[flag] = create.check_box(row.id, row.option, row.label);
+    return m_check_boxes[flag];
+}
+
+void Exporter_generic::create_window_glsl(wxWindow* parent, wxBoxSizer* sizer)
+{
+    const Control_factory create(parent, get_os_specific_font(1, 90));
+    wxStaticText* label = create.label(wxT("GLSL version:"));
+    m_glsl_version_text = create.text(ID_GLSL_VERSION, wxT("glsl_version"), wxEmptyString);
+    wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, border);
+    row->Add(m_glsl_version_text, 1, wxALIGN_CENTER_VERTICAL);
+    sizer->Add(row, 0, wxEXPAND | wxALL, border);
+    for (Flag flag : glsl_flags)
+        sizer->Add(create_check_box(parent, flag), 0, wxLEFT | wxRIGHT | wxBOTTOM, border);
+}
+
+// ---- fill and read back
+// --------------------------------------------------------------------------
+
+void Exporter_generic::fill_controls()
+{
+    const auto fill_text = [](wxTextCtrl* control, const wxString& text) {
+        if (control)
+            control->SetValue(text);
+    };
+    const auto fill_choice = [](wxComboBox* control, int index) {
+        if (control)
+            control->SetSelection(index);
+    };
+    fill_text(m_annotation_map_text, m_annotation_map);
+    fill_text(m_vertex_profile_text, m_vertex_profile);
+    fill_text(m_fragment_profile_text, m_fragment_profile);
+    fill_text(m_glsl_version_text, m_glsl_version);
+    fill_choice(m_vertex_space_combo, m_vertex_space);
+    fill_choice(m_internal_space_combo, m_internal_space);
+    for (int flag = 0; flag < FLAG_COUNT; ++flag)
+        if (m_check_boxes[flag])
+            m_check_boxes[flag]->SetValue(m_flags[flag]);
+}
+
+void Exporter_generic::window_closing(wxWindow*, bool discard)
+{
+    if (discard)
+        return;
+    const auto read_text = [](const wxTextCtrl* control, wxString& text) {
+        if (control)
+            text = control->GetValue();
+    };
+    const auto read_choice = [](const wxComboBox* control, int& index) {
+        if (control)
+            index = control->GetSelection();
+    };
+    read_text(m_annotation_map_text, m_annotation_map);
+    read_text(m_vertex_profile_text, m_vertex_profile);
+    read_text(m_fragment_profile_text, m_fragment_profile);
+    read_choice(m_vertex_space_combo, m_vertex_space);
+    read_choice(m_internal_space_combo, m_internal_space);
+    for (int flag = 0; flag < FLAG_COUNT; ++flag)
+        if (m_check_boxes[flag])
+            m_flags[flag] = m_check_boxes[flag]->GetValue();
+    read_text(m_glsl_version_text, m_glsl_version);
+}
+
+// ---- annotation map
+// ------------------------------------------------------------------------------
+
+void Exporter_generic::choose_annotation_map_file()
+{
+    wxString path;
+    File_chooser chooser(get_window(), this, wxT("annotationfile"));
+    if (chooser.get_open_file(path) && m_annotation_map_text)
+        m_annotation_map_text->SetValue(path);
+}
+
+void Exporter_generic::Event_dispatcher::set_exporter(Exporter_generic* exporter)
+{
+    m_exporter = exporter;
+}
+
+void Exporter_generic::Event_dispatcher::on_choose_annotation_map_file(wxCommandEvent&)
+{
+    if (m_exporter)
+        m_exporter->choose_annotation_map_file();
+}
+
+} // namespace TOVIRAEXPORT
+} // namespace QZ
