@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building, running and testing need. Asks for nothing when they
+# are all there. Needs root or sudo otherwise.
+set -euo pipefail
+
+packages=(
+    g++ cmake ninja-build ccache pkg-config   # the build
+    libwxgtk3.2-dev                           # the toolkit of the plug-in's panels and dialogs
+    libpugixml-dev libcli11-dev libfmt-dev    # the stand-in host: documents, command line, texts
+    libosmesa6-dev libgl-dev libpng-dev libjpeg62-turbo-dev # its pictures, without a display
+    libgtest-dev libgmock-dev libbenchmark-dev # tests and benchmarks
+    xvfb xauth fonts-dejavu-core fonts-dejavu-extra # a display for the panels
+    glslang-tools                             # a compiler that checks exported GLSL
+    bison flex xz-utils dpkg-dev              # scripts/fetch-validators.sh builds with these
+    locales                                   # tests run in a locale with a decimal comma
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$status" = installed ] || missing+=("$package")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+    as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
