@@ -4,7 +4,8 @@
 //   1. compile_group or compile_node checks the graph below the shader and keeps what the first set
 //      of options says (lights, environment, volume, internal space, ...). The result refers to the
 //      graph, which must outlive it.
-//   2. Compiled_shader::generate makes the texts for a target, steered by the second set of options.
+//   2. Compiled_shader::generate makes the texts for a target, steered by the second set of
+//   options.
 //      It may be called any number of times; equal options give equal bytes.
 // Everything that goes wrong becomes a diagnostic; nothing throws.
 #ifndef REFERENCE_HOST_GENERATOR_GENERATOR_H
@@ -40,8 +41,8 @@ struct Generator_settings {
     std::function<std::string(const std::string&)> texture_path;
 };
 
-// What the shader of a node asks of its scene. The declaration of the node answers has_parameter and
-// uses_function from this; it is true exactly when the generated text needs it.
+// What the shader of a node asks of its scene. The declaration of the node answers has_parameter
+// and uses_function from this; it is true exactly when the generated text needs it.
 struct Shader_usage {
     bool lights_parameter = false;    // has_parameter("lights")
     bool direct_light = false;        // uses_function("direct_light")

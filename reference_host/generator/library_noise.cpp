@@ -1,0 +1,110 @@
+#include "reference_host/generator/library.h"
+
+#include <iterator>
+
+namespace reference_host
+{
+namespace
+{
+
+// Shader model 3 has no integers to speak of, so lattice points are hashed by the permutation
+// polynomial (34 x + 1) x modulo 289, whose values are exact in single precision. Everything below
+// gives the same picture on every compiler.
+constexpr const char* texts[] = {
+    R"(float wrap_289(float x)
+{
+    return x - floor(x / 289.0) * 289.0;
+})",
+    R"(float permute(float x)
+{
+    return wrap_289((x * 34.0 + 1.0) * x);
+})",
+    // Of a lattice point, a multiple of 1/289 from 0 to 1.
+    R"(float hash_2d(float2 cell)
+{
+    return permute(permute(wrap_289(cell.x)) + wrap_289(cell.y)) / 289.0;
+})",
+    R"(float hash_3d(float3 cell)
+{
+    return permute(permute(permute(wrap_289(cell.x)) + wrap_289(cell.y)) + wrap_289(cell.z))
+         / 289.0;
+})",
+    R"(float gradient_2d(float2 cell, float2 offset)
+{
+    float angle = hash_2d(cell) * 6.2831853;
+    return cos(angle) * offset.x + sin(angle) * offset.y;
+})",
+    // The gradient's height and angle come from one hash.
+    R"(float gradient_3d(float3 cell, float3 offset)
+{
+    float hash = hash_3d(cell) * 17.0;
+    float angle = fract(hash) * 6.2831853;
+    float height = floor(hash) / 8.5 - 0.9411765;
+    float radius = sqrt(max(1.0 - height * height, 0.0));
+    return radius * (cos(angle) * offset.x + sin(angle) * offset.y) + height * offset.z;
+})",
+    // Perlin's gradient noise, from -1 to 1.
+    R"(float noise_2d(float2 p)
+{
+    float2 cell = floor(p);
+    float2 f = p - cell;
+    float2 w = f * f * f * (f * (f * 6.0 - 15.0) + 10.0);
+    float low = mix(gradient_2d(cell, f),
+                    gradient_2d(cell + float2(1.0, 0.0), f - float2(1.0, 0.0)), w.x);
+    float high = mix(gradient_2d(cell + float2(0.0, 1.0), f - float2(0.0, 1.0)),
+                     gradient_2d(cell + float2(1.0, 1.0), f - float2(1.0, 1.0)), w.x);
+    return mix(low, high, w.y) * 1.4;
+})",
+    R"(float noise_3d_plane(float3 cell, float3 f, float2 w)
+{
+    float low = mix(gradient_3d(cell, f),
+                    gradient_3d(cell + float3(1.0, 0.0, 0.0), f - float3(1.0, 0.0, 0.0)), w.x);
+    float high = mix(gradient_3d(cell + float3(0.0, 1.0, 0.0), f - float3(0.0, 1.0, 0.0)),
+                     gradient_3d(cell + float3(1.0, 1.0, 0.0), f - float3(1.0, 1.0, 0.0)), w.x);
+    return mix(low, high, w.y);
+})",
+    R"(float noise_3d(float3 p)
+{
+    float3 cell = floor(p);
+    float3 f = p - cell;
+    float3 w = f * f * f * (f * (f * 6.0 - 15.0) + 10.0);
+    float near = noise_3d_plane(cell, f, w.xy);
+    float far = noise_3d_plane(cell + float3(0.0, 0.0, 1.0), f - float3(0.0, 0.0, 1.0), w.xy);
+    return mix(near, far, w.z) * 1.3;
+})",
+    R"(float fractal_2d(float2 p, int octaves, float lacunarity, float diminish)
+{
+    float result = 0.0;
+    float2 position = p;
+    float amplitude = 1.0;
+    for (int i = 0; i < octaves; i++)
+    {
+        result += amplitude * noise_2d(position);
+        amplitude *= diminish;
+        position *= lacunarity;
+    }
+    return result;
+})",
+    R"(float fractal_3d(float3 p, int octaves, float lacunarity, float diminish)
+{
+    float result = 0.0;
+    float3 position = p;
+    float amplitude = 1.0;
+    for (int i = 0; i < octaves; i++)
+    {
+        result += amplitude * noise_3d(position);
+        amplitude *= diminish;
+        position *= lacunarity;
+    }
+    return result;
+})",
+};
+
+} // namespace
+
+Library_texts noise_library()
+{
+    return {texts, std::size(texts)};
+}
+
+} // namespace reference_host

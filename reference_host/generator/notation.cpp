@@ -1,0 +1,447 @@
+#include "reference_host/generator/notation.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <map>
+
+namespace reference_host
+{
+namespace
+{
+
+// A copy of the words of a text and a place in them.
+class Word_stream
+{
+public:
+    explicit Word_stream(std::string_view text)
+    {
+        while (skip_blanks(text), !text.empty()) {
+            const std::size_t length = word_length(text);
+            m_words.push_back(text.substr(0, length));
+            text.remove_prefix(length);
+        }
+    }
+
+    bool at_end() const { return m_next == m_words.size(); }
+    std::string_view peek(std::size_t ahead = 0) const
+    {
+        return m_next + ahead < m_words.size() ? m_words[m_next + ahead] : std::string_view();
+    }
+    std::string_view take() { return at_end() ? std::string_view() : m_words[m_next++]; }
+
+    bool accept(std::string_view word)
+    {
+        if (peek() != word)
+            return false;
+        ++m_next;
+        return true;
+    }
+
+    void expect(std::string_view word)
+    {
+        if (!accept(word))
+            throw Notation_error("expected \"" + std::string(word) + "\" before \"" +
+                                 std::string(peek()) + "\"");
+    }
+
+    // Passes over one statement or block.
+    void skip_statement()
+    {
+        int depth = 0;
+        do {
+            const std::string_view word = take();
+            depth += word == "{" || word == "(";
+            depth -= word == "}" || word == ")";
+            if (depth == 0 && (word == ";" || word == "}"))
+                return;
+        } while (!at_end());
+    }
+
+private:
+    static void skip_blanks(std::string_view& text)
+    {
+        while (!text.empty() && std::isspace(static_cast<unsigned char>(text[0])))
+            text.remove_prefix(1);
+        if (text.substr(0, 2) == "//") {
+            text.remove_prefix(std::min(text.find('\n'), text.size()));
+            skip_blanks(text);
+        }
+    }
+
+    static bool is_word_sign(char sign)
+    {
+        return std::isalnum(static_cast<unsigned char>(sign)) || sign == '_';
+    }
+
+    static std::size_t word_length(std::string_view text)
+    {
+        const bool number = std::isdigit(static_cast<unsigned char>(text[0]));
+        std::size_t length = 0;
+        while (length < text.size() &&
+               (is_word_sign(text[length]) || (number && text[length] == '.')))
+            ++length;
+        if (text[0] == '"')
+            return std::min(text.find('"', 1), text.size() - 1) + 1;
+        static constexpr std::string_view pairs[] = {"<=", ">=", "==", "!=", "&&", "||",
+                                                     "+=", "-=", "*=", "/=", "++"};
+        for (const std::string_view pair : pairs)
+            if (text.substr(0, 2) == pair)
+                return 2;
+        return length > 0 ? length : 1;
+    }
+
+    std::vector<std::string_view> m_words;
+    std::size_t m_next = 0;
+};
+
+Shading_type basic_type(std::string_view name)
+{
+    static const std::map<std::string_view, Kind> types = {{"bool", Kind::boolean},
+                                                           {"int", Kind::integer},
+                                                           {"float", Kind::float1},
+                                                           {"float2", Kind::float2},
+                                                           {"float3", Kind::float3},
+                                                           {"float4", Kind::float4},
+                                                           {"float3x3", Kind::matrix3},
+                                                           {"float4x4", Kind::matrix4},
+                                                           {"sampler2D", Kind::sampler_2d},
+                                                           {"samplerCUBE", Kind::sampler_cube},
+                                                           {"void", Kind::none}};
+    const auto found = types.find(name);
+    return found == types.end() ? Kind::none : found->second;
+}
+
+int precedence(std::string_view op)
+{
+    static const std::map<std::string_view, int> levels = {
+        {"||", 1}, {"&&", 2}, {"==", 3}, {"!=", 3}, {"<", 4}, {"<=", 4},
+        {">", 4},  {">=", 4}, {"+", 5},  {"-", 5},  {"*", 6}, {"/", 6}};
+    const auto found = levels.find(op);
+    return found == levels.end() ? 0 : found->second;
+}
+
+class Notation_parser
+{
+public:
+    Notation_parser(std::string_view text, Notation_scope& scope) : m_words(text), m_scope(scope) {}
+
+    Expr whole_expression()
+    {
+        Expr parsed = expression();
+        if (!m_words.at_end())
+            throw Notation_error("unexpected \"" + std::string(m_words.peek()) + "\"");
+        return parsed;
+    }
+
+    Statements all_statements()
+    {
+        Statements parsed;
+        while (!m_words.at_end())
+            statement(parsed);
+        return parsed;
+    }
+
+    Function function()
+    {
+        Function parsed;
+        parsed.type = type(m_words.take());
+        parsed.name = m_words.take();
+        m_words.expect("(");
+        while (!m_words.accept(")")) {
+            Variable_declaration parameter;
+            parameter.type = type(m_words.take());
+            parameter.name = m_words.take();
+            declare_local(parameter.type, parameter.name);
+            parsed.parameters.push_back(parameter);
+            m_words.accept(",");
+        }
+        block(parsed.body);
+        return parsed;
+    }
+
+private:
+    Shading_type type(std::string_view name)
+    {
+        const Shading_type basic = basic_type(name);
+        return basic != Kind::none || name == "void" ? basic : m_scope.find_type(std::string(name));
+    }
+
+    bool is_type(std::string_view name)
+    {
+        return !name.empty() && std::isalpha(static_cast<unsigned char>(name[0])) &&
+               type(name) != Kind::none;
+    }
+
+    void declare_local(const Shading_type& type, const std::string& name)
+    {
+        m_locals[name] = variable(type, name);
+    }
+
+    void block(Statements& statements)
+    {
+        if (!m_words.accept("{"))
+            return statement(statements);
+        while (!m_words.accept("}")) {
+            if (m_words.at_end())
+                throw Notation_error("a block does not end");
+            statement(statements);
+        }
+    }
+
+    void statement(Statements& statements)
+    {
+        if (m_words.accept("if"))
+            return condition(statements);
+        if (m_words.accept("for"))
+            return loop(statements);
+        Statement parsed;
+        if (m_words.accept("clip")) {
+            parsed.kind = Statement::Kind::clip;
+            parsed.value = expression();
+        } else if (m_words.accept("return")) {
+            parsed = give_back(expression());
+        } else if (is_type(m_words.peek()) && m_words.peek(1) != "(") {
+            parsed = declaration();
+        } else {
+            const Expr target = postfix();
+            const std::string op(m_words.take());
+            parsed = assign(target, op, fitting(expression(), target->type));
+        }
+        m_words.expect(";");
+        statements.push_back(std::move(parsed));
+    }
+
+    Statement declaration()
+    {
+        const Shading_type declared = type(m_words.take());
+        const std::string name(m_words.take());
+        const Expr value = m_words.accept("=") ? fitting(expression(), declared) : nullptr;
+        declare_local(declared, name);
+        return declare(declared, name, value);
+    }
+
+    void condition(Statements& statements)
+    {
+        m_words.expect("(");
+        Statement parsed;
+        parsed.kind = Statement::Kind::condition;
+        parsed.value = expression();
+        m_words.expect(")");
+        const bool known = is_literal(parsed.value);
+        const bool taken = !known || is_true(parsed.value);
+        if (taken)
+            block(known ? statements : parsed.body);
+        else
+            m_words.skip_statement();
+        if (m_words.accept("else")) {
+            if (known && taken)
+                m_words.skip_statement();
+            else
+                block(known ? statements : parsed.otherwise);
+        }
+        if (!known)
+            statements.push_back(std::move(parsed));
+    }
+
+    void loop(Statements& statements)
+    {
+        Statement parsed;
+        parsed.kind = Statement::Kind::loop;
+        m_words.expect("(");
+        m_words.expect("int");
+        parsed.name = m_words.take();
+        declare_local(Kind::integer, parsed.name);
+        m_words.expect("=");
+        m_words.expect("0");
+        m_words.expect(";");
+        m_words.expect(parsed.name);
+        m_words.expect("<");
+        parsed.value = expression();
+        m_words.expect(";");
+        m_words.expect(parsed.name);
+        m_words.expect("++");
+        m_words.expect(")");
+        block(parsed.body);
+        statements.push_back(std::move(parsed));
+    }
+
+    // A scalar where a vector is wanted is repeated, an integer where a float is wanted converted.
+    Expr fitting(const Expr& value, const Shading_type& wanted)
+    {
+        const bool number = component_count(value->type) == 1 && is_float(wanted);
+        return number && value->type != wanted ? construct(wanted, {value}) : value;
+    }
+
+    Expr expression()
+    {
+        const Expr condition = operation(1);
+        if (!m_words.accept("?"))
+            return condition;
+        const Expr a = expression();
+        m_words.expect(":");
+        const Expr b = expression();
+        const bool same = is_true(condition) || is_false(condition);
+        const Shading_type& wider =
+            component_count(a->type) >= component_count(b->type) ? a->type : b->type;
+        return same ? choose(condition, a, b)
+                    : choose(condition, fitting(a, wider), fitting(b, wider));
+    }
+
+    Expr operation(int level)
+    {
+        Expr left = prefix();
+        while (precedence(m_words.peek()) >= level) {
+            const std::string op(m_words.take());
+            left = combine(op, left, operation(precedence(op) + 1));
+        }
+        return left;
+    }
+
+    // Integers and floats are kept apart: a shading language may have no conversion between them.
+    static Expr combine(const std::string& op, const Expr& a, const Expr& b)
+    {
+        if (a->type == Kind::integer && is_float(b->type))
+            return binary(op, construct(Kind::float1, {a}), b);
+        if (b->type == Kind::integer && is_float(a->type))
+            return binary(op, a, construct(Kind::float1, {b}));
+        return binary(op, a, b);
+    }
+
+    Expr prefix()
+    {
+        if (m_words.accept("-"))
+            return negate(prefix());
+        if (m_words.accept("!"))
+            return logical_not(prefix());
+        return postfix();
+    }
+
+    Expr postfix()
+    {
+        Expr parsed = primary();
+        for (;;) {
+            if (m_words.accept("[")) {
+                parsed = element(parsed, expression());
+                m_words.expect("]");
+            } else if (m_words.accept(".")) {
+                parsed = selected(parsed, std::string(m_words.take()));
+            } else {
+                return parsed;
+            }
+        }
+    }
+
+    static Expr element(const Expr& list, const Expr& position)
+    {
+        if (list->type == Kind::matrix3 || list->type == Kind::matrix4)
+            return index(list, position, list->type == Kind::matrix3 ? Kind::float3 : Kind::float4);
+        std::string name = list->type.structure;
+        name.resize(name.size() - std::min<std::size_t>(2, name.size())); // without "[]"
+        return index(list, position, Shading_type(name));
+    }
+
+    Expr selected(const Expr& whole, const std::string& name)
+    {
+        if (whole->type != Kind::structure) {
+            if (!is_float(whole->type) || name.empty() || name.size() > 4 ||
+                name.find_first_not_of("xyzw") != std::string::npos)
+                throw Notation_error("no component \"" + name + "\"");
+            return swizzle(whole, name);
+        }
+        const bool is_list = whole->type.structure.find('[') != std::string::npos;
+        const Shading_type found = is_list && name == "length"
+                                       ? Shading_type(Kind::integer)
+                                       : m_scope.find_member(whole->type.structure, name);
+        if (found == Kind::none)
+            throw Notation_error("no member \"" + name + "\" in " + whole->type.structure);
+        return m_words.accept("(") ? method(whole, name, found, arguments())
+                                   : member(whole, name, found);
+    }
+
+    std::vector<Expr> arguments()
+    {
+        std::vector<Expr> parsed;
+        while (!m_words.accept(")")) {
+            parsed.push_back(expression());
+            if (!m_words.accept(",") && m_words.peek() != ")")
+                throw Notation_error("an argument list does not end");
+        }
+        return parsed;
+    }
+
+    Expr primary()
+    {
+        const std::string word(m_words.take());
+        if (word == "(") {
+            const Expr inner = expression();
+            m_words.expect(")");
+            return inner;
+        }
+        if (word == "true" || word == "false")
+            return boolean_literal(word == "true");
+        if (!word.empty() && word[0] == '"')
+            return text_literal(word.substr(1, word.size() - 2));
+        if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0])))
+            return number(word);
+        if (m_words.accept("("))
+            return is_type(word) ? construct(type(word), arguments())
+                                 : m_scope.call(word, arguments());
+        return named(word);
+    }
+
+    static Expr number(const std::string& word)
+    {
+        double parsed = 0.0;
+        std::from_chars(word.data(), word.data() + word.size(), parsed);
+        return word.find('.') == std::string::npos ? integer_literal(static_cast<int>(parsed))
+                                                   : literal(parsed);
+    }
+
+    Expr named(const std::string& name)
+    {
+        const auto local = m_locals.find(name);
+        const Expr found = local != m_locals.end() ? local->second : m_scope.find_variable(name);
+        if (!found)
+            throw Notation_error("unknown name \"" + name + "\"");
+        return found;
+    }
+
+    Word_stream m_words;
+    Notation_scope& m_scope;
+    std::map<std::string, Expr> m_locals;
+};
+
+} // namespace
+
+Expr parse_expression(std::string_view text, Notation_scope& scope)
+{
+    return Notation_parser(text, scope).whole_expression();
+}
+
+Statements parse_statements(std::string_view text, Notation_scope& scope)
+{
+    return Notation_parser(text, scope).all_statements();
+}
+
+Function parse_function(std::string_view text, Notation_scope& scope)
+{
+    return Notation_parser(text, scope).function();
+}
+
+Function_head parse_head(std::string_view text)
+{
+    Word_stream words(text.substr(0, text.find('{')));
+    Function_head head;
+    head.type = words.take();
+    head.name = words.take();
+    words.expect("(");
+    while (!words.at_end() && !words.accept(")")) {
+        head.parameter_types.emplace_back(words.take());
+        words.take();
+        words.accept(",");
+    }
+    return head;
+}
+
+} // namespace reference_host

@@ -1,0 +1,75 @@
+// The shading notation: a small typed language in which node implementations and helper functions
+// are written once, for all dialects.
+//
+//     float3 tint(float3 color, float amount)
+//     {
+//         float3 result = color;
+//         if (has_gain)
+//             result *= amount;
+//         for (int i = 0; i < 3; i++)
+//             result += 0.1;
+//         return result;
+//     }
+//
+// Types: bool int float float2 float3 float4 float3x3 float4x4, structures, and T where the scope
+// gives it a meaning. Statements: declaration, assignment (= += -= *= /=), if/else, the loop above,
+// return, clip(x) (ends the fragment where x is below zero). Expressions: + - * / comparisons && ||
+// ! ?: calls, constructors ("float3(x)" repeats x), members, swizzles of xyzw, indices. Scalars
+// combine with vectors. An "if" with a condition that is known at generation leaves only the taken
+// branch; the other one need not even be meaningful.
+#ifndef REFERENCE_HOST_GENERATOR_NOTATION_H
+#define REFERENCE_HOST_GENERATOR_NOTATION_H
+
+#include "reference_host/generator/function.h"
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace reference_host
+{
+
+// A mistake in a text of the notation, or something that the scope refuses.
+struct Notation_error : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// What names mean in a text.
+class Notation_scope
+{
+public:
+    virtual ~Notation_scope() = default;
+
+    // Null when there is no such variable.
+    virtual Expr find_variable(const std::string& name) = 0;
+
+    // None when there is no such type. The types of the notation itself are not asked for.
+    virtual Shading_type find_type(const std::string& name) = 0;
+
+    // The type of a field, or of what a method gives back; none when there is no such member.
+    virtual Shading_type find_member(const std::string& structure, const std::string& member) = 0;
+
+    // A call of a function; throws Notation_error when there is none for the arguments.
+    virtual Expr call(const std::string& function, std::vector<Expr> arguments) = 0;
+};
+
+Expr parse_expression(std::string_view text, Notation_scope& scope);
+
+// Statements that may use the scope's variables and declare new ones.
+Statements parse_statements(std::string_view text, Notation_scope& scope);
+
+// One function with its head.
+Function parse_function(std::string_view text, Notation_scope& scope);
+
+// The head alone: no body is read and parameter types need not be known.
+struct Function_head {
+    std::string type;
+    std::string name;
+    std::vector<std::string> parameter_types;
+};
+Function_head parse_head(std::string_view text);
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,315 @@
+#include "reference_host/generator/printer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace reference_host
+{
+namespace
+{
+
+constexpr std::size_t longest_line = 100;
+constexpr std::size_t indentation = 4;
+
+// Precedence of what an expression prints as; higher binds closer.
+enum Level { lowest, choice, either, both, equality, order, sum, product, sign, closest };
+
+Level binary_level(const std::string& op)
+{
+    if (op == "||")
+        return either;
+    if (op == "&&")
+        return both;
+    if (op == "==" || op == "!=")
+        return equality;
+    if (op == "+" || op == "-")
+        return sum;
+    return op == "*" || op == "/" ? product : order;
+}
+
+bool is_pattern_product(const std::string& pattern)
+{
+    return pattern.find(" * ") != std::string::npos;
+}
+
+Level level_of(const Expression& expression, Language language)
+{
+    switch (expression.op) {
+    case Op::choose:
+        return choice;
+    case Op::binary:
+        return binary_level(expression.name);
+    case Op::unary:
+        return sign;
+    case Op::literal:
+        return component_count(expression.type) == 1 && expression.numbers[0] < 0.0 ? sign
+                                                                                    : closest;
+    case Op::call: {
+        const Intrinsic* intrinsic = find_intrinsic(expression.name);
+        return intrinsic && is_pattern_product(intrinsic_text(*intrinsic, language)) ? product
+                                                                                     : closest;
+    }
+    default:
+        return closest;
+    }
+}
+
+bool all_components_equal(const Expression& literal)
+{
+    const auto first = literal.numbers.begin();
+    return std::all_of(first, first + component_count(literal.type),
+                       [&](double number) { return number == *first; });
+}
+
+// The last place where a line may be broken before `limit`, or npos.
+std::size_t break_position(const std::string& line, std::size_t first, std::size_t limit)
+{
+    for (std::size_t i = std::min(limit, line.size() - 1); i > first; --i) {
+        if (line[i] != ' ')
+            continue;
+        if (line[i - 1] == ',' || std::string("+-*/?:").find(line[i + 1]) != std::string::npos)
+            return i;
+    }
+    return std::string::npos;
+}
+
+} // namespace
+
+std::string number_text(double number)
+{
+    constexpr double largest = std::numeric_limits<float>::max();
+    const double held = std::isnan(number) ? 0.0 : std::clamp(number, -largest, largest);
+    const auto rounded = static_cast<float>(held);
+    const float size = std::fabs(rounded);
+    const bool plain = size == 0.0F || (size >= 1e-7F && size < 1e12F);
+    char buffer[64];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, size == 0.0F ? 0.0F : rounded,
+                                   plain ? std::chars_format::fixed : std::chars_format::scientific)
+                         .ptr;
+    std::string text(buffer, end);
+    if (text.find('.') == std::string::npos)
+        text.insert(std::min(text.find('e'), text.size()), ".0");
+    return text;
+}
+
+std::string wrapped_line(const std::string& text, int depth)
+{
+    const std::string indent(static_cast<std::size_t>(depth) * indentation, ' ');
+    std::string rest = indent + text;
+    std::string lines;
+    std::size_t first = indent.size() + 1;
+    while (rest.size() > longest_line) {
+        const std::size_t cut = break_position(rest, first, longest_line);
+        if (cut == std::string::npos)
+            break;
+        lines += rest.substr(0, cut) + "\n";
+        rest = indent + std::string(indentation, ' ') + rest.substr(cut + 1);
+        first = indent.size() + indentation + 1;
+    }
+    return lines + rest + "\n";
+}
+
+std::string Printer::type(const Shading_type& shading_type) const
+{
+    return type_name(shading_type, m_language);
+}
+
+std::string Printer::expression(const Expr& expression) const
+{
+    const Expression& e = *expression;
+    const std::vector<Expr>& operands = e.operands;
+    switch (e.op) {
+    case Op::literal:
+        return literal_text(e);
+    case Op::variable:
+        return e.name;
+    case Op::member:
+        return operand(operands[0], closest) + "." + e.name;
+    case Op::swizzle:
+        return swizzle_text(e);
+    case Op::index:
+        return operand(operands[0], closest) + "[" + this->expression(operands[1]) + "]";
+    case Op::unary:
+        return e.name + operand(operands[0], closest);
+    case Op::binary: {
+        const int level = binary_level(e.name);
+        return operand(operands[0], level) + " " + e.name + " " + operand(operands[1], level + 1);
+    }
+    case Op::choose:
+        return operand(operands[0], either) + " ? " + operand(operands[1], either) + " : " +
+               operand(operands[2], either);
+    case Op::method:
+        return operand(operands[0], closest) + "." + e.name + "(" + arguments(operands, 1) + ")";
+    case Op::construct:
+        return construct_text(e);
+    default:
+        return call_text(e);
+    }
+}
+
+std::string Printer::operand(const Expr& expression, int least_precedence) const
+{
+    const std::string text = this->expression(expression);
+    return level_of(*expression, m_language) < least_precedence ? "(" + text + ")" : text;
+}
+
+std::string Printer::arguments(const std::vector<Expr>& operands, std::size_t first) const
+{
+    std::string text;
+    for (std::size_t i = first; i < operands.size(); ++i)
+        text += (i > first ? ", " : "") + expression(operands[i]);
+    return text;
+}
+
+std::string Printer::component_text(const Expression& literal, int i) const
+{
+    const double number = literal.numbers[static_cast<std::size_t>(i)];
+    if (literal.type == Kind::boolean)
+        return number != 0.0 ? "true" : "false";
+    if (literal.type == Kind::integer)
+        return std::to_string(static_cast<long>(std::clamp(number, -2147483647.0, 2147483647.0)));
+    return number_text(number) + (m_language == Language::cpp ? "f" : "");
+}
+
+std::string Printer::literal_text(const Expression& literal) const
+{
+    const int count = component_count(literal.type);
+    if (count == 1)
+        return component_text(literal, 0);
+    std::string text = type(literal.type) + "(";
+    if (count <= 4 && !(m_language == Language::cg || m_language == Language::hlsl) &&
+        all_components_equal(literal))
+        return text + component_text(literal, 0) + ")";
+    for (int i = 0; i < count; ++i)
+        text += (i > 0 ? ", " : "") + component_text(literal, i);
+    return text + ")";
+}
+
+std::string Printer::call_text(const Expression& call) const
+{
+    const Intrinsic* intrinsic = find_intrinsic(call.name);
+    const std::string pattern = intrinsic ? intrinsic_text(*intrinsic, m_language) : call.name;
+    if (pattern.find('$') == std::string::npos)
+        return pattern + "(" + arguments(call.operands, 0) + ")";
+    const bool in_product = is_pattern_product(pattern);
+    std::string text;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] != '$') {
+            text += pattern[i];
+            continue;
+        }
+        const Expr& argument = call.operands[static_cast<std::size_t>(pattern[++i] - '1')];
+        text += in_product ? operand(argument, sign) : expression(argument);
+    }
+    return text;
+}
+
+std::string Printer::construct_text(const Expression& construct) const
+{
+    const Expr& first = construct.operands[0];
+    const bool hlsl_like = m_language == Language::cg || m_language == Language::hlsl;
+    if (construct.operands.size() == 1 && hlsl_like) {
+        if (construct.type == Kind::matrix3)
+            return "(float3x3)" + operand(first, closest);
+        const int count = component_count(construct.type);
+        if (count > 1 && component_count(first->type) == 1)
+            return operand(first, closest) + "." +
+                   std::string(static_cast<std::size_t>(count), 'x');
+    }
+    return type(construct.type) + "(" + arguments(construct.operands, 0) + ")";
+}
+
+std::string Printer::swizzle_text(const Expression& swizzle) const
+{
+    if (m_language != Language::cpp || swizzle.name.size() == 1)
+        return operand(swizzle.operands[0], closest) + "." + swizzle.name;
+    std::string text = "swizzle<";
+    for (std::size_t i = 0; i < swizzle.name.size(); ++i)
+        text += (i > 0 ? ", " : "") + std::to_string(std::string("xyzw").find(swizzle.name[i]));
+    return text + ">(" + expression(swizzle.operands[0]) + ")";
+}
+
+std::string Printer::statements(const Statements& statements, int depth) const
+{
+    std::string text;
+    for (const Statement& statement : statements)
+        text += this->statement(statement, depth);
+    return text;
+}
+
+std::string Printer::block(const Statements& body, int depth) const
+{
+    const std::string indent(static_cast<std::size_t>(depth) * indentation, ' ');
+    return indent + "{\n" + statements(body, depth + 1) + indent + "}\n";
+}
+
+std::string Printer::clip_text(const Statement& clip, int depth) const
+{
+    if (m_language == Language::cg || m_language == Language::hlsl)
+        return wrapped_line("clip(" + expression(clip.value) + ");", depth);
+    return wrapped_line("if (" + operand(clip.value, sum) + " < 0.0)", depth) +
+           wrapped_line("discard;", depth + 1);
+}
+
+std::string Printer::statement(const Statement& statement, int depth) const
+{
+    switch (statement.kind) {
+    case Statement::Kind::declare:
+        return wrapped_line(type(statement.type) + " " + statement.name +
+                                (statement.value ? " = " + expression(statement.value) : "") + ";",
+                            depth);
+    case Statement::Kind::assign:
+        return wrapped_line(expression(statement.target) + " " + statement.op + " " +
+                                expression(statement.value) + ";",
+                            depth);
+    case Statement::Kind::condition:
+        return wrapped_line("if (" + expression(statement.value) + ")", depth) +
+               block(statement.body, depth) +
+               (statement.otherwise.empty()
+                    ? ""
+                    : wrapped_line("else", depth) + block(statement.otherwise, depth));
+    case Statement::Kind::loop:
+        return wrapped_line("for (int " + statement.name + " = 0; " + statement.name + " < " +
+                                operand(statement.value, sum) + "; " + statement.name + "++)",
+                            depth) +
+               block(statement.body, depth);
+    case Statement::Kind::give_back:
+        return wrapped_line("return " + expression(statement.value) + ";", depth);
+    case Statement::Kind::clip:
+        return clip_text(statement, depth);
+    default:
+        return statement.name.empty()
+                   ? "\n"
+                   : std::string(static_cast<std::size_t>(depth) * indentation, ' ') + "// " +
+                         statement.name + "\n";
+    }
+}
+
+std::string Printer::function(const Function& function) const
+{
+    std::string head = type(function.type) + " " + function.name + "(";
+    for (std::size_t i = 0; i < function.parameters.size(); ++i) {
+        const Variable_declaration& parameter = function.parameters[i];
+        const bool sampler =
+            parameter.type == Kind::sampler_2d || parameter.type == Kind::sampler_cube;
+        head += i > 0 ? ", " : "";
+        head += sampler && m_language == Language::cg ? "uniform " : "";
+        head += sampler && m_language == Language::cpp ? "const " : "";
+        head += type(parameter.type) + (sampler && m_language == Language::cpp ? "& " : " ");
+        head += parameter.name;
+    }
+    return wrapped_line(head + ")", 0) + block(function.body, 0);
+}
+
+std::string Printer::structure(const Structure& structure) const
+{
+    std::string text = "struct " + structure.name + "\n{\n";
+    for (const Variable_declaration& field : structure.fields)
+        text += "    " + type(field.type) + " " + field.name + ";" +
+                (field.note.empty() ? "" : " // " + field.note) + "\n";
+    return text + "};\n";
+}
+
+} // namespace reference_host
