@@ -2,9 +2,7 @@
 #ifndef EXPORTER_BASE_BORDER_H
 #define EXPORTER_BASE_BORDER_H
 
-#include "exporter_base/toviraexport_log.h"
-
-#include <exception>
+#include <cstdio>
 
 namespace QZ
 {
@@ -12,14 +10,15 @@ namespace TOVIRAEXPORT
 {
 
 // Runs what an operation of the host's interface does. An exception inside (memory running out, in
-// practice) is noted in the log and becomes `failure`.
+// practice) is noted on standard error, without the log, which needs memory itself, and becomes
+// `failure`.
 template<typename Result, typename Body>
 Result at_border(Result failure, Body body) noexcept
 {
     try {
         return body();
-    } catch (const std::exception&) {
-        Toviraexport_log::instance()->out(wxT("Error! the operation ran out of resources.\n"));
+    } catch (...) {
+        std::fputs("Toviraexport_log: Error! the operation ran out of resources.\n", stderr);
     }
     return failure;
 }

@@ -4,6 +4,7 @@
 
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
+#include "exporter_base/toviraexport_log.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -136,6 +136,8 @@ struct Export {
     TSDK::IGraph_view* view;
     wxWindow* parent;
     bool interactive;
+    std::string kind; // of the node
+    wxString name;    // under which the node is exported
     Export_objects objects;
     Host_ref<TSDK::ICompiler_options> options;
     Host_ref<TSDK::ICompilation_unit> unit;
@@ -143,15 +145,15 @@ struct Export {
 
 // Environment and lens shaders: the node by itself, drawn over the whole screen. Leaves no unit
 // when the compiler fails.
-void compile_screen(Export& work, const std::string& kind)
+void compile_screen(Export& work)
 {
     work.unit = work.objects.compile_node(nullptr);
     if (!work.unit)
         return;
     TSDK::ICompiler_options* options = work.options.get();
     set_options(options, Option_table(screen_options_before_names));
-    set_option(options, "shader_type", kind);
-    set_option(options, "shader_name", get_shader_name(work.objects.node.get()));
+    set_option(options, "shader_type", work.kind);
+    set_option(options, "shader_name", work.name);
     set_options(options, Option_table(screen_options_after_names));
     set_scene_ambient_option(options, work.view);
     set_user_copyright_option(work.app, options);
@@ -167,17 +169,17 @@ bool compile_surface(Export& work, wxString& error)
     constexpr bool ignore_literal = true;
 
     wxString compile_error;
-    TSDK::IGraph_node* node = work.objects.node.get();
-    work.unit = adopt(compile_group(work.view, work.app, work.objects.errors.get(), node,
-                                    resolve_unsized_arrays, preserve_light_loop, world_space,
-                                    ignore_literal, work.parent, work.interactive, compile_error));
+    work.unit =
+        adopt(compile_group(work.view, work.app, work.objects.errors.get(), work.objects.node.get(),
+                            resolve_unsized_arrays, preserve_light_loop, world_space,
+                            ignore_literal, work.parent, work.interactive, compile_error));
     if (!work.unit) {
         error = wxT("Fail to compile a surface shader\n") + compile_error;
         return false;
     }
     TSDK::ICompiler_options* options = work.options.get();
     set_options(options, Option_table(surface_options_before_name));
-    set_option(options, "shader_name", get_shader_name(node));
+    set_option(options, "shader_name", work.name);
     set_options(options, Option_table(surface_options_after_name));
     set_user_copyright_option(work.app, options);
     return true;
@@ -187,18 +189,17 @@ bool compile_surface(Export& work, wxString& error)
 // that does not compile.
 bool compile(Export& work, wxString& error)
 {
-    const char* host_kind = get_shader_kind(work.objects.node.get());
-    const std::string kind = host_kind ? host_kind : "surface";
-    if (kind == "environment" || kind == "lens") {
-        compile_screen(work, kind);
+    if (work.kind == "environment" || work.kind == "lens") {
+        compile_screen(work);
         return true;
     }
-    if (kind == "surface")
+    if (work.kind == "surface")
         return compile_surface(work, error);
-    if (kind == "light" || kind == "volume")
-        error = from_bytes(kind.c_str()) + wxT(" shaders are not supported for export to 3ds Max");
+    const wxString kind = from_bytes(work.kind.c_str());
+    if (work.kind == "light" || work.kind == "volume")
+        error = kind + wxT(" shaders are not supported for export to 3ds Max");
     else
-        error = wxT("unknown shader type \"") + from_bytes(kind.c_str()) + wxT("\"");
+        error = wxT("unknown shader type \"") + kind + wxT("\"");
     return false;
 }
 
@@ -226,10 +227,13 @@ bool write(Export& work, const wxString& path, wxString& error)
 bool run(Export& work, const wxString& path, wxString& error)
 {
     work.objects.take_node(work.view);
+    const char* kind = get_shader_kind(work.objects.node.get());
+    work.kind = kind ? kind : "surface";
     work.objects.take_compiler(work.app);
     work.objects.take_preferences(work.app); // no preference matters here; the host counts on it
     work.objects.take_errors();
     work.options = work.objects.create_options();
+    work.name = get_shader_name(work.objects.node.get());
     return compile(work, error) && write(work, path, error);
 }
 
@@ -264,7 +268,7 @@ const char* Exporter_3dsmax::get_language() const
 bool export_3dsmax_shader(TSDK::ITovira* app, TSDK::IGraph_view* view, const wxString& path,
                           wxWindow* parent, bool interactive, wxString& error)
 {
-    Export work = {app, view, parent, interactive, {}, {}, {}};
+    Export work = {app, view, parent, interactive, {}, {}, {}, {}, {}};
     wxString reason;
     const bool done = run(work, path, reason);
     error = done ? wxString() : wxT("Error exporting shader: ") + reason;
