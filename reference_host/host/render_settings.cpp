@@ -150,7 +150,7 @@ std::optional<Light_request> parse_light(const std::string& text)
     return request;
 }
 
-Render_settings make_render_settings(Shader_graph& graph, const Render_request& request)
+Render_settings make_render_settings(Shader_graph& graph, const Lighting_request& request)
 {
     Render_settings settings;
     for (const auto& node : graph.nodes) {

@@ -37,7 +37,7 @@ struct Light_request {
     std::optional<float> distance_limit;
 };
 
-struct Render_request {
+struct Lighting_request {
     std::vector<Light_request> lights;
     std::string environment; // the name of a node; empty: none
     std::string volume;      // likewise
@@ -52,7 +52,7 @@ std::optional<Light_request> parse_light(const std::string& text);
 // of the document has changes that light; other names, and an environment or volume that the
 // document does not have, become new nodes of the graph. Throws std::invalid_argument with a
 // message when a name belongs to a node that is no light.
-Render_settings make_render_settings(Shader_graph& graph, const Render_request& request);
+Render_settings make_render_settings(Shader_graph& graph, const Lighting_request& request);
 
 } // namespace reference_host
 

@@ -1,0 +1,107 @@
+#include "reference_host/app/commands.h"
+
+#include "reference_host/app/export_job.h"
+#include "reference_host/app/plugin_library.h"
+#include "reference_host/app/wx_runtime.h"
+
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+namespace reference_host
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+// "Custom CgFX (.cgfx)" becomes "custom_cgfx_cgfx": fit for a file name.
+std::string file_name_of(const std::string& exporter_name)
+{
+    std::string name;
+    for (const unsigned char c : exporter_name) {
+        if (std::isalnum(c))
+            name += static_cast<char>(std::tolower(c));
+        else if (!name.empty() && name.back() != '_')
+            name += '_';
+    }
+    while (!name.empty() && name.back() == '_')
+        name.pop_back();
+    return name;
+}
+
+void print_reasons(const Export_outcome& outcome)
+{
+    for (const std::string& reason : outcome.reasons)
+        std::fprintf(stderr, "shader-export: error: %s\n", reason.c_str());
+}
+
+} // namespace
+
+int list_exporters(const std::string& plugin)
+{
+    const std::vector<std::string> names = Plugin_library(plugin).exporter_names();
+    for (size_t index = 0; index < names.size(); ++index)
+        std::printf("%zu  %s\n", index, names[index].c_str());
+    return 0;
+}
+
+int list_nodes(const std::string& document, const std::vector<std::string>& search_path)
+{
+    const std::unique_ptr<Shader_graph> graph = open_document(document, search_path);
+    for (const auto& node : graph->nodes)
+        std::printf("%s  %s  %s  %s:%d\n", full_name(*node).c_str(), node->category.c_str(),
+                    type_name(node->type), node->place.file.c_str(), node->place.line);
+    return 0;
+}
+
+int export_document(const Export_command& command)
+{
+    const Opened_document document(command.scene);
+    const Wx_runtime wx;
+    const Plugin_library plugin(command.plugin);
+    const auto exporter = plugin.make_exporter(plugin.find_exporter(command.exporter));
+    const Export_outcome outcome = run_export(document, *exporter, command.output, command.scene);
+    print_diagnostics(outcome.diagnostics);
+    print_reasons(outcome);
+    for (const Written_file& file : outcome.files)
+        std::printf("%s  %zu bytes\n", file.path.c_str(), file.content.size());
+    return outcome.is_success() ? 0 : 1;
+}
+
+int export_batch(const Batch_command& command)
+{
+    const Opened_document document(command.scene);
+    const Wx_runtime wx;
+    const Plugin_library plugin(command.plugin);
+    const std::vector<std::string> names = plugin.exporter_names();
+    std::vector<int> indices;
+    for (const std::string& wanted : command.exporters)
+        indices.push_back(plugin.find_exporter(wanted));
+    for (int index = 0; command.exporters.empty() && index < static_cast<int>(names.size());
+         ++index)
+        indices.push_back(index);
+    int failures = 0;
+    for (const int index : indices) {
+        const std::string& name = names[static_cast<size_t>(index)];
+        const fs::path folder = fs::path(command.folder) / file_name_of(name);
+        std::error_code failure;
+        fs::create_directories(folder, failure);
+        if (failure)
+            throw std::runtime_error("cannot make the folder '" + folder.string() +
+                                     "': " + failure.message());
+        const auto exporter = plugin.make_exporter(index);
+        const std::string output = (folder / document.node().name).string();
+        const Export_outcome outcome = run_export(document, *exporter, output, command.scene);
+        print_diagnostics(outcome.diagnostics);
+        print_reasons(outcome);
+        std::printf("%s: %s\n", name.c_str(), outcome.is_success() ? "exported" : "failed");
+        for (const Written_file& file : outcome.files)
+            std::printf("  %s  %zu bytes\n", file.path.c_str(), file.content.size());
+        failures += outcome.is_success() ? 0 : 1;
+    }
+    return failures == 0 ? 0 : 1;
+}
+
+} // namespace reference_host

@@ -1,0 +1,37 @@
+// One export, driven as the editor drives it: panel, file name, options, panel closed, export.
+#ifndef REFERENCE_HOST_APP_EXPORT_JOB_H
+#define REFERENCE_HOST_APP_EXPORT_JOB_H
+
+#include "plugin/iexporter.h"
+#include "reference_host/app/message_boxes.h"
+#include "reference_host/app/opened_document.h"
+#include "reference_host/app/written_files.h"
+#include "reference_host/host/export_session.h"
+
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+struct Export_outcome {
+    std::vector<Written_file> files;
+    Diagnostics diagnostics;
+    std::vector<std::string> reasons; // why it is no success; empty: it is one
+
+    bool is_success() const { return reasons.empty(); }
+};
+
+// Exports the document's node to the file name through the exporter, in a window that is never
+// shown, and judges by what can be seen: the files, the diagnostics, the boxes, the references.
+// Exporters return true for much that failed. Throws std::invalid_argument for panel options that
+// do not exist. Needs a Wx_runtime.
+Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& exporter,
+                          const std::string& output, const Scene_request& request);
+
+// "FILE:LINE: warning: TEXT" on standard error for each.
+void print_diagnostics(const Diagnostics& diagnostics);
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,38 @@
+// What the user asks the program for: the options of its commands.
+#ifndef REFERENCE_HOST_APP_EXPORT_REQUEST_H
+#define REFERENCE_HOST_APP_EXPORT_REQUEST_H
+
+#include "reference_host/app/message_boxes.h"
+#include "reference_host/app/panel_options.h"
+#include "reference_host/host/export_scene.h"
+#include "reference_host/host/render_settings.h"
+
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+// How the names of image files stand in the exported text.
+enum class Texture_paths {
+    as_is,    // as the document has them, file prefixes applied
+    relative, // to the folder of the exported file
+    absolute
+};
+
+// What is exported and how, but for the exporter and the output.
+struct Scene_request {
+    std::string document;
+    std::string node; // empty: the first surface material, else the first surface shader
+    Lighting_request render;
+    std::vector<std::string> search_path; // further folders for includes, images and user files
+    Texture_paths texture_paths = Texture_paths::as_is;
+    Preferences preferences;
+    Shader_kind_answer kind;
+    Box_policy boxes;
+    std::vector<Option_setting> options; // of the exporter's panel
+};
+
+} // namespace reference_host
+
+#endif

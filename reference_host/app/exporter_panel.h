@@ -1,0 +1,52 @@
+// One exporter's option panel inside a window of the host.
+//
+// Life: construction creates the panel (create_ui), any number of settings, close() reads it back
+// (remove_ui). A panel that is not closed is discarded.
+#ifndef REFERENCE_HOST_APP_EXPORTER_PANEL_H
+#define REFERENCE_HOST_APP_EXPORTER_PANEL_H
+
+#include "plugin/iexporter.h"
+
+#include <string>
+
+class wxWindow;
+
+namespace reference_host
+{
+
+class Exporter_panel
+{
+public:
+    // Builds the panel into `container`, whose sizer it may replace, for a width in pixels. All
+    // three must outlive the panel.
+    Exporter_panel(QZ::TSDK::IExporter& exporter, QZ::TSDK::IGraph_view* view, wxWindow& container,
+                   int width);
+    ~Exporter_panel();
+    Exporter_panel(const Exporter_panel&) = delete;
+    Exporter_panel& operator=(const Exporter_panel&) = delete;
+
+    // The height in pixels that the exporter asks for.
+    int height() const { return m_height; }
+
+    void resize(int width, int height);
+
+    // The name in the export-file field, and a new one. Nothing happens on a panel without it.
+    std::string file_name() const;
+    void set_file_name(const std::string& name);
+
+    // Keeps what was edited and destroys the panel.
+    void close();
+
+private:
+    void remove(bool discard);
+
+    QZ::TSDK::IExporter& m_exporter;
+    QZ::TSDK::IGraph_view* m_view;
+    wxWindow& m_container;
+    int m_height = 0;
+    bool m_is_open = true;
+};
+
+} // namespace reference_host
+
+#endif

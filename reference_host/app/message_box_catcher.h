@@ -1,0 +1,27 @@
+// Catches message boxes before they appear. The only part of the host that differs between
+// wxWidgets 3, which has a hook for this, and 2.8, where GTK's modal run is replaced.
+#ifndef REFERENCE_HOST_APP_MESSAGE_BOX_CATCHER_H
+#define REFERENCE_HOST_APP_MESSAGE_BOX_CATCHER_H
+
+#include <memory>
+
+namespace reference_host
+{
+
+class Message_box_answers;
+
+// While it lives, every message box goes to the answers, which must outlive it.
+class Message_box_catcher
+{
+public:
+    explicit Message_box_catcher(Message_box_answers& answers);
+    ~Message_box_catcher();
+
+private:
+    struct Hook;
+    std::unique_ptr<Hook> m_hook;
+};
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,55 @@
+// Answers the plug-in's message boxes in place of a user, and repeats them on standard error.
+#ifndef REFERENCE_HOST_APP_MESSAGE_BOXES_H
+#define REFERENCE_HOST_APP_MESSAGE_BOXES_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+class Message_box_catcher;
+
+enum class Overwrite { ask, yes, no };    // ask: on the terminal; without one: no
+enum class Missing { continue_, cancel }; // lights or an environment that the shader needs
+
+struct Box_policy {
+    Overwrite overwrite = Overwrite::ask;
+    Missing missing = Missing::continue_;
+};
+
+enum class Box_answer { ok, yes, no };
+
+struct Answered_box {
+    std::string caption;
+    std::string message;
+    Box_answer answer = Box_answer::ok;
+    bool is_overwrite_question = false;
+    bool is_missing_question = false;
+};
+
+// While it lives, no message box appears: each is answered at once. One at a time.
+class Message_box_answers
+{
+public:
+    explicit Message_box_answers(const Box_policy& policy);
+    ~Message_box_answers();
+    Message_box_answers(const Message_box_answers&) = delete;
+    Message_box_answers& operator=(const Message_box_answers&) = delete;
+
+    // The boxes so far, in order.
+    const std::vector<Answered_box>& boxes() const { return m_boxes; }
+
+    // Decides on one box, notes and repeats it. Called by what catches the boxes.
+    Box_answer answer(const std::string& caption, const std::string& message);
+
+private:
+    Box_policy m_policy;
+    std::vector<Answered_box> m_boxes;
+    std::unique_ptr<Message_box_catcher> m_catcher;
+};
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,110 @@
+#include "reference_host/app/opened_document.h"
+
+#include "reference_host/document/materialx_reader.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace reference_host
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+std::string message(const Read_result& result)
+{
+    const std::string line = result.place.line > 0 ? ":" + std::to_string(result.place.line) : "";
+    return result.place.file + line + ": error: " + result.error;
+}
+
+const Node* first_of(const Shader_graph& graph, bool (*fits)(const Node&))
+{
+    for (const auto& node : graph.nodes) {
+        if (node->scope.empty() && fits(*node))
+            return node.get();
+    }
+    return nullptr;
+}
+
+const Node& chosen_node(const Shader_graph& graph, const std::string& name)
+{
+    if (name.empty()) {
+        if (const Node* node = default_node(graph))
+            return *node;
+        throw std::runtime_error(graph.document + ": error: there is no surface material and no "
+                                                  "surface shader; choose a node with --node");
+    }
+    if (const Node* node = graph.find_node(name))
+        return *node;
+    throw std::invalid_argument("the document has no node '" + name + "'");
+}
+
+// Where an image lies: in the document's folder or one of the search path; as if in the document's
+// folder when nowhere.
+fs::path find_image(const std::string& name, const std::string& folder,
+                    const std::vector<std::string>& search_path)
+{
+    const fs::path usual = fs::absolute(fs::path(folder) / name).lexically_normal();
+    std::error_code failure;
+    if (fs::exists(usual, failure))
+        return usual;
+    for (const std::string& other : search_path) {
+        const fs::path candidate = fs::absolute(fs::path(other) / name).lexically_normal();
+        if (fs::exists(candidate, failure))
+            return candidate;
+    }
+    return usual;
+}
+
+} // namespace
+
+std::unique_ptr<Shader_graph> open_document(const std::string& file,
+                                            const std::vector<std::string>& search_path)
+{
+    Read_result result = read_materialx(file, search_path);
+    if (!result.graph)
+        throw std::runtime_error(message(result));
+    return std::move(result.graph);
+}
+
+const Node* default_node(const Shader_graph& graph)
+{
+    const Node* material =
+        first_of(graph, [](const Node& node) { return node.category == "surfacematerial"; });
+    if (material)
+        return material;
+    return first_of(graph, [](const Node& node) { return node.type == Type::surfaceshader; });
+}
+
+Opened_document::Opened_document(const Scene_request& request)
+    : m_request(request),
+      m_graph(open_document(request.document, request.search_path)),
+      m_node(&chosen_node(*m_graph, request.node)),
+      m_render_settings(make_render_settings(*m_graph, request.render))
+{
+}
+
+Export_scene Opened_document::scene(const std::string& output) const
+{
+    Export_scene scene;
+    scene.graph = m_graph.get();
+    scene.selection = {m_node};
+    scene.kind = m_request.kind;
+    scene.render_settings = m_render_settings;
+    scene.search_paths = m_request.search_path;
+    scene.preferences = m_request.preferences;
+    if (m_request.texture_paths == Texture_paths::as_is)
+        return scene;
+    const fs::path base = fs::absolute(output).parent_path().lexically_normal();
+    const bool is_relative = m_request.texture_paths == Texture_paths::relative;
+    scene.generator.texture_path = [this, base, is_relative](const std::string& name) {
+        if (name.empty())
+            return name;
+        const fs::path image = find_image(name, m_graph->folder, m_request.search_path);
+        return (is_relative ? image.lexically_relative(base) : image).generic_string();
+    };
+    return scene;
+}
+
+} // namespace reference_host

@@ -1,0 +1,43 @@
+// A document as the host opens it: read, its node chosen, its scene set up.
+#ifndef REFERENCE_HOST_APP_OPENED_DOCUMENT_H
+#define REFERENCE_HOST_APP_OPENED_DOCUMENT_H
+
+#include "reference_host/app/export_request.h"
+#include "reference_host/host/export_scene.h"
+
+#include <memory>
+#include <string>
+
+namespace reference_host
+{
+
+// Reads a document. Throws std::runtime_error with the message "FILE:LINE: error: TEXT".
+std::unique_ptr<Shader_graph> open_document(const std::string& file,
+                                            const std::vector<std::string>& search_path);
+
+// The node that an export is about when none is named: the first surface material, else the first
+// surface shader; null when there is neither.
+const Node* default_node(const Shader_graph& graph);
+
+class Opened_document
+{
+public:
+    // Throws std::runtime_error when the document cannot be read or has nothing to export, and
+    // std::invalid_argument when a name that the user gave does not fit the document.
+    explicit Opened_document(const Scene_request& request);
+
+    const Node& node() const { return *m_node; }
+
+    // The scene of an export to a file of that name. Refers to this object.
+    Export_scene scene(const std::string& output) const;
+
+private:
+    Scene_request m_request;
+    std::unique_ptr<Shader_graph> m_graph;
+    const Node* m_node = nullptr;
+    Render_settings m_render_settings;
+};
+
+} // namespace reference_host
+
+#endif

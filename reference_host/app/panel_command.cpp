@@ -1,0 +1,62 @@
+#include "exporter_base/bytes.h"
+#include "reference_host/app/commands.h"
+#include "reference_host/app/exporter_panel.h"
+#include "reference_host/app/plugin_library.h"
+#include "reference_host/app/wx_runtime.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+#include <wx/bitmap.h>
+#include <wx/dcclient.h>
+#include <wx/dcmemory.h>
+#include <wx/frame.h>
+#include <wx/panel.h>
+
+namespace reference_host
+{
+namespace
+{
+
+void save_picture(wxWindow& window, const std::string& file)
+{
+    const wxSize size = window.GetClientSize();
+    wxBitmap picture(size.GetWidth(), size.GetHeight());
+    wxClientDC source(&window);
+    wxMemoryDC target(picture);
+    target.Blit(0, 0, size.GetWidth(), size.GetHeight(), &source, 0, 0);
+    target.SelectObject(wxNullBitmap);
+    if (!picture.SaveFile(QZ::TOVIRAEXPORT::from_bytes(file.c_str()), wxBITMAP_TYPE_PNG))
+        throw std::runtime_error("the picture '" + file + "' cannot be written");
+}
+
+} // namespace
+
+int show_panel(const Panel_command& command)
+{
+    const Wx_runtime wx;
+    const Plugin_library plugin(command.plugin);
+    const auto exporter = plugin.make_exporter(plugin.find_exporter(command.exporter));
+    wxFrame* frame =
+        new wxFrame(nullptr, wxID_ANY, QZ::TOVIRAEXPORT::from_bytes(exporter->get_name()));
+    wxPanel* area = new wxPanel(frame);
+    {
+        Exporter_panel panel(*exporter, nullptr, *area, command.width);
+        std::printf("%s: %d pixels high at a width of %d\n", exporter->get_name(), panel.height(),
+                    command.width);
+        for (const std::string& name : panel_option_names(*area))
+            std::printf("  %s\n", name.c_str());
+        if (!command.screenshot.empty()) {
+            frame->SetClientSize(command.width, panel.height());
+            frame->Show();
+            Wx_runtime::settle();
+            panel.resize(area->GetClientSize().GetWidth(), area->GetClientSize().GetHeight());
+            Wx_runtime::settle();
+            save_picture(*area, command.screenshot);
+        }
+    }
+    frame->Destroy();
+    return 0;
+}
+
+} // namespace reference_host

@@ -1,0 +1,152 @@
+#include "reference_host/app/panel_options.h"
+
+#include "exporter_base/bytes.h"
+
+#include <algorithm>
+#include <cctype>
+#include <stdexcept>
+
+#include <wx/checkbox.h>
+#include <wx/combobox.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+namespace reference_host
+{
+
+using QZ::TOVIRAEXPORT::from_bytes;
+using QZ::TOVIRAEXPORT::to_bytes;
+
+namespace
+{
+
+struct Panel_option {
+    wxWindow* control;
+    std::vector<std::string> names; // the best one first
+};
+
+std::string plain_name(const std::string& label)
+{
+    std::string name = label;
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) {
+        return c == ' ' ? '_' : static_cast<char>(std::tolower(c));
+    });
+    const size_t last = name.find_last_not_of(":_");
+    return name.substr(0, last == std::string::npos ? 0 : last + 1);
+}
+
+bool is_option(const wxWindow* window)
+{
+    return dynamic_cast<const wxCheckBox*>(window) || dynamic_cast<const wxComboBox*>(window) ||
+           dynamic_cast<const wxTextCtrl*>(window);
+}
+
+// `label` is the text before the window, and after the call the one before the next window.
+void collect(wxWindow& window, std::string& label, std::vector<Panel_option>& options)
+{
+    for (wxWindow* child : window.GetChildren()) {
+        if (dynamic_cast<wxStaticText*>(child)) {
+            label = to_bytes(child->GetLabel());
+        } else if (is_option(child)) {
+            Panel_option option{child, {}};
+            if (dynamic_cast<wxCheckBox*>(child))
+                option.names.push_back(plain_name(to_bytes(child->GetLabel())));
+            else
+                option.names.push_back(plain_name(label));
+            option.names.push_back(plain_name(to_bytes(child->GetName())));
+            options.push_back(option);
+            label.clear();
+        } else {
+            collect(*child, label, options);
+        }
+    }
+}
+
+std::vector<Panel_option> options_of(wxWindow& panel)
+{
+    std::vector<Panel_option> options;
+    std::string label;
+    collect(panel, label, options);
+    return options;
+}
+
+// The controls are set by value, and the event that a user's hand would cause follows.
+void notify(wxWindow& control, wxEventType type)
+{
+    wxCommandEvent event(type, control.GetId());
+    event.SetEventObject(&control);
+    control.GetEventHandler()->ProcessEvent(event);
+}
+
+void set_check_box(wxCheckBox& box, const Option_setting& setting)
+{
+    const std::string value = plain_name(setting.value);
+    const bool is_on = value == "on" || value == "true";
+    if (!is_on && value != "off" && value != "false")
+        throw std::invalid_argument("the option '" + setting.name + "' is on or off, not '" +
+                                    setting.value + "'");
+    box.SetValue(is_on);
+    notify(box, wxEVT_COMMAND_CHECKBOX_CLICKED);
+}
+
+void set_combo_box(wxComboBox& box, const Option_setting& setting)
+{
+    std::string entries;
+    for (unsigned int i = 0; i < box.GetCount(); ++i) {
+        const std::string entry = to_bytes(box.GetString(i));
+        if (plain_name(entry) == plain_name(setting.value)) {
+            box.SetSelection(static_cast<int>(i));
+            notify(box, wxEVT_COMMAND_COMBOBOX_SELECTED);
+            return;
+        }
+        entries += (entries.empty() ? "" : ", ") + entry;
+    }
+    throw std::invalid_argument("the option '" + setting.name + "' is one of " + entries +
+                                ", not '" + setting.value + "'");
+}
+
+void set_control(wxWindow& control, const Option_setting& setting)
+{
+    if (auto* check_box = dynamic_cast<wxCheckBox*>(&control))
+        set_check_box(*check_box, setting);
+    else if (auto* combo_box = dynamic_cast<wxComboBox*>(&control))
+        set_combo_box(*combo_box, setting);
+    else if (auto* text = dynamic_cast<wxTextCtrl*>(&control))
+        text->SetValue(from_bytes(setting.value.c_str())); // sends its event itself
+}
+
+wxWindow& find_control(const std::vector<Panel_option>& options, const std::string& name)
+{
+    std::vector<wxWindow*> fitting;
+    std::string known;
+    for (const Panel_option& option : options) {
+        const auto& names = option.names;
+        if (std::find(names.begin(), names.end(), plain_name(name)) != names.end())
+            fitting.push_back(option.control);
+        known += (known.empty() ? "" : ", ") + names.front();
+    }
+    if (fitting.size() == 1)
+        return *fitting.front();
+    throw std::invalid_argument(
+        (fitting.empty() ? "the panel has no option '" : "the panel has several options '") + name +
+        "'; there are: " + known);
+}
+
+} // namespace
+
+void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings)
+{
+    const std::vector<Panel_option> options = options_of(panel);
+    for (const Option_setting& setting : settings)
+        set_control(find_control(options, setting.name), setting);
+}
+
+std::vector<std::string> panel_option_names(wxWindow& panel)
+{
+    std::vector<std::string> names;
+    for (const Panel_option& option : options_of(panel))
+        names.push_back(option.names.front());
+    return names;
+}
+
+} // namespace reference_host

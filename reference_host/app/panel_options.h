@@ -1,0 +1,31 @@
+// Sets the options on an exporter's panel by their names, as a user would by hand.
+//
+// An option is a check box, combo box or text field. Its names are the control's window name, its
+// label, and the label of the text before it; upper and lower case do not matter, blanks and
+// underscores are one, and a colon at the end is left out.
+#ifndef REFERENCE_HOST_APP_PANEL_OPTIONS_H
+#define REFERENCE_HOST_APP_PANEL_OPTIONS_H
+
+#include <string>
+#include <vector>
+
+class wxWindow;
+
+namespace reference_host
+{
+
+struct Option_setting {
+    std::string name;
+    std::string value; // on, off, true, false; the entry of a combo box; a text
+};
+
+// Sets the options in their order. Throws std::invalid_argument with a message when the panel has
+// no such option, or several, or the option does not take the value; those before it are set then.
+void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings);
+
+// The names by which the panel's options are best called, in the order of the panel.
+std::vector<std::string> panel_option_names(wxWindow& panel);
+
+} // namespace reference_host
+
+#endif

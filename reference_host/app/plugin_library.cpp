@@ -1,0 +1,114 @@
+#include "reference_host/app/plugin_library.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <filesystem>
+#include <stdexcept>
+
+namespace reference_host
+{
+
+using QZ::TSDK::IExporter;
+using QZ::TSDK::IExporter_plugin;
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr const char* library_name = "toviraexport.so";
+
+// Where the library may lie, seen from the folder of this program: installed or built together, in
+// the build tree, installed under one prefix.
+constexpr const char* usual_folders[] = {".", "../plugin", "../../plugin", "../lib"};
+
+std::string usual_file()
+{
+    std::error_code failure;
+    const fs::path program = fs::read_symlink("/proc/self/exe", failure);
+    for (const char* folder : usual_folders) {
+        const fs::path file = (program.parent_path() / folder / library_name).lexically_normal();
+        if (fs::exists(file, failure))
+            return file.string();
+    }
+    throw std::runtime_error(std::string(library_name) +
+                             " was not found beside this program; name it with --plugin");
+}
+
+std::string lower_case(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+std::string listing(const std::vector<std::string>& names)
+{
+    std::string text;
+    for (size_t i = 0; i < names.size(); ++i)
+        text += "\n  " + std::to_string(i) + "  " + names[i];
+    return text;
+}
+
+} // namespace
+
+Plugin_library::Plugin_library(const std::string& file)
+{
+    std::string path = file.empty() ? usual_file() : file;
+    if (path.find('/') == std::string::npos)
+        path.insert(0, "./"); // a bare name would be searched among the system's libraries
+    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library)
+        throw std::runtime_error(std::string("the plug-in cannot be loaded: ") + dlerror());
+    using Initializer = qz::base::Plugin* (*)(unsigned int);
+    const auto initializer = reinterpret_cast<Initializer>(dlsym(library, "initializer"));
+    if (!initializer)
+        throw std::runtime_error("'" + path + "' is no plug-in: it has no function 'initializer'");
+    constexpr unsigned int plugin_selector = 0; // the only one there is
+    qz::base::Plugin* plugin = initializer(plugin_selector);
+    if (!plugin)
+        throw std::runtime_error("'" + path + "' gave no plug-in");
+    if (std::strcmp(plugin->get_type(), "Exporter_plugin") != 0)
+        throw std::runtime_error("'" + path + "' is no exporter plug-in, but a '" +
+                                 plugin->get_type() + "'");
+    m_plugin.reset(static_cast<IExporter_plugin*>(plugin));
+}
+
+std::vector<std::string> Plugin_library::exporter_names() const
+{
+    std::vector<std::string> names;
+    for (int index = 0; index < m_plugin->get_num_exporters(); ++index)
+        names.push_back(make_exporter(index)->get_name());
+    return names;
+}
+
+int Plugin_library::find_exporter(const std::string& wanted) const
+{
+    const std::vector<std::string> names = exporter_names();
+    std::vector<int> fitting;
+    for (int index = 0; index < static_cast<int>(names.size()); ++index) {
+        const std::string name = lower_case(names[static_cast<size_t>(index)]);
+        if (wanted == std::to_string(index) || lower_case(wanted) == name)
+            return index;
+        if (!wanted.empty() && name.find(lower_case(wanted)) != std::string::npos)
+            fitting.push_back(index);
+    }
+    if (fitting.size() == 1)
+        return fitting.front();
+    throw std::invalid_argument(
+        (fitting.empty() ? "no exporter fits '" : "several exporters fit '") + wanted +
+        "'; there are:" + listing(names));
+}
+
+std::unique_ptr<IExporter> Plugin_library::make_exporter(int index) const
+{
+    std::unique_ptr<IExporter> exporter(m_plugin->get_exporter(index));
+    if (!exporter)
+        throw std::runtime_error("the plug-in gives no exporter " + std::to_string(index));
+    return exporter;
+}
+
+} // namespace reference_host

@@ -1,0 +1,42 @@
+// The plug-in's shared library, loaded the way the editor does it: through its entry function, and
+// used through virtual tables alone.
+#ifndef REFERENCE_HOST_APP_PLUGIN_LIBRARY_H
+#define REFERENCE_HOST_APP_PLUGIN_LIBRARY_H
+
+#include "plugin/iexporter.h"
+#include "plugin/iexporter_plugin.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+class Plugin_library
+{
+public:
+    // Loads the library. Throws std::runtime_error with a message when that fails or it is no
+    // exporter plug-in. An empty file name means the library in its usual places: beside this
+    // program, or where the build puts it.
+    explicit Plugin_library(const std::string& file);
+
+    // The names of the exporters, in the order of their indices.
+    std::vector<std::string> exporter_names() const;
+
+    // The index of the exporter that the user means: by its index, its name, or a part of its name
+    // that fits only one; upper and lower case do not matter. Throws std::invalid_argument with a
+    // message when none or several fit.
+    int find_exporter(const std::string& wanted) const;
+
+    // A new exporter of that index. Throws std::runtime_error when the plug-in gives none.
+    std::unique_ptr<QZ::TSDK::IExporter> make_exporter(int index) const;
+
+private:
+    // The library stays loaded until the process ends: wx keeps pointers into it.
+    std::unique_ptr<QZ::TSDK::IExporter_plugin> m_plugin;
+};
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,96 @@
+#include "reference_host/app/wx_runtime.h"
+
+#include "exporter_base/bytes.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+#include <dlfcn.h>
+
+#include <wx/app.h>
+#include <wx/image.h>
+#include <wx/stopwatch.h>
+#include <wx/utils.h>
+
+namespace reference_host
+{
+namespace
+{
+
+class Host_app : public wxApp
+{
+public:
+    bool OnInit() override { return true; } // the command line is not wx's to read
+};
+
+// GTK complains about buttons narrower than its theme likes. That is of no use to anyone here.
+void drop_noise(const char* domain, int level, const char* message, void*)
+{
+    using Handler = void (*)(const char*, int, const char*, void*);
+    static const auto pass_on =
+        reinterpret_cast<Handler>(dlsym(RTLD_DEFAULT, "g_log_default_handler"));
+    if (pass_on && !std::strstr(message ? message : "", "Negative content"))
+        pass_on(domain, level, message, nullptr);
+}
+
+void silence_gtk_noise()
+{
+    using Handler = void (*)(const char*, int, const char*, void*);
+    using Set_handler = unsigned int (*)(const char*, int, Handler, void*);
+    constexpr int warnings = 1 << 4; // G_LOG_LEVEL_WARNING
+    if (const auto set = reinterpret_cast<Set_handler>(dlsym(RTLD_DEFAULT, "g_log_set_handler")))
+        set("Gtk", warnings, drop_noise, nullptr);
+}
+
+#if wxCHECK_VERSION(3, 0, 0)
+// A failed check of wx is a line for the developer, not a window for the user.
+void report_assert(const wxString& file, int line, const wxString&, const wxString& condition,
+                   const wxString& message)
+{
+    using QZ::TOVIRAEXPORT::to_bytes;
+    std::fprintf(stderr, "%s:%d: error: wx assertion %s: %s\n", to_bytes(file).c_str(), line,
+                 to_bytes(condition).c_str(), to_bytes(message).c_str());
+}
+#endif
+
+} // namespace
+
+Wx_runtime::Wx_runtime()
+{
+    setenv("GSETTINGS_BACKEND", "memory", 1); // the desktop's settings are not ours to touch
+    if (!has_display())
+        m_display.emplace();
+#if wxCHECK_VERSION(3, 0, 0)
+    wxSetAssertHandler(report_assert);
+#endif
+    wxApp::SetInstance(new Host_app);
+    // Only the program's name: GTK would take some of our own options for its own.
+    static char name[] = "shader-export";
+    static char* arguments[] = {name, nullptr};
+    int count = 1;
+    if (!wxEntryStart(count, arguments) || !wxTheApp->CallOnInit())
+        throw std::runtime_error("the window system cannot be started");
+    silence_gtk_noise();
+    wxInitAllImageHandlers();
+}
+
+Wx_runtime::~Wx_runtime()
+{
+    wxEntryCleanup();
+}
+
+void Wx_runtime::settle()
+{
+    constexpr long quiet_ms = 300; // what GTK takes for layout and first drawing
+    for (const wxStopWatch watch; watch.Time() < quiet_ms; wxMilliSleep(10))
+        wxTheApp->Yield(true);
+}
+
+void Wx_runtime::run()
+{
+    wxTheApp->MainLoop();
+}
+
+} // namespace reference_host
