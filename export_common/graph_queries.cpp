@@ -86,13 +86,13 @@ private:
     // Opens the visit of a node. A material's surface is walked before the material itself.
     void enter(TSDK::IGraph_node* node)
     {
-        while (node && !is_under_way(node)) {
+        do {
             Visit visit;
             visit.node = node;
             visit.declaration = adopt(node->get_declaration());
             node = find_surface(visit);
             m_visits.push_back(std::move(visit));
-        }
+        } while (node && !is_under_way(node));
     }
 
     // The surface of a material that is still to be walked, or null. Without one, a material counts

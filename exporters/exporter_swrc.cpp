@@ -97,6 +97,7 @@ void Exporter_swrc::update_filename(const wxString& filename, wxString& qz_filen
     cpp_filename = stem.with(wxT(".cpp"));
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is fixed
 wxString Exporter_swrc::get_src(TSDK::IGenerated_shader* shader, wxString code_type)
 {
     shader->get_num_codes(); // the host expects the question; both codes are taken on trust
