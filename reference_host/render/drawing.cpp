@@ -100,8 +100,8 @@ GLuint link(const Drawing& drawing, std::string& error)
     glLinkProgram(program);
     GLint linked = GL_FALSE;
     glGetProgramiv(program, GL_LINK_STATUS, &linked);
-    const std::string log =
-        log_of(program, glGetProgramiv, glGetProgramInfoLog, drawing.fragment.name);
+    const std::string log = log_of(program, glGetProgramiv, glGetProgramInfoLog,
+                                   drawing.vertex.name + " with " + drawing.fragment.name);
     // Mesa only warns of a varying that is read but never written; the value is undefined.
     if (linked == GL_TRUE && log.find("not written") == std::string::npos)
         return program;
@@ -274,20 +274,36 @@ void load_texture(const Drawing& drawing, const Uniform& uniform)
     }
 }
 
+// Values that stand under the names of the elements of an array.
+void set_elements(GLuint program, const Uniform& array, const Drawing& drawing)
+{
+    for (GLint i = 0; i < array.count; ++i) {
+        Uniform element = array;
+        element.name += "[" + std::to_string(i) + "]";
+        element.location = glGetUniformLocation(program, element.name.c_str());
+        element.count = 1;
+        if (const auto values = drawing.uniforms.find(element.name);
+            values != drawing.uniforms.end())
+            set_uniform(element, values->second);
+    }
+}
+
 void fill_uniforms(GLuint program, const Drawing& drawing)
 {
     GLint unit = 0;
     for (const Uniform& uniform : active_uniforms(program)) {
+        const auto values = drawing.uniforms.find(uniform.name);
+        const auto matrix = scene_matrix(uniform.name, "");
         if (uniform.type == GL_SAMPLER_2D || uniform.type == GL_SAMPLER_CUBE) {
             glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
             load_texture(drawing, uniform);
             glUniform1i(uniform.location, unit++);
-        } else if (const auto values = drawing.uniforms.find(uniform.name);
-                   values != drawing.uniforms.end()) {
+        } else if (values != drawing.uniforms.end()) {
             set_uniform(uniform, values->second);
-        } else if (uniform.type == GL_FLOAT_MAT3 || uniform.type == GL_FLOAT_MAT4) {
-            if (const auto matrix = scene_matrix(uniform.name, ""))
-                set_uniform(uniform, matrix_values(*matrix, uniform.type));
+        } else if (matrix && (uniform.type == GL_FLOAT_MAT3 || uniform.type == GL_FLOAT_MAT4)) {
+            set_uniform(uniform, matrix_values(*matrix, uniform.type));
+        } else {
+            set_elements(program, uniform, drawing);
         }
     }
 }

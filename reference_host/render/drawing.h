@@ -24,7 +24,8 @@ struct Drawing {
     Vertex_space space = Vertex_space::world;
 
     // Values by the name of the uniform, those of matrices and arrays one row or element after the
-    // other. A matrix without values gets that of the scene when its name is known (see scene.h).
+    // other; those of arrays also by the name of each element. A matrix without values gets that of
+    // the scene when its name is known (see scene.h).
     std::map<std::string, std::vector<float>> uniforms;
 
     // Images of the samplers; a sampler without one gets a labelled checker, a cube map the sky.

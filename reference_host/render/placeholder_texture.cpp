@@ -101,7 +101,8 @@ void draw_label(Image& image, const std::string& label)
     constexpr std::size_t most_characters = checker_side / (min_dot * glyph_advance);
     const std::string text = label.substr(0, most_characters);
     const int columns = std::max(static_cast<int>(text.size()) * glyph_advance, 1);
-    const int dot = std::clamp(image.width / columns, min_dot, max_dot);
+    // A sphere shows the middle of its texture best.
+    const int dot = std::clamp(image.width * 5 / 8 / columns, min_dot, max_dot);
     int left = (image.width - columns * dot) / 2;
     for (const char character : text) {
         draw_glyph(image, glyph_of(character), left, (image.height - glyph_rows * dot) / 2, dot);

@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 #include <unistd.h>
 
@@ -149,20 +150,20 @@ Render_result render(const Render_request& request)
 std::string find_cg_compiler()
 {
     std::vector<std::filesystem::path> candidates;
-    if (const char* folder = std::getenv("TOVIRAEXPORT_VALIDATORS"))
-        candidates.push_back(std::filesystem::path(folder) / "bin/cgc");
+    if (const char* folder = std::getenv("TOVIRAEXPORT_VALIDATORS")) {
+        candidates.push_back(std::filesystem::path(folder) / "bin");
+    } else {
 #ifdef TOVIRAEXPORT_VALIDATORS_FOLDER
-    candidates.emplace_back(TOVIRAEXPORT_VALIDATORS_FOLDER "/bin/cgc");
+        candidates.emplace_back(TOVIRAEXPORT_VALIDATORS_FOLDER "/bin");
 #endif
-    const char* const path = std::getenv("PATH");
-    for (std::string rest = path ? path : ""; !rest.empty();) {
-        const std::size_t colon = rest.find(':');
-        candidates.push_back(std::filesystem::path(rest.substr(0, colon)) / "cgc");
-        rest.erase(0, colon == std::string::npos ? rest.size() : colon + 1);
+        const char* const path = std::getenv("PATH");
+        std::istringstream folders(path ? path : "");
+        for (std::string entry; std::getline(folders, entry, ':');)
+            candidates.emplace_back(entry);
     }
     for (const auto& candidate : candidates)
-        if (is_executable(candidate.string()))
-            return candidate.string();
+        if (const std::string file = (candidate / "cgc").string(); is_executable(file))
+            return file;
     return "";
 }
 

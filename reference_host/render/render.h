@@ -47,7 +47,8 @@ struct Render_result {
 Render_result render(const Render_request& request);
 
 // The Cg compiler: bin/cgc in the folder that the environment variable TOVIRAEXPORT_VALIDATORS
-// names, else in the folder "validators" of the build tree, else on the PATH. Empty when absent.
+// names; where it is not set, in the folder "validators" of the build tree, else cgc on the PATH.
+// Empty when absent.
 std::string find_cg_compiler();
 
 } // namespace reference_host

@@ -1,0 +1,141 @@
+#include "reference_host/render/scene.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace reference_host
+{
+
+namespace
+{
+
+Matrix product(const Matrix& a, const Matrix& b)
+{
+    Matrix result = {};
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            for (int k = 0; k < 4; ++k)
+                result[4 * row + column] += a[4 * row + k] * b[4 * k + column];
+    return result;
+}
+
+void expect_identity(const Matrix& matrix, const std::string& what)
+{
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(matrix[i], i % 5 == 0 ? 1 : 0, 1e-5) << what << ", number " << i;
+}
+
+Matrix named(const std::string& semantic)
+{
+    const auto matrix = scene_matrix("", semantic);
+    EXPECT_TRUE(matrix) << semantic;
+    return matrix.value_or(Matrix{});
+}
+
+TEST(Scene_matrix, inverses_undo_their_matrices)
+{
+    const char* pairs[][2] = {{"VIEW", "VIEWINVERSE"},
+                              {"WORLD", "WORLDINVERSE"},
+                              {"WORLDVIEW", "WORLDVIEWINVERSE"},
+                              {"PROJECTION", "PROJECTIONINVERSE"},
+                              {"VIEWPROJECTION", "VIEWPROJECTIONINVERSE"}};
+    for (const auto& pair : pairs)
+        expect_identity(product(named(pair[0]), named(pair[1])), pair[0]);
+    expect_identity(product(named("WORLDVIEW"), transposed(named("WORLDVIEWINVERSETRANSPOSE"))),
+                    "WORLDVIEWINVERSETRANSPOSE");
+}
+
+TEST(Scene_matrix, products_are_those_of_their_parts)
+{
+    const Matrix expected = product(product(named("PROJECTION"), named("VIEW")), named("WORLD"));
+    EXPECT_EQ(named("WORLDVIEWPROJECTION"), expected);
+    EXPECT_EQ(named("VIEWPROJECTION"), expected);
+}
+
+TEST(Scene_matrix, is_known_by_name_or_semantic_in_any_case)
+{
+    for (const char* name :
+         {"world_view_projection", "world_view", "world_view_it", "camera_to_world", "world",
+          "world_it", "view_inverse", "view_matrix", "__world_to_camera", "view_projection",
+          "projection", "view_projection_inverse"})
+        EXPECT_TRUE(scene_matrix(name, "")) << name;
+    EXPECT_EQ(scene_matrix("any", "View"), scene_matrix("", "VIEW"));
+    EXPECT_EQ(scene_matrix("world", "VIEW"), scene_matrix("", "VIEW"));
+    EXPECT_FALSE(scene_matrix("", ""));
+    EXPECT_FALSE(scene_matrix("uv_matrix", "TEXMATRIX"));
+}
+
+TEST(Scene_matrix, the_eye_is_at_the_camera)
+{
+    const Matrix eye = named("VIEWINVERSE");
+    EXPECT_EQ(eye[3], 0);
+    EXPECT_EQ(eye[7], 0);
+    EXPECT_EQ(eye[11], 3);
+}
+
+float length(const std::array<float, 4>& v)
+{
+    return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+}
+
+float dot(const std::array<float, 4>& a, const std::array<float, 4>& b)
+{
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+
+TEST(Mesh, the_sphere_has_unit_vectors_at_right_angles)
+{
+    for (const Vertex& vertex : make_mesh(Vertex_space::world).vertices) {
+        EXPECT_NEAR(length(vertex.position), 1, 1e-5);
+        EXPECT_NEAR(length(vertex.normal), 1, 1e-5);
+        EXPECT_NEAR(length(vertex.tangent), 1, 1e-5);
+        EXPECT_NEAR(length(vertex.binormal), 1, 1e-5);
+        EXPECT_NEAR(dot(vertex.normal, vertex.tangent), 0, 1e-5);
+        EXPECT_NEAR(dot(vertex.normal, vertex.binormal), 0, 1e-5);
+        EXPECT_NEAR(dot(vertex.tangent, vertex.binormal), 0, 1e-5);
+        EXPECT_NEAR(vertex.encoded_tangent[0] * 2 - 1, vertex.tangent[0], 1e-5);
+    }
+}
+
+TEST(Mesh, triangles_refer_to_vertices)
+{
+    for (const Vertex_space space :
+         {Vertex_space::world, Vertex_space::camera, Vertex_space::screen}) {
+        const Mesh mesh = make_mesh(space);
+        EXPECT_EQ(mesh.triangles.size() % 3, 0U);
+        for (const unsigned index : mesh.triangles)
+            ASSERT_LT(index, mesh.vertices.size());
+    }
+}
+
+TEST(Mesh, in_camera_space_the_sphere_is_in_front_of_the_camera)
+{
+    for (const Vertex& vertex : make_mesh(Vertex_space::camera).vertices)
+        EXPECT_NEAR(vertex.position[2] + 3, vertex.normal[2], 1e-5);
+}
+
+TEST(Vertex_stream, is_told_by_the_input_name)
+{
+    EXPECT_EQ(stream_for("vertex_position"), &Vertex::position);
+    EXPECT_EQ(stream_for("vertex_normal"), &Vertex::normal);
+    EXPECT_EQ(stream_for("vertex_tangent"), &Vertex::tangent);
+    EXPECT_EQ(stream_for("vertex_binormal"), &Vertex::binormal);
+    EXPECT_EQ(stream_for("vertex_texcoord3"), &Vertex::texcoord);
+    EXPECT_EQ(stream_for("vertex_color0"), &Vertex::color);
+    EXPECT_EQ(stream_for("vertex_tangent_encoded"), &Vertex::encoded_tangent);
+    EXPECT_EQ(stream_for("vertex_binormal_encoded"), &Vertex::encoded_binormal);
+    EXPECT_EQ(stream_for(""), &Vertex::position);
+}
+
+TEST(Vertex_space, follows_the_matrices_in_use)
+{
+    EXPECT_EQ(vertex_space({"other", "world_view_projection"}), Vertex_space::world);
+    EXPECT_EQ(vertex_space({"VIEWPROJECTION"}), Vertex_space::world);
+    EXPECT_EQ(vertex_space({"projection", "world_view"}), Vertex_space::camera);
+    EXPECT_EQ(vertex_space({"view_projection_inverse"}), Vertex_space::screen);
+    EXPECT_EQ(vertex_space({}), Vertex_space::screen);
+}
+
+} // namespace
+
+} // namespace reference_host

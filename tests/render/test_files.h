@@ -1,0 +1,32 @@
+// Files for the tests of the renderer.
+#ifndef TESTS_RENDER_TEST_FILES_H
+#define TESTS_RENDER_TEST_FILES_H
+
+#include "reference_host/render/process.h"
+
+#include <string>
+
+// The path of a file in tests/render/fixtures.
+std::string fixture(const std::string& name);
+
+// The contents of a fixture. The test fails when it cannot be read.
+std::string fixture_text(const std::string& name);
+
+// A fixture with one change. The test fails when `old_text` is not in it.
+std::string changed_fixture(const std::string& name, const std::string& old_text,
+                            const std::string& new_text);
+
+// A folder that goes away with its files at the end of the test.
+class Test_folder
+{
+public:
+    // The path of a file in the folder, written with this text.
+    std::string write(const std::string& name, const std::string& text) const;
+    std::string path(const std::string& name) const { return m_folder.path() + "/" + name; }
+    std::string path() const { return m_folder.path(); }
+
+private:
+    reference_host::Temporary_folder m_folder;
+};
+
+#endif
