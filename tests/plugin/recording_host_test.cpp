@@ -1,0 +1,101 @@
+// The fake host itself: it must name what a caller does wrong, or the other tests prove nothing.
+#include "tests/support/message_boxes.h"
+#include "tests/support/recording_host.h"
+#include "tests/support/wx_test_main.h"
+
+#include <gmock/gmock.h>
+
+#include <wx/msgdlg.h>
+
+namespace QZ
+{
+namespace TEST
+{
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(Recording_host, names_an_object_that_is_never_released)
+{
+    Recording_host host;
+    host.add_selected_node("glass");
+    host.view()->get_selected_node(0);
+    EXPECT_THAT(host.problems(), ElementsAre("never released: glass"));
+}
+
+TEST(Recording_host, names_an_object_that_is_released_twice)
+{
+    Recording_host host;
+    TSDK::ICompiler_options* options = host.compiler()->create_options();
+    options->release();
+    options->release();
+    EXPECT_THAT(host.problems(), ElementsAre("released twice: options 1"));
+}
+
+TEST(Recording_host, names_a_call_on_a_released_object)
+{
+    Recording_host host;
+    host.add_selected_node("glass");
+    TSDK::IGraph_node* node = host.view()->get_selected_node(0);
+    node->release();
+    node->get_name();
+    EXPECT_THAT(host.problems(), ElementsAre("used after release: glass.get_name()"));
+}
+
+TEST(Recording_host, names_a_released_object_that_is_handed_on)
+{
+    Recording_host host;
+    TSDK::ICompiler_options* options = host.compiler()->create_options();
+    options->release();
+    host.compiler()->compile(nullptr, nullptr, options)->release();
+    EXPECT_THAT(host.problems(), ElementsAre("handed on after release: options 1"));
+}
+
+TEST(Recording_host, names_a_lent_object_that_is_released)
+{
+    Recording_host host;
+    host.view()->release();
+    EXPECT_THAT(host.problems(), ElementsAre("released though lent: view"));
+}
+
+TEST(Recording_host, fails_the_one_call_that_it_is_told_to)
+{
+    Recording_host host;
+    host.set_failing_call(2);
+    TSDK::ICompiler_errors* first = host.compiler()->get_errors();
+    EXPECT_NE(first, nullptr);
+    EXPECT_EQ(host.compiler()->get_errors(), nullptr);
+    EXPECT_EQ(host.compiler()->get_errors(), first);
+    EXPECT_EQ(host.fallible_calls(), 3);
+}
+
+TEST(Recording_host, writes_calls_and_releases_down_in_order)
+{
+    Recording_host host;
+    TSDK::ICompiler_options* options = host.compiler()->create_options();
+    options->set_option("format", "HLSL");
+    options->release();
+    EXPECT_THAT(host.log(),
+                ElementsAre("compiler.create_options()",
+                            "options 1.set_option(\"format\", \"HLSL\")", "options 1.release()"));
+    EXPECT_THAT(host.releases(), ElementsAre("options 1"));
+    EXPECT_THAT(host.options(1), ElementsAre(std::make_pair("format", "HLSL")));
+    EXPECT_THAT(host.options(2), IsEmpty());
+}
+
+class Message_boxes_test : public Wx_test
+{
+};
+
+TEST_F(Message_boxes_test, record_what_was_shown_and_answer_in_order)
+{
+    Message_boxes boxes({wxID_NO, wxID_YES});
+    wxMessageDialog question(nullptr, wxT("Really?"), wxT("Question"), wxYES_NO);
+    EXPECT_EQ(question.ShowModal(), wxID_NO);
+    EXPECT_EQ(question.ShowModal(), wxID_YES);
+    EXPECT_THAT(boxes.shown(), ElementsAre(Message_box{"Question", "Really?", wxYES_NO},
+                                           Message_box{"Question", "Really?", wxYES_NO}));
+}
+
+} // namespace TEST
+} // namespace QZ

@@ -1,0 +1,159 @@
+#include "tests/support/wx_test_main.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <wx/app.h>
+#include <wx/init.h>
+
+namespace QZ
+{
+namespace TEST
+{
+
+namespace
+{
+
+class Test_app : public wxApp
+{
+public:
+    bool OnInit() override { return true; }
+};
+
+bool wx_is_started = false;
+pid_t xvfb_process = 0;
+int assert_count = 0;
+
+// ---- the display
+
+// Runs in the child: becomes an Xvfb that writes the number of its display to `pipe_end`.
+[[noreturn]] void become_xvfb(int pipe_end)
+{
+    const std::string descriptor = std::to_string(pipe_end);
+    ::execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1280x1024x24",
+             "-nolisten", "tcp", nullptr);
+    ::_exit(127);
+}
+
+// Starts a private Xvfb and returns its display's number; empty when that fails.
+std::string start_xvfb()
+{
+    int ends[2];
+    if (::pipe(ends) != 0)
+        return std::string();
+    xvfb_process = ::fork();
+    if (xvfb_process == 0) {
+        ::close(ends[0]);
+        become_xvfb(ends[1]);
+    }
+    ::close(ends[1]);
+    std::string number;
+    char digit;
+    while (::read(ends[0], &digit, 1) == 1 && digit != '\n')
+        number += digit;
+    ::close(ends[0]);
+    return number;
+}
+
+void end_xvfb()
+{
+    if (xvfb_process <= 0)
+        return;
+    ::kill(xvfb_process, SIGTERM);
+    ::waitpid(xvfb_process, nullptr, 0);
+}
+
+void need_display()
+{
+    if (std::getenv("DISPLAY"))
+        return;
+    const std::string number = start_xvfb();
+    if (number.empty()) {
+        std::fprintf(stderr, "no DISPLAY, and no Xvfb could be started\n");
+        std::exit(1);
+    }
+    ::setenv("DISPLAY", (":" + number).c_str(), 1);
+}
+
+// ---- debug checks of wx
+
+#if wxCHECK_VERSION(3, 0, 0)
+
+void count_assert(const wxString& file, int line, const wxString&, const wxString& condition,
+                  const wxString& message)
+{
+    ++assert_count;
+    std::fprintf(stderr, "wx assert: %s:%d: %s: %s\n", static_cast<const char*>(file.utf8_str()),
+                 line, static_cast<const char*>(condition.utf8_str()),
+                 static_cast<const char*>(message.utf8_str()));
+}
+
+void watch_asserts()
+{
+    wxSetAssertHandler(count_assert);
+}
+
+#else
+
+void watch_asserts() {} // a release build has none
+
+#endif
+
+class Assert_listener : public ::testing::EmptyTestEventListener
+{
+    void OnTestStart(const ::testing::TestInfo&) override { m_count_before = assert_count; }
+
+    void OnTestEnd(const ::testing::TestInfo&) override
+    {
+        EXPECT_EQ(assert_count, m_count_before) << "debug checks of wx failed";
+    }
+
+    int m_count_before = 0;
+};
+
+} // namespace
+
+void start_wx()
+{
+    if (wx_is_started)
+        return;
+    wx_is_started = true;
+    need_display();
+    wxApp::SetInstance(new Test_app);
+    static char program[] = "test";
+    static char* arguments[] = {program, nullptr};
+    static int argument_count = 1;
+    if (!wxEntryStart(argument_count, arguments) || !wxTheApp->CallOnInit()) {
+        std::fprintf(stderr, "wx can not be started\n");
+        std::exit(1);
+    }
+    watch_asserts(); // the application has set its own handler
+}
+
+int wx_assert_count()
+{
+    return assert_count;
+}
+
+} // namespace TEST
+} // namespace QZ
+
+int main(int argc, char** argv)
+{
+    using namespace QZ::TEST;
+    ::testing::InitGoogleMock(&argc, argv);
+    ::testing::UnitTest::GetInstance()->listeners().Append(new Assert_listener);
+    watch_asserts();
+    const int result = RUN_ALL_TESTS();
+    if (wx_is_started)
+        wxEntryCleanup();
+    end_xvfb();
+    return result;
+}
