@@ -91,14 +91,17 @@ int export_batch(const Batch_command& command)
         if (failure)
             throw std::runtime_error("cannot make the folder '" + folder.string() +
                                      "': " + failure.message());
+        std::printf("%s\n", name.c_str());
+        std::fflush(stdout); // before what the export says on standard error
         const auto exporter = plugin.make_exporter(index);
         const std::string output = (folder / document.node().name).string();
         const Export_outcome outcome = run_export(document, *exporter, output, command.scene);
         print_diagnostics(outcome.diagnostics);
         print_reasons(outcome);
-        std::printf("%s: %s\n", name.c_str(), outcome.is_success() ? "exported" : "failed");
         for (const Written_file& file : outcome.files)
             std::printf("  %s  %zu bytes\n", file.path.c_str(), file.content.size());
+        if (!outcome.is_success())
+            std::printf("  failed\n");
         failures += outcome.is_success() ? 0 : 1;
     }
     return failures == 0 ? 0 : 1;

@@ -3,6 +3,9 @@
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include <wx/textctrl.h>
 #include <wx/window.h>
 
@@ -21,7 +24,7 @@ wxTextCtrl* file_field(const wxWindow& container)
 
 Exporter_panel::Exporter_panel(QZ::TSDK::IExporter& exporter, QZ::TSDK::IGraph_view* view,
                                wxWindow& container, int width)
-    : m_exporter(exporter), m_view(view), m_container(container)
+    : m_exporter(exporter), m_view(view), m_container(container), m_width(width)
 {
     const auto handle =
         static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(&container));
@@ -33,9 +36,24 @@ Exporter_panel::~Exporter_panel()
     remove(true);
 }
 
-void Exporter_panel::resize(int width, int height)
+// The exporter's panel is the container's only child, as far from its edge on every side.
+int Exporter_panel::both_borders() const
 {
-    m_exporter.set_ui_size(width, height);
+    const wxWindowList& children = m_container.GetChildren();
+    if (children.empty())
+        return 0;
+    m_container.Layout();
+    return 2 * std::max(children.GetLast()->GetData()->GetPosition().x, 0);
+}
+
+wxSize Exporter_panel::needed_area() const
+{
+    return wxSize(m_width + both_borders(), m_height + both_borders());
+}
+
+void Exporter_panel::fit_into(const wxSize& area)
+{
+    m_exporter.set_ui_size(area.GetWidth() - both_borders(), area.GetHeight() - both_borders());
 }
 
 std::string Exporter_panel::file_name() const

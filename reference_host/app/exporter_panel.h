@@ -9,6 +9,8 @@
 
 #include <string>
 
+#include <wx/gdicmn.h>
+
 class wxWindow;
 
 namespace reference_host
@@ -28,7 +30,12 @@ public:
     // The height in pixels that the exporter asks for.
     int height() const { return m_height; }
 
-    void resize(int width, int height);
+    // The size of the container at which the panel has its full size: the plug-in leaves a border
+    // between the two.
+    wxSize needed_area() const;
+
+    // Fits the panel into a container of that size.
+    void fit_into(const wxSize& area);
 
     // The name in the export-file field, and a new one. Nothing happens on a panel without it.
     std::string file_name() const;
@@ -39,10 +46,12 @@ public:
 
 private:
     void remove(bool discard);
+    int both_borders() const;
 
     QZ::TSDK::IExporter& m_exporter;
     QZ::TSDK::IGraph_view* m_view;
     wxWindow& m_container;
+    int m_width;
     int m_height = 0;
     bool m_is_open = true;
 };

@@ -40,6 +40,8 @@ int show_panel(const Panel_command& command)
     wxFrame* frame =
         new wxFrame(nullptr, wxID_ANY, QZ::TOVIRAEXPORT::from_bytes(exporter->get_name()));
     wxPanel* area = new wxPanel(frame);
+    frame->Show();
+    Wx_runtime::settle(); // only windows on the screen know their fonts and themes
     {
         Exporter_panel panel(*exporter, nullptr, *area, command.width);
         std::printf("%s: %d pixels high at a width of %d\n", exporter->get_name(), panel.height(),
@@ -47,10 +49,9 @@ int show_panel(const Panel_command& command)
         for (const std::string& name : panel_option_names(*area))
             std::printf("  %s\n", name.c_str());
         if (!command.screenshot.empty()) {
-            frame->SetClientSize(command.width, panel.height());
-            frame->Show();
+            frame->SetClientSize(panel.needed_area());
             Wx_runtime::settle();
-            panel.resize(area->GetClientSize().GetWidth(), area->GetClientSize().GetHeight());
+            panel.fit_into(area->GetClientSize());
             Wx_runtime::settle();
             save_picture(*area, command.screenshot);
         }

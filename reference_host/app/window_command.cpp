@@ -70,7 +70,7 @@ private:
     void on_area_size(wxSizeEvent& event)
     {
         if (m_panel)
-            m_panel->resize(event.GetSize().GetWidth(), event.GetSize().GetHeight());
+            m_panel->fit_into(event.GetSize());
         event.Skip();
     }
 
@@ -110,7 +110,7 @@ private:
         m_session = std::make_unique<Export_session>(m_document.scene({}));
         m_panel =
             std::make_unique<Exporter_panel>(*m_exporter, m_session->view(), *m_area, panel_width);
-        m_area->SetMinSize(wxSize(panel_width, m_panel->height()));
+        m_area->SetMinSize(m_panel->needed_area());
         m_sizer->SetSizeHints(this);
         SetClientSize(m_sizer->GetMinSize());
         Layout();

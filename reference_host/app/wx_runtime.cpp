@@ -4,10 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <stdexcept>
-
-#include <dlfcn.h>
 
 #include <wx/app.h>
 #include <wx/image.h>
@@ -25,23 +22,14 @@ public:
     bool OnInit() override { return true; } // the command line is not wx's to read
 };
 
-// GTK complains about buttons narrower than its theme likes. That is of no use to anyone here.
-void drop_noise(const char* domain, int level, const char* message, void*)
+// GTK 3 complains about buttons narrower than its theme likes. That is of no use to anyone here.
+void silence_gtk_warnings()
 {
-    using Handler = void (*)(const char*, int, const char*, void*);
-    static const auto pass_on =
-        reinterpret_cast<Handler>(dlsym(RTLD_DEFAULT, "g_log_default_handler"));
-    if (pass_on && !std::strstr(message ? message : "", "Negative content"))
-        pass_on(domain, level, message, nullptr);
-}
-
-void silence_gtk_noise()
-{
-    using Handler = void (*)(const char*, int, const char*, void*);
-    using Set_handler = unsigned int (*)(const char*, int, Handler, void*);
+#if wxCHECK_VERSION(3, 2, 1)
     constexpr int warnings = 1 << 4; // G_LOG_LEVEL_WARNING
-    if (const auto set = reinterpret_cast<Set_handler>(dlsym(RTLD_DEFAULT, "g_log_set_handler")))
-        set("Gtk", warnings, drop_noise, nullptr);
+    wxApp::GTKAllowDiagnosticsControl();
+    wxApp::GTKSuppressDiagnostics(warnings);
+#endif
 }
 
 #if wxCHECK_VERSION(3, 0, 0)
@@ -72,7 +60,7 @@ Wx_runtime::Wx_runtime()
     int count = 1;
     if (!wxEntryStart(count, arguments) || !wxTheApp->CallOnInit())
         throw std::runtime_error("the window system cannot be started");
-    silence_gtk_noise();
+    silence_gtk_warnings();
     wxInitAllImageHandlers();
 }
 
