@@ -317,16 +317,18 @@ void fill_inputs(GLuint program, const Mesh& mesh)
     GLint longest = 0;
     glGetProgramiv(program, GL_ACTIVE_ATTRIBUTES, &count);
     glGetProgramiv(program, GL_ACTIVE_ATTRIBUTE_MAX_LENGTH, &longest);
-    std::string name(static_cast<std::size_t>(longest) + 1, '\0');
     for (GLint i = 0; i < count; ++i) {
+        std::string name(static_cast<std::size_t>(longest) + 1, '\0');
+        GLsizei length = 0;
         GLint size = 0;
         GLenum type = 0;
-        glGetActiveAttrib(program, static_cast<GLuint>(i), longest + 1, nullptr, &size, &type,
+        glGetActiveAttrib(program, static_cast<GLuint>(i), longest + 1, &length, &size, &type,
                           name.data());
+        name.resize(static_cast<std::size_t>(length));
         const GLint at = glGetAttribLocation(program, name.c_str());
         if (at < 0)
             continue; // one of OpenGL's own, such as gl_VertexID
-        const auto& first = mesh.vertices.front().*stream_for(name.c_str());
+        const auto& first = mesh.vertices.front().*stream_for(name);
         glEnableVertexAttribArray(static_cast<GLuint>(at));
         glVertexAttribPointer(static_cast<GLuint>(at), 4, GL_FLOAT, GL_FALSE, sizeof(Vertex),
                               first.data());

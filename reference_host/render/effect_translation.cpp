@@ -94,10 +94,10 @@ private:
         std::vector<std::string> words = {m_compiler, "-quiet",      "-profile", profile,
                                           "-po",      "version=120", "-entry",   entry};
         for (const auto& [list, structs] : m_lists) {
-            std::string binding;
+            std::string binding = list + " = {";
             for (const std::string& structure : structs)
-                binding += (binding.empty() ? "" : ", ") + structure;
-            words.insert(words.end(), {"-type", list + " = { " + binding + " }"});
+                binding.append(structure == structs.front() ? " " : ", ").append(structure);
+            words.insert(words.end(), {"-type", binding + " }"});
         }
         words.insert(words.end(), {"-o", output, m_copy});
         return words;
@@ -186,10 +186,11 @@ bool is_matrix(const Cg_variable& variable)
 
 std::vector<float> matrix_rows(const Matrix& matrix, const Cg_variable& variable)
 {
-    const int side = variable.type == "float4x4" ? 4 : 3;
+    const std::size_t side = variable.type == "float4x4" ? 4 : 3;
     std::vector<float> values;
-    for (int row = 0; row < side; ++row)
-        values.insert(values.end(), matrix.begin() + 4 * row, matrix.begin() + 4 * row + side);
+    for (std::size_t row = 0; row < side; ++row)
+        for (std::size_t column = 0; column < side; ++column)
+            values.push_back(matrix[4 * row + column]);
     return values;
 }
 

@@ -67,11 +67,12 @@ bool read_jpeg_into(std::FILE* file, jpeg_decompress_struct& jpeg, Jpeg_errors& 
     jpeg_start_decompress(&jpeg);
     image = Image(static_cast<int>(jpeg.output_width), static_cast<int>(jpeg.output_height));
     row.resize(std::size_t{3} * jpeg.output_width);
+    std::fill(image.pixels.begin(), image.pixels.end(), Pixel{0, 0, 0, 255});
     for (int y = 0; y < image.height; ++y) {
         unsigned char* rows[] = {row.data()};
         jpeg_read_scanlines(&jpeg, rows, 1);
         for (int x = 0; x < image.width; ++x)
-            image.at(x, y) = {row[3 * x], row[3 * x + 1], row[3 * x + 2], 255};
+            std::copy_n(&row[std::size_t{3} * x], 3, image.at(x, y).begin());
     }
     return true;
 }

@@ -162,7 +162,7 @@ std::string find_cg_compiler()
             candidates.emplace_back(entry);
     }
     for (const auto& candidate : candidates)
-        if (const std::string file = (candidate / "cgc").string(); is_executable(file))
+        if (std::string file = (candidate / "cgc").string(); is_executable(file))
             return file;
     return "";
 }

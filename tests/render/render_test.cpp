@@ -238,7 +238,7 @@ TEST_F(Render, broken_shaders_are_refused_with_the_reason)
 
 TEST_F(Render, impossible_requests_are_refused)
 {
-    const auto error_of = [](Render_request request) {
+    const auto error_of = [](const Render_request& request) {
         const Render_result result = render(request);
         EXPECT_FALSE(result.drawn);
         return result.error;
