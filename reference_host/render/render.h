@@ -47,7 +47,7 @@ struct Render_result {
 Render_result render(const Render_request& request);
 
 // The Cg compiler: bin/cgc in the folder that the environment variable TOVIRAEXPORT_VALIDATORS
-// names; where it is not set, in the folder "validators" of the build tree, else cgc on the PATH.
+// names; where it is not set, in build/validators of the source tree, else cgc on the PATH.
 // Empty when absent.
 std::string find_cg_compiler();
 
