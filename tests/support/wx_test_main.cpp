@@ -148,6 +148,8 @@ int wx_assert_count()
 int main(int argc, char** argv)
 {
     using namespace QZ::TEST;
+    ::setenv("GSETTINGS_BACKEND", "memory", 1); // no user settings, and no warnings about them
+    ::setenv("NO_AT_BRIDGE", "1", 1);           // no accessibility bus
     ::testing::InitGoogleMock(&argc, argv);
     ::testing::UnitTest::GetInstance()->listeners().Append(new Assert_listener);
     watch_asserts();
