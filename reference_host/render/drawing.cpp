@@ -366,7 +366,7 @@ std::optional<Image> draw(const Drawing& drawing, int size, std::string& error)
         return std::nullopt;
     glUseProgram(program);
     fill_uniforms(program, drawing);
-    const Mesh mesh = make_mesh(drawing.space);
+    const Mesh mesh = make_mesh(drawing.space, drawing.flipped_mesh ? V_axis::down : V_axis::up);
     fill_inputs(program, mesh);
     draw_mesh(mesh, size);
     if (const GLenum failure = glGetError(); failure != GL_NO_ERROR) {

@@ -21,17 +21,18 @@
 namespace reference_host
 {
 
-// What an image file's first row is. Shaders exported with flipped texture coordinates expect the
-// images of Direct3D, whose first row is at v = 0.
-enum class Texture_origin { bottom, top };
-
 struct Render_request {
     // Two files: vertex and fragment shader in GLSL. One file: an effect (.cgfx, .fx).
     std::vector<std::string> shader_files;
     std::string picture_file;              // PNG to write; empty: draw, but write nothing
     std::vector<std::string> search_paths; // for textures, after the folder of the shader itself
     std::string cg_compiler;               // program cgc; empty: see find_cg_compiler
-    Texture_origin texture_origin = Texture_origin::bottom;
+
+    // Shaders that flip their texture lookups expect images whose first row is at v = 0; those that
+    // flip the texture coordinates of the mesh expect them to run downwards. The tangents stay.
+    bool flipped_textures = false;
+    bool flipped_mesh = false;
+
     int size = 512; // width and height of the picture in pixels, 1 to 4096
 };
 

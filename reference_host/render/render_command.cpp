@@ -69,9 +69,10 @@ void add_render(CLI::App& app, int& exit_status)
     command->add_option("--size", request->size, "Width and height in pixels")
         ->capture_default_str();
     command->add_option("--cg-compiler", request->cg_compiler, "The program cgc");
-    command->add_flag_callback(
-        "--flipped-textures", [request] { request->texture_origin = Texture_origin::top; },
-        "The shader flips its texture lookups: the first row of an image is at v = 0");
+    command->add_flag("--flipped-textures", request->flipped_textures,
+                      "For shaders that flip texture lookups: the first row of an image is v = 0");
+    command->add_flag("--flipped-mesh", request->flipped_mesh,
+                      "For shaders that flip the mesh's texture coordinates: v runs downwards");
     command->callback([request, &exit_status] { exit_status = run_render(*request); });
 }
 

@@ -207,14 +207,15 @@ Vertex_space vertex_space(const std::vector<std::string>& matrices)
     return space;
 }
 
-Mesh make_mesh(Vertex_space space)
+Mesh make_mesh(Vertex_space space, V_axis v_axis)
 {
-    if (space == Vertex_space::screen)
-        return make_square();
-    Mesh mesh = make_sphere();
-    if (space == Vertex_space::camera)
-        for (Vertex& vertex : mesh.vertices)
+    Mesh mesh = space == Vertex_space::screen ? make_square() : make_sphere();
+    for (Vertex& vertex : mesh.vertices) {
+        if (space == Vertex_space::camera)
             vertex.position[2] -= camera_distance;
+        if (v_axis == V_axis::down)
+            vertex.texcoord[1] = 1 - vertex.texcoord[1];
+    }
     return mesh;
 }
 

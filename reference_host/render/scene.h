@@ -47,8 +47,10 @@ struct Mesh {
     std::vector<unsigned> triangles; // three indices each, counterclockwise from outside
 };
 
-// The sphere; a square for Vertex_space::screen.
-Mesh make_mesh(Vertex_space space);
+enum class V_axis { up, down };
+
+// The sphere; a square for Vertex_space::screen. The tangents are the same for both axes.
+Mesh make_mesh(Vertex_space space, V_axis v_axis = V_axis::up);
 
 // The stream that a vertex shader's input wants, told by the words in the input's name: "texcoord",
 // "binormal", "tangent", "normal", "color", otherwise the position.
