@@ -1,0 +1,102 @@
+#include "tests/gui/user_input.h"
+
+#include "tests/gui/gtk_functions.h"
+
+#include <stdexcept>
+
+#include <wx/window.h>
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
+namespace QZ
+{
+namespace TEST
+{
+
+namespace
+{
+
+// A connection of its own, so that the toolkit sees events like those of a device.
+Display* server()
+{
+    static Display* connection = XOpenDisplay(nullptr);
+    if (!connection)
+        throw std::runtime_error("the display cannot be opened");
+    return connection;
+}
+
+void send_key(unsigned int code, bool down)
+{
+    XTestFakeKeyEvent(server(), code, down, CurrentTime);
+}
+
+// Presses what makes the symbol on the server's keyboard, together with Shift where it takes it.
+void press_symbol(KeySym symbol)
+{
+    const unsigned int code = XKeysymToKeycode(server(), symbol);
+    const unsigned int shift = XKeysymToKeycode(server(), XK_Shift_L);
+    const bool shifted = XkbKeycodeToKeysym(server(), static_cast<KeyCode>(code), 0, 0) != symbol;
+    if (shifted)
+        send_key(shift, true);
+    send_key(code, true);
+    send_key(code, false);
+    if (shifted)
+        send_key(shift, false);
+    XSync(server(), False);
+}
+
+} // namespace
+
+void take_focus(void* window)
+{
+    gtk_function<void(void*)>("gtk_window_present")(window);
+}
+
+bool has_focus(void* window)
+{
+    return number_property(window, "has-toplevel-focus") != 0;
+}
+
+void press_key(const std::string& key)
+{
+    press_symbol(XStringToKeysym(key.c_str()));
+}
+
+void press_key(const std::string& held, const std::string& key)
+{
+    const unsigned int modifier = XKeysymToKeycode(server(), XStringToKeysym(held.c_str()));
+    send_key(modifier, true);
+    press_key(key);
+    send_key(modifier, false);
+    XSync(server(), False);
+}
+
+// The symbols of ASCII have the numbers of the characters.
+void type_text(const std::string& text)
+{
+    for (const char character : text)
+        press_symbol(static_cast<KeySym>(static_cast<unsigned char>(character)));
+}
+
+void click(wxWindow* window, const wxPoint& at)
+{
+    constexpr unsigned int left_button = 1;
+    constexpr int current_screen = -1;
+    const wxPoint on_screen = window->ClientToScreen(at);
+    XTestFakeMotionEvent(server(), current_screen, on_screen.x, on_screen.y, CurrentTime);
+    XTestFakeButtonEvent(server(), left_button, True, CurrentTime);
+    XTestFakeButtonEvent(server(), left_button, False, CurrentTime);
+    XSync(server(), False);
+}
+
+void click(wxWindow* window)
+{
+    const wxSize size = window->GetClientSize();
+    click(window, wxPoint(size.x / 2, size.y / 2));
+}
+
+} // namespace TEST
+} // namespace QZ
