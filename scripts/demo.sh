@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, exports every sample through every exporter and shows each file to
+# the compilers that know its kind. Prints one row per file, then draws a few of them.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install.sh
+cmake --preset default >/dev/null
+cmake --build --preset default --target toviraexport toviraexport_all shader-export
+
+output=build/demo
+rm -rf "$output"
+failed=0
+printf '%-22s %-10s %-34s %7s  %s\n' document exporter files bytes 'accepted by'
+for document in samples/*.mtlx; do
+    scripts/export-and-check.sh build "$document" "$output/$(basename "$document" .mtlx)" || failed=1
+done
+
+echo
+for document in wood_textured marble_procedural plastic_two_lights; do
+    vertex=$(echo "$output/$document"/*GLSL*/*_v.gl)
+    build/reference_host/app/shader-export render "$vertex" "${vertex%_v.gl}_f.gl" \
+        -o "$output/$document.png"
+    echo "drawn: $output/$document.png"
+done
+
+[ -x build/validators/bin/cgfxcheck ] ||
+    echo "Effect files are checked once scripts/fetch-validators.sh has fetched their compilers."
+exit $failed
