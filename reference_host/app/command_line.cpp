@@ -1,6 +1,7 @@
 #include "reference_host/app/command_line.h"
 
 #include "reference_host/app/commands.h"
+#include "reference_host/app/opened_document.h"
 #include "reference_host/document/value_parser.h"
 #include "reference_host/render/render_command.h"
 
@@ -245,6 +246,9 @@ int run_command_line(int argc, char** argv)
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? done : wrong_usage;
+    } catch (const Document_failure& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return not_done;
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "shader-export: error: %s\n", error.what());
         return wrong_usage;

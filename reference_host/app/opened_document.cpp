@@ -32,8 +32,8 @@ const Node& chosen_node(const Shader_graph& graph, const std::string& name)
     if (name.empty()) {
         if (const Node* node = default_node(graph))
             return *node;
-        throw std::runtime_error(graph.document + ": error: there is no surface material and no "
-                                                  "surface shader; choose a node with --node");
+        throw Document_failure(graph.document + ": error: there is no surface material and no "
+                                                "surface shader; choose a node with --node");
     }
     if (const Node* node = graph.find_node(name))
         return *node;
@@ -64,7 +64,7 @@ std::unique_ptr<Shader_graph> open_document(const std::string& file,
 {
     Read_result result = read_materialx(file, search_path);
     if (!result.graph)
-        throw std::runtime_error(message(result));
+        throw Document_failure(message(result));
     return std::move(result.graph);
 }
 

@@ -6,12 +6,20 @@
 #include "reference_host/host/export_scene.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 namespace reference_host
 {
 
-// Reads a document. Throws std::runtime_error with the message "FILE:LINE: error: TEXT".
+// A document that cannot be used. The message is complete: "FILE:LINE: error: TEXT".
+class Document_failure : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Reads a document. Throws Document_failure.
 std::unique_ptr<Shader_graph> open_document(const std::string& file,
                                             const std::vector<std::string>& search_path);
 
@@ -22,7 +30,7 @@ const Node* default_node(const Shader_graph& graph);
 class Opened_document
 {
 public:
-    // Throws std::runtime_error when the document cannot be read or has nothing to export, and
+    // Throws Document_failure when the document cannot be read or has nothing to export, and
     // std::invalid_argument when a name that the user gave does not fit the document.
     explicit Opened_document(const Scene_request& request);
 

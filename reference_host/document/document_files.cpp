@@ -89,11 +89,17 @@ bool is_include(const Element& element)
     return tag.substr(tag.find(':') + 1) == "include"; // the name space is "xi" by custom only
 }
 
+fs::path absolute_folder(const fs::path& file)
+{
+    std::error_code failure; // an empty name has no folder
+    return fs::absolute(file, failure).parent_path();
+}
+
 class Loader
 {
 public:
     Loader(const std::string& file, const std::vector<std::string>& search_path)
-        : m_search_path(search_path), m_folder(fs::absolute(file).parent_path())
+        : m_search_path(search_path), m_folder(absolute_folder(file))
     {
     }
 
@@ -113,8 +119,7 @@ private:
             return; // included before, or a loop of files that include each other
         Source_file& file = *m_result.files.emplace_back(std::make_unique<Source_file>());
         file.path = path.string();
-        file.folder =
-            fs::absolute(path).parent_path().lexically_relative(m_folder).generic_string();
+        file.folder = absolute_folder(path).lexically_relative(m_folder).generic_string();
         if (file.folder == ".")
             file.folder.clear();
         if (outer) {

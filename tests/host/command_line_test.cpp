@@ -1,0 +1,255 @@
+// The program as a user runs it: in a process of its own.
+#include "tests/host/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <sys/wait.h>
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace
+{
+
+class Program : public testing::Test
+{
+protected:
+    // Runs shader-export without display and terminal.
+    void run(const std::vector<std::string>& arguments)
+    {
+        std::string line = "env -u DISPLAY '" SHADER_EXPORT "'";
+        for (const std::string& argument : arguments)
+            line += " '" + argument + "'";
+        line += " >'" + m_folder.file("out") + "' 2>'" + m_folder.file("err") + "' </dev/null";
+        const int result = std::system(line.c_str());
+        m_status = WIFEXITED(result) ? WEXITSTATUS(result) : -1;
+        m_output = read_file(m_folder.file("out"));
+        m_errors = read_file(m_folder.file("err"));
+    }
+
+    void run_export(const std::string& exporter, const std::vector<std::string>& more = {})
+    {
+        std::vector<std::string> arguments = {"export",     sample("wood_textured"),
+                                              "--plugin",   PLUGIN,
+                                              "--exporter", exporter,
+                                              "--output",   output()};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        run(arguments);
+    }
+
+    static std::string sample(const std::string& name)
+    {
+        return SOURCE_FOLDER "/samples/" + name + ".mtlx";
+    }
+
+    std::string output() const { return m_folder.file("wood"); }
+
+    Temporary_folder m_folder;
+    int m_status = -1;
+    std::string m_output;
+    std::string m_errors;
+};
+
+} // namespace
+
+TEST_F(Program, lists_the_exporters_with_their_indices)
+{
+    run({"list", "--plugin", PLUGIN});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, HasSubstr("7  Custom GLSL\n"));
+    EXPECT_EQ("", m_errors);
+}
+
+TEST_F(Program, lists_the_nodes_of_a_document_with_their_places)
+{
+    run({"nodes", sample("wood_textured")});
+    EXPECT_EQ(0, m_status);
+    EXPECT_THAT(m_output, HasSubstr("Planks/grain  tiledimage  color3  " SOURCE_FOLDER
+                                    "/samples/wood_textured.mtlx:7\n"));
+}
+
+TEST_F(Program, writes_the_file_and_says_so)
+{
+    run_export("Custom CgFX", {"--light", "key", "--environment", "sky"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, HasSubstr(output() + ".cgfx  "));
+    EXPECT_NE("", read_file(output() + ".cgfx"));
+    EXPECT_EQ("", m_errors);
+}
+
+TEST_F(Program, writes_two_files_for_glsl)
+{
+    run_export("glsl");
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_NE("", read_file(output() + "_v.gl"));
+    EXPECT_NE("", read_file(output() + "_f.gl"));
+}
+
+TEST_F(Program, continues_when_the_scene_lacks_lights_and_repeats_the_question)
+{
+    run_export("5");
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_errors, HasSubstr("[Tovira - Warning] Exported shader requires lights"));
+    EXPECT_THAT(m_errors, HasSubstr("-> Yes"));
+}
+
+TEST_F(Program, cancels_when_the_scene_lacks_lights_and_the_user_wants_that)
+{
+    run_export("5", {"--missing", "cancel"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("error: cancelled: the scene lacks what the shader requires"));
+    EXPECT_EQ("", read_file(output() + ".cgfx"));
+}
+
+TEST_F(Program, does_not_overwrite_a_file_unless_told_to)
+{
+    m_folder.write("wood.cgfx", "precious");
+    run_export("5");
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("error: refused: " + output() + ".cgfx already exists."));
+    EXPECT_EQ("precious", read_file(output() + ".cgfx"));
+    run_export("5", {"--overwrite", "yes"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_NE("precious", read_file(output() + ".cgfx"));
+}
+
+TEST_F(Program, writes_the_other_file_when_one_of_two_is_refused_and_fails)
+{
+    m_folder.write("wood.cgfx", "precious");
+    run_export("FX Composer", {"--overwrite", "no"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_EQ("precious", read_file(output() + ".cgfx"));
+    EXPECT_NE("", read_file(output() + ".fx"));
+    EXPECT_THAT(m_errors, Not(HasSubstr("used the host wrongly")));
+}
+
+TEST_F(Program, sets_options_of_the_panel_by_their_labels)
+{
+    run_export("5", {"--set", "Vertex shader profile:=arbvp1", "--set", "two_sided=on", "--set",
+                     "vertex coordinate space=screen"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(read_file(output() + ".cgfx"), HasSubstr("arbvp1"));
+}
+
+TEST_F(Program, fails_when_the_file_cannot_be_written)
+{
+    run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output",
+         m_folder.file("none/wood")});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("did not reach its file"));
+}
+
+TEST_F(Program, fails_without_a_file_name_with_the_message_of_the_plug_in)
+{
+    run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output", ""});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("no export file name is specified"));
+    EXPECT_THAT(m_errors, Not(HasSubstr("used the host wrongly")));
+}
+
+TEST_F(Program, fails_when_the_exporter_takes_no_shader_of_that_kind)
+{
+    run_export("3ds Max", {"--kind", "light"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_EQ("", read_file(output() + ".fx"));
+}
+
+TEST_F(Program, tells_file_line_and_reason_of_a_bad_document)
+{
+    const std::string bad = m_folder.write("bad.mtlx", document("<nonsense name='n'/>"));
+    run({"export", bad, "--plugin", PLUGIN, "--exporter", "5", "--output", output()});
+    EXPECT_EQ(1, m_status);
+    EXPECT_EQ(bad + ":2: error: node 'n': unknown node category 'nonsense'\n", m_errors);
+}
+
+TEST_F(Program, exports_through_all_exporters_into_folders_of_their_own)
+{
+    run({"batch", sample("plastic_two_lights"), "--plugin", PLUGIN, "--output",
+         m_folder.file("all"), "--environment", "sky"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_NE("", read_file(m_folder.file("all/custom_cgfx/Plastic.cgfx")));
+    EXPECT_NE("", read_file(m_folder.file("all/autodesk_maya_cgfx/Plastic.cgfx")));
+    EXPECT_THAT(m_output, HasSubstr("Custom GLSL\n"));
+}
+
+TEST_F(Program, makes_the_same_bytes_twice)
+{
+    run_export("5");
+    const std::string first = read_file(output() + ".cgfx");
+    run_export("5", {"--overwrite", "yes"});
+    EXPECT_EQ(first, read_file(output() + ".cgfx"));
+}
+
+TEST_F(Program, exports_a_graph_of_very_many_paths_at_once)
+{
+    run({"export", sample("shared_nodes"), "--plugin", PLUGIN, "--exporter", "5", "--output",
+         output()});
+    EXPECT_EQ(0, m_status) << m_errors;
+}
+
+TEST_F(Program, takes_a_picture_of_a_panel)
+{
+    run({"panel", "--plugin", PLUGIN, "--exporter", "custom cg", "--width", "280", "--screenshot",
+         m_folder.file("panel.png")});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, ContainsRegex("Custom CgFX: [0-9]+ pixels high at a width of 280"));
+    EXPECT_EQ("\x89PNG", read_file(m_folder.file("panel.png")).substr(0, 4));
+    EXPECT_EQ("", m_errors) << "the toolkit's own warnings are of no use to a user";
+}
+
+TEST_F(Program, calls_wrong_usage_by_its_name)
+{
+    const std::string wood = sample("wood_textured");
+    const struct {
+        std::vector<std::string> arguments;
+        const char* error;
+    } rows[] = {
+        {{}, "subcommand"},
+        {{"frobnicate"}, "subcommand"},
+        {{"export", wood, "--exporter", "5"}, "--output is required"},
+        {{"export", wood, "--exporter", "fx", "--output", "x"}, "several exporters fit 'fx'"},
+        {{"export", wood, "--exporter", "8", "--output", "x"}, "no exporter fits '8'"},
+        {{"export", wood, "--exporter", "", "--output", "x"}, "no exporter fits ''"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--node", "none"},
+         "the document has no node 'none'"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--light", "a:b"}, "--light"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--light", "Wood"},
+         "the node 'Wood' is no light"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--ambient", "1,2"}, "--ambient"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--overwrite", "maybe"},
+         "--overwrite"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--preference", "p"}, "--preference"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--set", "two_sided"}, "--set"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--set", "colour=red"},
+         "the panel has no option 'colour'"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--set", "two_sided=perhaps"},
+         "is on or off, not 'perhaps'"},
+        {{"export", wood, "--exporter", "5", "--output", "x", "--set", "internal space=moon"},
+         "is one of world, camera, not 'moon'"},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::string> arguments = row.arguments;
+        if (!arguments.empty() && arguments[0] == "export")
+            arguments.insert(arguments.end(), {"--plugin", PLUGIN});
+        run(arguments);
+        EXPECT_EQ(2, m_status) << row.error << "\n" << m_errors;
+        EXPECT_THAT(m_errors, HasSubstr(row.error));
+    }
+}
+
+TEST_F(Program, tells_why_a_plug_in_cannot_be_used)
+{
+    run({"list", "--plugin", m_folder.file("none.so")});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("the plug-in cannot be loaded"));
+    run({"list", "--plugin", "libX11.so.6"});
+    EXPECT_EQ(1, m_status) << "a bare name is no library of the system";
+    run({"list", "--plugin", "/usr/lib/x86_64-linux-gnu/libX11.so.6"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("it has no function 'initializer'"));
+}
