@@ -171,6 +171,11 @@ private:
 
 } // namespace
 
+std::string Element::category() const
+{
+    return tag() == "node" && has("nodetype") ? attribute("nodetype") : tag();
+}
+
 std::vector<Element> Element::children() const
 {
     std::vector<Element> result;

@@ -35,6 +35,9 @@ public:
     Element parent() const { return Element(m_xml.parent(), *m_file); }
 
     std::string tag() const { return m_xml.name(); }
+    // The category of a node: its tag, or what a node of the general form says:
+    // <node nodetype="multiply">.
+    std::string category() const;
     std::string name() const { return attribute("name"); }
 
     // The attribute's text; empty when it is missing.

@@ -84,8 +84,10 @@ std::optional<Value> value_of(const Element& element, Type type)
 
 std::string color_space_of(const Element& element, Type type)
 {
-    const bool has_color = type == Type::color3 || type == Type::color4 || type == Type::filename;
-    return has_color ? element.color_space() : std::string();
+    if (type != Type::color3 && type != Type::color4 && type != Type::filename)
+        return {};
+    const std::string space = element.color_space();
+    return space == "none" || space == "raw" ? std::string() : space;
 }
 
 Ui_hints ui_hints_of(const Element& element, Type type)

@@ -79,7 +79,8 @@ private:
     {
         const std::string name = element.name();
         if (name.empty())
-            throw Document_error(element.place(), "a node '" + element.tag() + "' has no name");
+            throw Document_error(element.place(),
+                                 "a node '" + element.category() + "' has no name");
         const auto [member, is_new] = scope.members.try_emplace(name);
         if (!is_new)
             throw Document_error(
@@ -109,15 +110,16 @@ private:
             add_custom_node(scope, element, *definition, depth + 1);
             return;
         }
-        if (!is_known_category(element.tag()))
+        const std::string category = element.category();
+        if (!is_known_category(category))
             throw Document_error(element.place(), "node '" + element.name() +
-                                                      "': unknown node category '" + element.tag() +
+                                                      "': unknown node category '" + category +
                                                       "'");
         count_node(element);
         Node& node = *m_graph.nodes.emplace_back(std::make_unique<Node>());
         node.name = element.name();
         node.scope = scope.path;
-        node.category = element.tag();
+        node.category = category;
         node.type = element.has("type") ? declared_type(element) : Type::multioutput;
         node.place = element.place();
         add_name(scope, element).node = &node;

@@ -94,7 +94,7 @@ bool Node_definitions::fits(const Custom_definition& definition, const Element& 
 
 const Custom_definition* Node_definitions::find(const Element& node) const
 {
-    const auto candidates = m_by_category.find(node.tag());
+    const auto candidates = m_by_category.find(node.category());
     if (candidates == m_by_category.end())
         return nullptr;
     for (const Custom_definition& definition : candidates->second) {

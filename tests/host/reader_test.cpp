@@ -262,6 +262,12 @@ TEST_F(Reader, takes_older_names_of_inputs)
     EXPECT_TRUE(node("n").inputs.empty());
 }
 
+TEST_F(Reader, takes_nodes_of_the_general_form)
+{
+    read(R"(<node name="c" nodetype="constant" type="float"/>)");
+    EXPECT_EQ("constant", node("c").category);
+}
+
 TEST_F(Reader, leaves_out_inputs_without_a_value)
 {
     read(R"(<standard_surface name="s" type="surfaceshader">
@@ -295,10 +301,13 @@ TEST_F(Reader, gives_colors_and_files_the_nearest_color_space)
     read(R"(<constant name="a" type="color3"><input name="value" type="color3" value="1,1,1"
                       colorspace="srgb_texture"/></constant>
             <constant name="b" type="color3"><input name="value" type="color3" value="1,1,1"/></constant>
-            <constant name="c" type="float"><input name="value" type="float" value="1"/></constant>)");
+            <constant name="c" type="float"><input name="value" type="float" value="1"/></constant>
+            <constant name="d" type="color3"><input name="value" type="color3" value="1,1,1"
+                      colorspace="none"/></constant>)");
     EXPECT_EQ("srgb_texture", input("a", "value").color_space);
     EXPECT_EQ("lin_rec709", input("b", "value").color_space);
     EXPECT_EQ("", input("c", "value").color_space);
+    EXPECT_EQ("", input("d", "value").color_space);
     EXPECT_EQ("lin_rec709", m_graph->color_space);
 }
 
