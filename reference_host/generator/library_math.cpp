@@ -53,8 +53,8 @@ constexpr const char* texts[] = {
 })",
     R"(float determinant4(float4x4 m)
 {
-    float4 minor = cofactors(m[0].yzw, m[1].yzw, m[2].yzw, m[3].yzw);
-    return dot(float4(m[0].x, m[1].x, m[2].x, m[3].x), minor);
+    float4 minors = cofactors(m[0].yzw, m[1].yzw, m[2].yzw, m[3].yzw);
+    return dot(float4(m[0].x, m[1].x, m[2].x, m[3].x), minors);
 })",
     R"(float4x4 inverse_matrix4(float4x4 m)
 {
@@ -79,6 +79,27 @@ constexpr const char* texts[] = {
     float s = sin(angle);
     float c = cos(angle);
     return p * c + cross(p, a) * s + a * (dot(a, p) * (1.0 - c));
+})",
+    R"(float3 from_tangent_space(float3 value, float3 normal, float3 tangent, float3 bitangent)
+{
+    return normalize(tangent * value.x + bitangent * value.y + normal * value.z);
+})",
+    R"(float2 flip_v(float2 uv)
+{
+    return float2(uv.x, 1.0 - uv.y);
+})",
+    R"(float mirrored(float x)
+{
+    return 1.0 - abs(2.0 * fract(x * 0.5) - 1.0);
+})",
+    R"(float inside_image(float2 uv)
+{
+    float2 inside = step(float2(0.0), uv) * step(uv, float2(1.0));
+    return inside.x * inside.y;
+})",
+    R"(float3 y_up_to_z_up(float3 direction)
+{
+    return float3(direction.x, direction.z, -direction.y);
 })",
     // A step that is one pixel wide.
     R"(float anti_aliased_step(float edge, float x)

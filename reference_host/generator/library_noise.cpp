@@ -68,9 +68,9 @@ constexpr const char* texts[] = {
     float3 cell = floor(p);
     float3 f = p - cell;
     float3 w = f * f * f * (f * (f * 6.0 - 15.0) + 10.0);
-    float near = noise_3d_plane(cell, f, w.xy);
-    float far = noise_3d_plane(cell + float3(0.0, 0.0, 1.0), f - float3(0.0, 0.0, 1.0), w.xy);
-    return mix(near, far, w.z) * 1.3;
+    float front = noise_3d_plane(cell, f, w.xy);
+    float back = noise_3d_plane(cell + float3(0.0, 0.0, 1.0), f - float3(0.0, 0.0, 1.0), w.xy);
+    return mix(front, back, w.z) * 1.3;
 })",
     R"(float fractal_2d(float2 p, int octaves, float lacunarity, float diminish)
 {

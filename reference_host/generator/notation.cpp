@@ -429,6 +429,14 @@ Function parse_function(std::string_view text, Notation_scope& scope)
     return Notation_parser(text, scope).function();
 }
 
+bool names_word(std::string_view text, std::string_view word)
+{
+    for (Word_stream words(text); !words.at_end(); words.take())
+        if (words.peek() == word)
+            return true;
+    return false;
+}
+
 Function_head parse_head(std::string_view text)
 {
     Word_stream words(text.substr(0, text.find('{')));

@@ -62,6 +62,9 @@ Statements parse_statements(std::string_view text, Notation_scope& scope);
 // One function with its head.
 Function parse_function(std::string_view text, Notation_scope& scope);
 
+// Whether a text has the word in it.
+bool names_word(std::string_view text, std::string_view word);
+
 // The head alone: no body is read and parameter types need not be known.
 struct Function_head {
     std::string type;

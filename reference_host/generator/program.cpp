@@ -73,7 +73,7 @@ const Structure* Program::find_structure(const std::string& name) const
     return found == m_structures.end() ? nullptr : &found->second;
 }
 
-Expr Program::find_variable(const std::string& name)
+Expr Program::known_variable(const std::string& name) const
 {
     const auto found = m_variables.find(name);
     return found == m_variables.end() ? nullptr : found->second;

@@ -37,7 +37,8 @@ public:
     const std::deque<Function>& functions() const { return m_functions; }
     const Structure* find_structure(const std::string& name) const;
 
-    Expr find_variable(const std::string& name) override;
+    Expr find_variable(const std::string& name) override { return known_variable(name); }
+    Expr known_variable(const std::string& name) const;
     Shading_type find_type(const std::string& name) override;
     Shading_type find_member(const std::string& structure, const std::string& member) override;
     Expr call(const std::string& function, std::vector<Expr> arguments) override;

@@ -1,0 +1,146 @@
+#include "reference_host/generator/annotations.h"
+
+#include "reference_host/generator/printer.h"
+
+#include <pugixml.hpp>
+
+#include <sys/stat.h>
+
+namespace reference_host
+{
+namespace
+{
+
+const std::map<std::string, std::string> plain_names = {
+    {"UIName", "UIName"}, {"UIWidget", "UIWidget"}, {"UIMin", "UIMin"},
+    {"UIMax", "UIMax"},   {"UIStep", "UIStep"},     {"UIFolder", "UIFolder"}};
+
+const std::map<std::string, std::string> sas_names = {
+    {"UIName", "SasUiLabel"}, {"UIWidget", "SasUiControl"}, {"UIMin", "SasUiMin"},
+    {"UIMax", "SasUiMax"},    {"UIStep", "SasUiSteps"},     {"UIFolder", "SasUiGroup"}};
+
+const char* widget_of(const Effect_parameter& parameter)
+{
+    switch (parameter.value.type) {
+    case Type::color3:
+    case Type::color4:
+        return "Color";
+    case Type::float1:
+    case Type::integer:
+        return "Slider";
+    case Type::boolean:
+        return "CheckBox";
+    default:
+        return "Numeric";
+    }
+}
+
+std::string block(const std::vector<std::string>& lines)
+{
+    if (lines.empty())
+        return "";
+    std::string text = "\n<\n";
+    for (const std::string& line : lines)
+        text += "    " + line + ";\n";
+    return text + ">";
+}
+
+bool is_regular_file(const std::string& path)
+{
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+std::string quoted(const std::string& text)
+{
+    std::string made = "\"";
+    for (const char sign : text) {
+        if (sign == '"' || sign == '\\')
+            made += '\\';
+        made += static_cast<unsigned char>(sign) < ' ' ? ' ' : sign;
+    }
+    return made + "\"";
+}
+
+Annotations::Annotations(const Text_options& options, const std::string& folder,
+                         Diagnostics& diagnostics)
+    : m_names(options.hlsl_sas_conformance ? sas_names : plain_names),
+      m_resource_name(options.texture_resource_annotation),
+      m_keeps_unmapped(options.generate_umapped_annotations)
+{
+    const std::string& file = options.annotation_map;
+    if (is_regular_file(file))
+        read_map(file, diagnostics);
+    else if (!file.empty() && file[0] != '/' && is_regular_file(folder + "/" + file))
+        read_map(folder + "/" + file, diagnostics);
+}
+
+void Annotations::read_map(const std::string& file, Diagnostics& diagnostics)
+{
+    pugi::xml_document document;
+    const pugi::xml_parse_result result = document.load_file(file.c_str());
+    const pugi::xml_node root = document.child("annotations");
+    if (!result || !root) {
+        diagnostics.push_back({Severity::warning, "\"" + file + "\" is no annotation map", {}});
+        return;
+    }
+    m_names.clear();
+    for (const pugi::xml_node row : root.children("annotation"))
+        m_names[row.attribute("name").value()] = row.attribute("target").value();
+}
+
+void Annotations::add_line(std::vector<std::string>& lines, const std::string& type,
+                           const std::string& name, const std::string& value) const
+{
+    const auto mapped = m_names.find(name);
+    if (mapped != m_names.end() || m_keeps_unmapped)
+        lines.push_back(type + " " + (mapped != m_names.end() ? mapped->second : name) + " = " +
+                        value);
+}
+
+void Annotations::add(std::vector<std::string>& lines, const std::string& name,
+                      const std::string& value) const
+{
+    if (!value.empty())
+        add_line(lines, "string", name, quoted(value));
+}
+
+void Annotations::add(std::vector<std::string>& lines, const std::string& name, double value) const
+{
+    add_line(lines, "float", name, number_text(value));
+}
+
+std::string Annotations::of(const Effect_parameter& parameter) const
+{
+    std::vector<std::string> lines;
+    add(lines, "UIName", parameter.label);
+    add(lines, "UIWidget", widget_of(parameter));
+    const Type type = parameter.value.type;
+    const bool slides = type == Type::float1 || type == Type::integer;
+    const Range& range = parameter.range;
+    if (slides && range.min)
+        add(lines, "UIMin", *range.min);
+    if (slides && range.max)
+        add(lines, "UIMax", *range.max);
+    if (slides && (parameter.step || (range.min && range.max)))
+        add(lines, "UIStep",
+            parameter.step.value_or(type == Type::integer ? 1.0
+                                                          : (*range.max - *range.min) / 100.0));
+    add(lines, "UIFolder", parameter.folder);
+    add(lines, "UIHelp", parameter.description);
+    return block(lines);
+}
+
+std::string Annotations::of(const Texture& texture, const std::string& path) const
+{
+    std::vector<std::string> lines = {"string " + m_resource_name + " = " + quoted(path),
+                                      "string ResourceType = \"" +
+                                          std::string(texture.cube ? "Cube" : "2D") + "\""};
+    add(lines, "UIName", texture.label);
+    add(lines, "UIFolder", texture.folder);
+    return block(lines);
+}
+
+} // namespace reference_host

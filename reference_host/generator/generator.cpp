@@ -1,0 +1,237 @@
+#include "reference_host/generator/generator.h"
+
+#include "reference_host/document/node_library.h"
+#include "reference_host/generator/effect_writer.h"
+#include "reference_host/generator/glsl_writer.h"
+#include "reference_host/generator/options.h"
+#include "reference_host/generator/shader_code.h"
+#include "reference_host/generator/source_writer.h"
+#include "reference_host/generator/streams.h"
+#include "reference_host/generator/surface_models.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace reference_host
+{
+namespace
+{
+
+std::string described(const Node& node)
+{
+    return "node \"" + node.name + "\" (" + node.category + ")";
+}
+
+void report(Diagnostics& diagnostics, const Node& node, const std::string& reason)
+{
+    diagnostics.push_back({Severity::error, described(node) + ": " + reason, node.place});
+}
+
+void report(Diagnostics& diagnostics, const std::string& reason)
+{
+    diagnostics.push_back({Severity::error, reason, {}});
+}
+
+// The one place where what goes wrong below becomes a diagnostic.
+template<class Action>
+bool guarded(const Node& shader, Diagnostics& diagnostics, const Action& action)
+{
+    try {
+        action();
+        return !has_errors(diagnostics);
+    } catch (const Refusal& refusal) {
+        report(diagnostics, *refusal.node, refusal.reason);
+    } catch (const std::exception& error) {
+        report(diagnostics, shader, error.what());
+    }
+    return false;
+}
+
+// The shader that a material has connected; the node itself when it is no material.
+const Node* shader_below(const Node& node, Diagnostics& diagnostics)
+{
+    if (node.type != Type::material)
+        return &node;
+    const char* input = node.category == "volumematerial" ? "volumeshader" : "surfaceshader";
+    const Input* connected = node.find_input(input);
+    if (connected && connected->source)
+        return connected->source;
+    report(diagnostics, node, std::string("no ") + input + " is connected");
+    return nullptr;
+}
+
+bool is_light(const Node& node)
+{
+    return node.type == Type::lightshader;
+}
+
+bool is_volume(const Node& node)
+{
+    return node.type == Type::volumeshader || node.category == "volumematerial";
+}
+
+// Nodes on which a shader depends and that no target can express are found by making a text.
+class Compiled_graph : public Compiled_shader
+{
+public:
+    Compiled_graph(const Shader_request& request, const Generator_settings& settings)
+        : m_request(request), m_settings(settings)
+    {
+    }
+
+    // Makes the text once with the defaults, to learn which fields it uses; false when it fails.
+    bool check(Diagnostics& diagnostics)
+    {
+        Text_options options;
+        const std::string kind = shader_kind(*m_request.shader);
+        if (kind == "light" || kind == "volume")
+            options.shader_type = kind;
+        return guarded(*m_request.shader, diagnostics, [&] {
+            Diagnostics warnings_of_defaults;
+            const Shader_code code(m_request, options, Language::cg, warnings_of_defaults);
+            m_state = code.used_fields("State");
+        });
+    }
+
+    std::vector<std::string> generate(const std::string& target, const Option_set& options,
+                                      Diagnostics& diagnostics) const override
+    {
+        Diagnostics found;
+        std::vector<std::string> texts;
+        const Text_options read = read_text_options(options, found);
+        const bool good = !has_errors(found) && guarded(*m_request.shader, found, [&] {
+            if (target == "FX")
+                texts = {write_effect(m_request, read, m_settings, found)};
+            else if (target == "GL")
+                texts = write_glsl(m_request, read, m_settings, found);
+            else if (target == "Swrc")
+                texts = write_source(m_request, read, m_settings, found);
+            else
+                report(found, "there is no target \"" + target + "\"");
+        });
+        diagnostics.insert(diagnostics.end(), found.begin(), found.end());
+        return good ? texts : std::vector<std::string>();
+    }
+
+    bool uses_state(const std::string& name) const override
+    {
+        if (name == "tangent_space")
+            return uses_state("texture_tangent") || uses_state("texture_binormal");
+        return std::any_of(m_state.begin(), m_state.end(), [&](const std::string& field) {
+            return field == name ||
+                   (name == "texture_coordinate" && field.compare(0, name.size(), name) == 0);
+        });
+    }
+
+private:
+    Shader_request m_request;
+    Generator_settings m_settings;
+    std::set<std::string> m_state;
+};
+
+std::unique_ptr<Compiled_shader>
+compile(const Shader_request& request, const Generator_settings& settings, Diagnostics& diagnostics)
+{
+    auto compiled = std::make_unique<Compiled_graph>(request, settings);
+    if (!compiled->check(diagnostics))
+        return nullptr;
+    return compiled;
+}
+
+// A node that an option names; null with an error when it is missing or of another kind.
+const Node* named_node(const Shader_graph& graph, const std::string& name, const char* what,
+                       bool (*fits)(const Node&), Diagnostics& diagnostics)
+{
+    const Node* node = graph.find_node(name);
+    if (!node)
+        report(diagnostics, std::string("there is no node \"") + name + "\" for the " + what);
+    else if (!fits(*node))
+        report(diagnostics, *node, std::string("it cannot be the ") + what);
+    else
+        return node;
+    return nullptr;
+}
+
+bool is_colour(const Node& node)
+{
+    return component_count(node.type) > 0 && !is_light(node);
+}
+
+void find_scene(const Shader_graph& graph, Shader_request& request, Diagnostics& diagnostics)
+{
+    const Group_options& options = request.options;
+    for (const Light_option& light : options.lights)
+        if (const Node* node = named_node(graph, light.name, "light", is_light, diagnostics))
+            request.lights.push_back({node, light});
+    if (!options.environment.empty())
+        request.environment =
+            named_node(graph, options.environment, "environment", is_colour, diagnostics);
+    if (!options.volume.empty())
+        request.volume = named_node(graph, options.volume, "volume", is_volume, diagnostics);
+    if (request.volume)
+        request.volume = shader_below(*request.volume, diagnostics);
+}
+
+} // namespace
+
+Shader_usage shader_usage(const Node& node)
+{
+    Shader_usage usage;
+    const Surface_model* model = find_surface_model(node.category);
+    if (!model || !model->lit)
+        return usage;
+    usage.lights_parameter = true;
+    usage.direct_light = true;
+    usage.reflect_environment =
+        slot_contributes(node, *model, "metalness") || slot_contributes(node, *model, "coat");
+    usage.refract_environment = slot_contributes(node, *model, "transmission");
+    return usage;
+}
+
+const char* shader_kind(const Node& node)
+{
+    if (is_light(node))
+        return "light";
+    if (is_volume(node))
+        return "volume";
+    return node.category == "environment_map" ? "environment" : "surface";
+}
+
+std::unique_ptr<Compiled_shader> compile_group(const Shader_graph& graph, const Option_set& options,
+                                               const Generator_settings& settings,
+                                               Diagnostics& diagnostics)
+{
+    Diagnostics found;
+    Shader_request request;
+    request.graph = &graph;
+    request.options = read_group_options(options, found);
+    request.selected = graph.find_node(request.options.shader_name);
+    if (!request.selected)
+        report(found, "there is no node \"" + request.options.shader_name + "\"");
+    else
+        request.shader = shader_below(*request.selected, found);
+    find_scene(graph, request, found);
+    std::unique_ptr<Compiled_shader> compiled;
+    if (!has_errors(found))
+        compiled = compile(request, settings, found);
+    diagnostics.insert(diagnostics.end(), found.begin(), found.end());
+    return compiled;
+}
+
+std::unique_ptr<Compiled_shader> compile_node(const Shader_graph& graph, const Node& node,
+                                              const Generator_settings& settings,
+                                              Diagnostics& diagnostics)
+{
+    Diagnostics found;
+    Shader_request request;
+    request.graph = &graph;
+    request.selected = &node;
+    request.shader = shader_below(node, found);
+    std::unique_ptr<Compiled_shader> compiled;
+    if (request.shader)
+        compiled = compile(request, settings, found);
+    diagnostics.insert(diagnostics.end(), found.begin(), found.end());
+    return compiled;
+}
+
+} // namespace reference_host

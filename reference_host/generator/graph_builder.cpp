@@ -1,0 +1,365 @@
+#include "reference_host/generator/graph_builder.h"
+
+#include "reference_host/generator/color_space.h"
+#include "reference_host/generator/shading_state.h"
+
+#include <algorithm>
+
+namespace reference_host
+{
+namespace
+{
+
+constexpr int texture_sets = 4;
+
+// The letters of colours and texture coordinates as those of positions. Empty when one is none.
+std::string position_letters(const std::string& channels)
+{
+    std::string letters;
+    for (const char channel : channels) {
+        const std::size_t place = std::string("xyzwrgbastpq").find(channel);
+        if (place == std::string::npos)
+            return "";
+        letters += "xyzw"[place % 4];
+    }
+    return letters;
+}
+
+// Whether there is nothing outside the image; the second word is that of USD.
+bool leaves_image(const std::string& address_mode)
+{
+    return address_mode == "constant" || address_mode == "black";
+}
+
+// Fits a value to the type that the document says it has.
+Expr as_type(const Expr& value, const Shading_type& type)
+{
+    return value->type != type && component_count(value->type) == 1 && component_count(type) > 0
+               ? construct(type, {value})
+               : value;
+}
+
+} // namespace
+
+Graph_builder::Graph_builder(Build_context& context, const Node& shader, const std::string& prefix)
+    : m_context(context), m_shader(shader), m_prefix(prefix)
+{
+}
+
+Expr Graph_builder::shader_expression(const std::string& text)
+{
+    m_definition = find_definition(m_shader);
+    if (!m_definition)
+        throw Refusal{&m_shader, "there is no implementation for these inputs"};
+    for (const Input& given : m_shader.inputs)
+        if (given.source && names_word(text, given.name))
+            evaluate(*given.source);
+    m_current = &m_shader;
+    m_definition = find_definition(m_shader);
+    return parse_expression(text, *this);
+}
+
+Expr Graph_builder::value_of(const Node& node, const std::string& output)
+{
+    evaluate(node);
+    const Node_definition* definition = find_definition(node);
+    const Output_definition* found = definition->find_output(output);
+    if (!found)
+        throw Refusal{&node, "there is no output \"" + output + "\""};
+    return m_values[&node][static_cast<std::size_t>(found - definition->outputs.data())];
+}
+
+void Graph_builder::evaluate(const Node& root)
+{
+    std::vector<Open_node> open = {{&root, 0}};
+    while (!open.empty()) {
+        const Node& node = *open.back().node;
+        const Node* source = nullptr;
+        while (!source && open.back().next_input < node.inputs.size())
+            source = node.inputs[open.back().next_input++].source;
+        if (m_values.count(&node)) {
+            open.pop_back();
+        } else if (source) {
+            if (!m_values.count(source))
+                open.push_back({source, 0});
+        } else {
+            compute(node);
+            open.pop_back();
+        }
+    }
+}
+
+void Graph_builder::compute(const Node& node)
+{
+    m_current = &node;
+    m_definition = find_definition(node);
+    if (!m_definition)
+        throw Refusal{&node, "there is no implementation for these inputs"};
+    std::vector<Expr> values;
+    for (const Output_definition& output : m_definition->outputs) {
+        if (output.implementation.empty())
+            throw Refusal{&node, "a shader cannot be an input of a pattern"};
+        const Shading_type type = shading_type(output.type);
+        Expr value = as_type(parse_expression(output.implementation, *this), type);
+        if (!is_simple(value)) {
+            const bool single = m_definition->outputs.size() == 1;
+            const std::string name =
+                m_context.names.take(single ? node.name : node.name + "_" + output.name);
+            m_statements.push_back(declare(type, name, value));
+            value = variable(type, name);
+        }
+        values.push_back(value);
+    }
+    m_values[&node] = std::move(values);
+}
+
+Expr Graph_builder::find_variable(const std::string& name)
+{
+    if (const Input_definition* defined = m_definition->find_input(name))
+        return input(*m_current, *defined);
+    if (const Expr source = scene_source(name))
+        return source;
+    return m_context.program.find_variable(name);
+}
+
+Shading_type Graph_builder::find_type(const std::string& name)
+{
+    return name == "T" ? shading_type(m_definition->generic) : m_context.program.find_type(name);
+}
+
+Shading_type Graph_builder::find_member(const std::string& structure, const std::string& member)
+{
+    return m_context.program.find_member(structure, member);
+}
+
+Expr Graph_builder::input(const Node& node, const Input_definition& defined)
+{
+    const Input* given = node.find_input(defined.name);
+    if (!given)
+        return absent_value(node, defined);
+    if (given->source)
+        return as_type(connected(*given), shading_type(defined.type));
+    if (given->parameter) {
+        const Type type = given->parameter->value.type;
+        return shading_type(type) == Kind::text ? text_literal(given->parameter->value.text)
+                                                : m_context.uniforms.exposed(*given->parameter);
+    }
+    return given_value(node, *given, defined);
+}
+
+Expr Graph_builder::connected(const Input& input)
+{
+    const Node_definition* definition = find_definition(*input.source);
+    const Output_definition* output =
+        definition ? definition->find_output(input.source_output) : nullptr;
+    const auto values = m_values.find(input.source);
+    if (!output || values == m_values.end())
+        throw Refusal{m_current, "input \"" + input.name + "\" is connected to no value"};
+    const Expr value =
+        values->second[static_cast<std::size_t>(output - definition->outputs.data())];
+    return input.channels.empty() ? value : channels_of({value, text_literal(input.channels)});
+}
+
+Expr Graph_builder::given_value(const Node& node, const Input& input,
+                                const Input_definition& defined)
+{
+    const Value value =
+        to_working_space(input.value ? *input.value : defined.value, input.color_space);
+    const Expr constant = literal(value);
+    // Documents write out the normal of a surface's default, which is no constant.
+    if (&node == &m_shader && !defined.default_source.empty())
+        return scene_source(defined.default_source);
+    // A weight that is left at zero adds nothing to the shader; integers and texts choose its
+    // shape.
+    const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer ||
+                        (m_prefix.empty() && value.type == Type::vector3) ||
+                        (is_zero(constant) && is_zero(literal(defined.value)));
+    if (&node != &m_shader || steers)
+        return constant;
+    Expr& made = m_editable[input.name];
+    if (!made)
+        made = m_context.uniforms.editable(m_prefix + input.name, value, input.ui,
+                                           {defined.min, defined.max}, !m_prefix.empty());
+    return made;
+}
+
+Expr Graph_builder::absent_value(const Node& node, const Input_definition& defined)
+{
+    if (!defined.default_source.empty())
+        return scene_source(defined.default_source);
+    // Lights and the like show all that they have; surfaces what the document sets.
+    const Expr constant = literal(defined.value);
+    if (&node != &m_shader || m_prefix.empty() || !is_float(constant->type))
+        return constant;
+    Expr& made = m_editable[defined.name];
+    if (!made)
+        made = m_context.uniforms.editable(m_prefix + defined.name, defined.value, {},
+                                           {defined.min, defined.max}, true);
+    return made;
+}
+
+Expr Graph_builder::scene_source(const std::string& name)
+{
+    return find_scene_source(name, m_context.internal_space, m_context.program);
+}
+
+Expr Graph_builder::call(const std::string& function, std::vector<Expr> arguments)
+{
+    using Special = Expr (Graph_builder::*)(std::vector<Expr>);
+    static const std::unordered_map<std::string, Special> specials = {
+        {"image", &Graph_builder::image},
+        {"cube_image", &Graph_builder::cube_image},
+        {"texture_set", &Graph_builder::texture_set},
+        {"channels_of", &Graph_builder::channels_of},
+        {"vertex_property", &Graph_builder::vertex_property},
+        {"tangent_space_normal", &Graph_builder::tangent_space_normal},
+    };
+    const auto special = specials.find(function);
+    if (special != specials.end())
+        return (this->*special->second)(std::move(arguments));
+    return m_context.program.call(function, std::move(arguments));
+}
+
+Graph_builder::File Graph_builder::file_of_current(const Expr& argument) const
+{
+    for (const Input& input : m_current->inputs) {
+        if (input.type != Type::filename)
+            continue;
+        if (input.value && input.value->text == argument->text)
+            return {&input, argument->text, input.color_space};
+        if (input.parameter && input.parameter->value.text == argument->text)
+            return {&input, argument->text,
+                    input.color_space.empty() ? input.parameter->color_space : input.color_space};
+    }
+    return {nullptr, argument->text, ""};
+}
+
+std::string Graph_builder::texture_name(const File& file) const
+{
+    return file.input && file.input->parameter ? file.input->parameter->name : m_current->name;
+}
+
+Expr Graph_builder::lookup(const Texture& texture, const Expr& place)
+{
+    const Expr sampler = variable(texture.cube ? Kind::sampler_cube : Kind::sampler_2d,
+                                  texture.name + m_context.sampler_suffix);
+    return m_context.program.call(texture.cube ? "texture_cube" : "texture_2d", {sampler, place});
+}
+
+// image(file, texcoord, address mode of u, of v, default): a texel in the type of the default.
+Expr Graph_builder::image(std::vector<Expr> arguments)
+{
+    if (arguments.size() != 5 || arguments[0]->type != Kind::text)
+        throw Notation_error("the file name must be known");
+    const Expr& fallback = arguments[4];
+    if (arguments[0]->text.empty())
+        return fallback;
+    const File file = file_of_current(arguments[0]);
+    if (!is_known_color_space(file.color_space))
+        throw Refusal{m_current, "the colour space \"" + file.color_space + "\" is unknown"};
+    const Texture& texture = m_context.uniforms.texture(
+        file.name, false, texture_name(file),
+        file.input && file.input->parameter ? file.input->parameter->ui : Ui_hints());
+    const std::string& u = arguments[2]->text;
+    const std::string& v = arguments[3]->text;
+    Expr place = arguments[1];
+    if (u != "periodic" || v != "periodic")
+        place = construct(Kind::float2,
+                          {addressed(swizzle(place, "x"), u), addressed(swizzle(place, "y"), v)});
+    if (m_context.options.flip_tex2d_v)
+        place = call("flip_v", {place});
+    const int channels = component_count(fallback->type);
+    Expr texel = swizzle(lookup(texture, place), std::string("xyzw").substr(0, channels));
+    const Type type = m_definition->generic;
+    if (type == Type::color3 || type == Type::color4)
+        texel = to_working_space(texel, file.color_space, *this);
+    if (leaves_image(u) || leaves_image(v))
+        texel = call("mix", {fallback, texel, call("inside_image", {arguments[1]})});
+    return texel;
+}
+
+Expr Graph_builder::addressed(const Expr& coordinate, const std::string& mode)
+{
+    if (mode == "clamp" || leaves_image(mode))
+        return call("saturate", {coordinate});
+    return mode == "mirror" ? call("mirrored", {coordinate}) : coordinate;
+}
+
+// cube_image(file, direction): the colour of a cube map in a direction of the internal space.
+Expr Graph_builder::cube_image(std::vector<Expr> arguments)
+{
+    if (arguments.size() != 2 || arguments[0]->type != Kind::text)
+        throw Notation_error("the file name must be known");
+    const File file = file_of_current(arguments[0]);
+    const Texture& texture =
+        m_context.uniforms.texture(file.name, true, texture_name(file), Ui_hints());
+    Expr direction = world_direction(arguments[1], m_context.internal_space, m_context.program);
+    if (m_context.options.rotate_cube_map)
+        direction = call("y_up_to_z_up", {direction});
+    return to_working_space(swizzle(lookup(texture, direction), "xyz"), file.color_space, *this);
+}
+
+Expr Graph_builder::texture_set(std::vector<Expr> arguments)
+{
+    const Expr& set = arguments.at(0);
+    if (!is_literal(set) || set->numbers[0] < 0 || set->numbers[0] >= texture_sets)
+        throw Refusal{m_current, "there are four sets of texture coordinates, 0 to 3"};
+    return state_field("texture_coordinate" + std::to_string(static_cast<int>(set->numbers[0])));
+}
+
+// channels_of(value, "rgb1"): components by their letters, and the digits 0 and 1.
+Expr Graph_builder::channels_of(std::vector<Expr> arguments)
+{
+    const Expr& value = arguments.at(0);
+    const std::string& channels = arguments.at(1)->text;
+    if (channels.empty() || channels.size() > 4)
+        throw Refusal{m_current, "one to four channels are needed"};
+    const std::string letters = position_letters(channels);
+    const int count = component_count(value->type);
+    const auto missing = [&](char letter) {
+        return static_cast<int>(std::string("xyzw").find(letter)) >= count;
+    };
+    if (!letters.empty() && std::none_of(letters.begin(), letters.end(), missing))
+        return swizzle(value, letters);
+    std::vector<Expr> parts;
+    for (const char channel : channels) {
+        const std::string letter = position_letters(std::string(1, channel));
+        if (channel == '0' || channel == '1')
+            parts.push_back(literal(channel - '0'));
+        else if (!letter.empty() && !missing(letter[0]))
+            parts.push_back(swizzle(value, letter));
+        else
+            throw Refusal{m_current, "there are no channels \"" + channels + "\""};
+    }
+    return construct(float_kind(static_cast<int>(parts.size())), parts);
+}
+
+// tangent_space_normal(value): a constant stands for the normal as it is.
+Expr Graph_builder::tangent_space_normal(std::vector<Expr> arguments)
+{
+    if (is_literal(arguments.at(0)))
+        return scene_source("normal");
+    return m_context.program.call(
+        "from_tangent_space",
+        {arguments[0], scene_source("normal"), scene_source("tangent"), scene_source("bitangent")});
+}
+
+// vertex_property(name, default): a property of the mesh by its usual names.
+Expr Graph_builder::vertex_property(std::vector<Expr> arguments)
+{
+    const std::string& name = arguments.at(0)->text;
+    const Expr& fallback = arguments.at(1);
+    const int count = component_count(fallback->type);
+    const Expr found = find_vertex_property(name);
+    if (!is_float(fallback->type) || !found || component_count(found->type) < count) {
+        m_context.diagnostics.push_back(
+            {Severity::warning,
+             "node \"" + m_current->name + "\" (" + m_current->category +
+                 "): the mesh has no property \"" + name + "\"; the default takes its place",
+             m_current->place});
+        return fallback;
+    }
+    return swizzle(found, std::string("xyzw").substr(0, static_cast<std::size_t>(count)));
+}
+
+} // namespace reference_host

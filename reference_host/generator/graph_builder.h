@@ -1,0 +1,101 @@
+// Turns the graph below a shader into statements: one named variable for each node.
+//
+// Nodes are evaluated when an input asks for them, each once, sources first. The work grows with
+// nodes and connections, not with paths, and does not recurse along the graph.
+#ifndef REFERENCE_HOST_GENERATOR_GRAPH_BUILDER_H
+#define REFERENCE_HOST_GENERATOR_GRAPH_BUILDER_H
+
+#include "reference_host/document/node_library.h"
+#include "reference_host/generator/generator.h"
+#include "reference_host/generator/options.h"
+#include "reference_host/generator/program.h"
+#include "reference_host/generator/uniforms.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace reference_host
+{
+
+// What all functions of one text share.
+struct Build_context {
+    const Text_options& options;
+    Space internal_space;       // camera or world
+    std::string sampler_suffix; // of a texture's name
+    Program& program;
+    Names& names;
+    Uniforms& uniforms;
+    Diagnostics& diagnostics;
+};
+
+// Something that the document asks for and the target cannot express.
+struct Refusal {
+    const Node* node;
+    std::string reason;
+};
+
+class Graph_builder : public Notation_scope
+{
+public:
+    // Literal inputs of `shader` become parameters, called `prefix` + the input's name.
+    Graph_builder(Build_context& context, const Node& shader, const std::string& prefix);
+
+    // An expression in the notation over the inputs of the shader; what is connected to those that
+    // it names is evaluated into statements(). Throws Refusal.
+    Expr shader_expression(const std::string& text);
+
+    // An output of any node.
+    Expr value_of(const Node& node, const std::string& output);
+
+    Statements& statements() { return m_statements; }
+
+    Expr find_variable(const std::string& name) override;
+    Shading_type find_type(const std::string& name) override;
+    Shading_type find_member(const std::string& structure, const std::string& member) override;
+    Expr call(const std::string& function, std::vector<Expr> arguments) override;
+
+private:
+    struct Open_node {
+        const Node* node;
+        std::size_t next_input;
+    };
+
+    void evaluate(const Node& node);
+    void compute(const Node& node);
+    Expr input(const Node& node, const Input_definition& defined);
+    Expr connected(const Input& input);
+    Expr given_value(const Node& node, const Input& input, const Input_definition& defined);
+    Expr absent_value(const Node& node, const Input_definition& defined);
+    Expr scene_source(const std::string& name);
+
+    Expr image(std::vector<Expr> arguments);
+    Expr cube_image(std::vector<Expr> arguments);
+    Expr texture_set(std::vector<Expr> arguments);
+    Expr channels_of(std::vector<Expr> arguments);
+    Expr vertex_property(std::vector<Expr> arguments);
+    Expr tangent_space_normal(std::vector<Expr> arguments);
+    Expr addressed(const Expr& coordinate, const std::string& mode);
+    Expr lookup(const Texture& texture, const Expr& place);
+
+    struct File {
+        const Input* input; // null: the node's default
+        const std::string& name;
+        std::string color_space;
+    };
+    File file_of_current(const Expr& argument) const;
+    std::string texture_name(const File& file) const;
+
+    Build_context& m_context;
+    const Node& m_shader;
+    std::string m_prefix;
+    const Node* m_current = nullptr;
+    const Node_definition* m_definition = nullptr;               // of m_current
+    std::unordered_map<const Node*, std::vector<Expr>> m_values; // by output
+    std::unordered_map<std::string, Expr> m_editable;            // inputs of the shader
+    Statements m_statements;
+};
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,31 @@
+// Writes a shader as source for a renderer: a C++ function and a scene text that describes it.
+#ifndef REFERENCE_HOST_GENERATOR_SOURCE_WRITER_H
+#define REFERENCE_HOST_GENERATOR_SOURCE_WRITER_H
+
+#include "reference_host/generator/generator.h"
+#include "reference_host/generator/options.h"
+#include "reference_host/generator/shader_code.h"
+
+#include <string>
+#include <vector>
+
+namespace reference_host
+{
+
+// The C++ source, which needs nothing but the standard library, and the qz scene text:
+//
+//     # a comment
+//     shader "wood" {
+//         kind "surface"
+//         parameter "base" float 1.0
+//         texture "wood_map" 2d "wood.png"
+//     }
+//
+// Words and numbers are separated by blanks, texts stand in double quotes with \" and \\ inside,
+// blocks in braces. Throws Refusal or Notation_error.
+std::vector<std::string> write_source(const Shader_request& request, const Text_options& options,
+                                      const Generator_settings& settings, Diagnostics& diagnostics);
+
+} // namespace reference_host
+
+#endif

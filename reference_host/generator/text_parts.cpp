@@ -1,0 +1,127 @@
+#include "reference_host/generator/text_parts.h"
+
+#include <algorithm>
+
+namespace reference_host
+{
+namespace
+{
+
+constexpr std::size_t comment_width = 80;
+
+// One line of a comment: no control characters, and no backslash at the end, which would join the
+// next line to it.
+std::string comment_line(const std::string& text)
+{
+    return one_line(text.empty() ? "//" : "// " + text) + "\n";
+}
+
+// A list of words in a comment, on as many lines as it needs.
+std::string comment_list(const std::string& title, const std::vector<std::string>& words)
+{
+    std::string text;
+    std::string line = title;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string word = words[i] + (i + 1 < words.size() ? "," : "");
+        if (line.size() + word.size() + 4 > comment_width) {
+            text += comment_line(line);
+            line = "   ";
+        }
+        line += " " + word;
+    }
+    return text + comment_line(line);
+}
+
+} // namespace
+
+std::string one_line(const std::string& text)
+{
+    std::string line = text;
+    for (char& sign : line)
+        if (static_cast<unsigned char>(sign) < ' ' || sign == 127)
+            sign = ' ';
+    line.erase(line.find_last_not_of(' ') + 1);
+    if (!line.empty() && line.back() == '\\')
+        line += '.';
+    return line;
+}
+
+std::string copyright_comment(const std::string& text)
+{
+    std::string comment;
+    for (std::size_t first = 0; first < text.size();) {
+        const std::size_t end = std::min(text.find('\n', first), text.size());
+        comment += comment_line(text.substr(first, end - first));
+        first = end + 1;
+    }
+    return comment.empty() ? "" : comment + "\n";
+}
+
+std::string head_comment(const Shader_request& request, const Shader_code& code,
+                         const std::vector<std::string>& lines)
+{
+    std::string comment = comment_line("Shader: " + code.name());
+    const std::string scope = request.shader->scope.empty() ? "" : request.shader->scope + "/";
+    comment += comment_line("Source: " + request.graph->document + ", node " + scope +
+                            request.shader->name + " (" + request.shader->category + ")");
+    for (const std::string& line : lines)
+        comment += comment_line(line);
+    if (!code.without_counterpart().empty())
+        comment += comment_list("Set in the document, without counterpart here:",
+                                code.without_counterpart());
+    return comment;
+}
+
+std::string section(const std::string& title)
+{
+    const std::string head = "// ---- " + title + " ";
+    return "\n" + head + std::string(comment_width - std::min(comment_width, head.size()), '-') +
+           "\n";
+}
+
+std::string structure_text(const Shader_code& code, const std::string& name,
+                           const std::set<std::string>& fields, const Printer& printer)
+{
+    Structure kept = *code.program().find_structure(name);
+    kept.fields.erase(std::remove_if(kept.fields.begin(), kept.fields.end(),
+                                     [&](const Variable_declaration& field) {
+                                         return fields.count(field.name) == 0;
+                                     }),
+                      kept.fields.end());
+    return kept.fields.empty() ? "" : "\n" + printer.structure(kept);
+}
+
+std::string structures_text(const Shader_code& code, const Streams* streams, const Printer& printer)
+{
+    std::set<std::string> state = code.used_fields("State");
+    if (streams)
+        for (const State_field* field : streams->fields())
+            state.insert(field->name);
+    std::set<std::string> iterator = code.used_fields("Light_iterator");
+    if (code.lighting() != Lighting::fixed || !iterator.empty())
+        for (const Variable_declaration& field :
+             code.program().find_structure("Light_iterator")->fields)
+            if (code.lighting() != Lighting::fixed)
+                iterator.insert(field.name);
+    return structure_text(code, "State", state, printer) +
+           structure_text(code, "Light_iterator", iterator, printer) +
+           structure_text(code, "Surface", code.used_fields("Surface"), printer);
+}
+
+std::string functions_text(const Shader_code& code, const Printer& printer, bool with_last)
+{
+    std::vector<const Function*> functions = code.used_functions();
+    if (!with_last)
+        functions.pop_back();
+    std::string text;
+    for (const Function* function : functions)
+        text += "\n" + printer.function(*function);
+    return text;
+}
+
+std::string texture_path(const Texture& texture, const Generator_settings& settings)
+{
+    return settings.texture_path ? settings.texture_path(texture.file) : texture.file;
+}
+
+} // namespace reference_host

@@ -1,0 +1,81 @@
+#include "reference_host/generator/uniforms.h"
+
+#include "reference_host/generator/color_space.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace reference_host
+{
+namespace
+{
+
+// The first of the texts' numbers that is given.
+std::optional<double> first_number(const std::optional<Value>& first,
+                                   const std::optional<Value>& second,
+                                   const std::optional<double>& third)
+{
+    if (first)
+        return first->numbers[0];
+    return second ? second->numbers[0] : third;
+}
+
+} // namespace
+
+std::string label_from(const std::string& name)
+{
+    std::string label = name;
+    std::replace(label.begin(), label.end(), '_', ' ');
+    if (!label.empty())
+        label[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(label[0])));
+    return label;
+}
+
+Expr Uniforms::add(const std::string& name, const Value& value, const Ui_hints& ui,
+                   const Range& range, bool constant, bool of_scene)
+{
+    Effect_parameter parameter;
+    parameter.name = m_names.take(name);
+    parameter.label = ui.name.empty() ? label_from(name) : ui.name;
+    parameter.folder = ui.folder;
+    parameter.description = ui.description;
+    parameter.value = value;
+    parameter.range.min = first_number(ui.soft_min, ui.min, range.min);
+    parameter.range.max = first_number(ui.soft_max, ui.max, range.max);
+    parameter.step = first_number(ui.step, std::nullopt, std::nullopt);
+    parameter.constant = constant;
+    parameter.of_scene = of_scene;
+    m_parameters.push_back(parameter);
+    return variable(shading_type(value.type), parameter.name);
+}
+
+Expr Uniforms::exposed(const Parameter& parameter)
+{
+    Expr& made = m_exposed[&parameter];
+    if (!made)
+        made = add(parameter.name, to_working_space(parameter.value, parameter.color_space),
+                   parameter.ui, {}, parameter.literal, false);
+    return made;
+}
+
+Expr Uniforms::editable(const std::string& name, const Value& value, const Ui_hints& ui,
+                        const Range& range, bool of_scene)
+{
+    return add(name, value, ui, range, false, of_scene);
+}
+
+const Texture& Uniforms::texture(const std::string& file, bool cube, const std::string& name,
+                                 const Ui_hints& ui)
+{
+    const Texture*& known = m_by_file[{file, cube}];
+    if (!known) {
+        const std::string taken = m_names.take(name + "_map");
+        m_names.reserve(taken + "_sampler");
+        m_textures.push_back(
+            {taken, ui.name.empty() ? label_from(name) : ui.name, ui.folder, file, cube});
+        known = &m_textures.back();
+    }
+    return *known;
+}
+
+} // namespace reference_host
