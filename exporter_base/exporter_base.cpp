@@ -194,9 +194,7 @@ void Exporter_base::create_common_ui(wxBoxSizer* sizer)
     label->SetFont(font);
     m_exportfile_control = new wxTextCtrl(m_top_panel, ID_EXPORTFILE_TEXT, initial_text);
     m_exportfile_control->SetFont(font);
-    wxButton* browse = new wxButton(m_top_panel, ID_EXPORTFILE_BROWSE, wxT("..."),
-                                    wxDefaultPosition, wxSize(24, -1));
-    browse->SetFont(font);
+    wxButton* browse = create_browse_button(m_top_panel, ID_EXPORTFILE_BROWSE);
 
     wxBoxSizer* label_row = new wxBoxSizer(wxHORIZONTAL);
     sizer->Add(label_row, 0, wxEXPAND | wxLEFT, border);
@@ -206,6 +204,15 @@ void Exporter_base::create_common_ui(wxBoxSizer* sizer)
     sizer->Add(field_row, 0, wxEXPAND | wxALL, border);
     field_row->Add(m_exportfile_control, 1, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM | low_bit, border);
     field_row->Add(browse, 0, wxALL | low_bit, border);
+}
+
+wxButton* Exporter_base::create_browse_button(wxWindow* parent, int id)
+{
+    wxButton* button = new wxButton(parent, id, wxT("..."), wxDefaultPosition, wxSize(24, -1),
+                                    narrow_button_style);
+    button->SetWindowStyleFlag(0); // only the look was wanted
+    button->SetFont(get_os_specific_font(1, 90));
+    return button;
 }
 
 int Exporter_base::create_exportfile_panel(wxWindow* parent, int width)

@@ -27,6 +27,7 @@
 #include <wx/string.h>
 
 class wxBoxSizer;
+class wxButton;
 class wxPanel;
 class wxSizer;
 class wxTextCtrl;
@@ -170,6 +171,9 @@ protected:
     // Adds the static exporter settings under base key + "::" + setting + "::". A key that is there
     // already keeps its value.
     void register_chooser_properties(const wxString& setting, const Chooser_properties& properties);
+
+    // Makes a button "...", 24 pixels wide, which opens the file dialog beside a text field.
+    wxButton* create_browse_button(wxWindow* parent, int id);
 
     // Builds the panel that holds nothing but the export-file row; returns its height.
     int create_exportfile_panel(wxWindow* parent, int width);

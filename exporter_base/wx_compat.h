@@ -3,6 +3,7 @@
 #define EXPORTER_BASE_WX_COMPAT_H
 
 #include <wx/app.h>
+#include <wx/button.h>
 #include <wx/window.h>
 
 namespace QZ
@@ -15,6 +16,9 @@ namespace TOVIRAEXPORT
 // Sets a size even when it does not change, and always sends the size event. 3.x sends none for an
 // equal size unless told to.
 constexpr int force_size_event = wxSIZE_FORCE | wxSIZE_FORCE_EVENT;
+
+// Makes room for the label of a button of a fixed small width, which GTK 3 would fill with padding.
+constexpr long narrow_button_style = wxBU_EXACTFIT;
 
 // Keeps debug checks of wx silent while it lives. For the few calls that are right in 2.8 and that
 // 3.x complains about in a window of its own, which must never reach the user.
@@ -36,6 +40,7 @@ private:
 #else
 
 constexpr int force_size_event = wxSIZE_FORCE;
+constexpr long narrow_button_style = 0;
 
 class Assert_silencer
 {
