@@ -90,11 +90,6 @@ public:
         return named(new wxTextCtrl(m_parent, id, initial), option);
     }
 
-    wxButton* browse_button(int id) const
-    {
-        return dressed(new wxButton(m_parent, id, wxT("..."), wxDefaultPosition, wxSize(24, -1)));
-    }
-
     wxCheckBox* check_box(int id, const wxChar* option, const wxChar* text) const
     {
         wxCheckBox* box = named(new wxCheckBox(m_parent, id, text), option);
@@ -131,6 +126,13 @@ private:
     wxWindow* m_parent;
     wxFont m_font;
 };
+
+// Adds a row that ends where the export-file row does.
+void add_row(wxBoxSizer* sizer, wxBoxSizer* row)
+{
+    row->AddSpacer(border);
+    sizer->Add(row, 0, wxEXPAND | wxALL, border);
+}
 
 // A titled box across the panel, added to its sizer.
 wxStaticBoxSizer* add_group_box(wxWindow* parent, wxBoxSizer* sizer, const wxFont& font,
@@ -185,12 +187,12 @@ void Exporter_generic::create_window_fx(wxWindow* parent, wxBoxSizer* sizer)
     wxStaticText* label = create.label(wxT("Annotation map file:"));
     m_annotation_map_text =
         create.text(ID_ANNOTATION_MAP_TEXT, wxT("annotation_map"), wxEmptyString);
-    m_annotation_map_button = create.browse_button(ID_ANNOTATION_MAP_BROWSE);
+    m_annotation_map_button = create_browse_button(parent, ID_ANNOTATION_MAP_BROWSE);
     wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, border);
-    row->Add(m_annotation_map_text, 1, wxALIGN_CENTER_VERTICAL);
+    row->Add(m_annotation_map_text, 1, wxEXPAND);
     row->Add(m_annotation_map_button, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, border);
-    sizer->Add(row, 0, wxEXPAND | wxALL, border);
+    add_row(sizer, row);
 
     create_profile_box(parent, sizer);
     create_space_box(parent, sizer);
@@ -239,8 +241,10 @@ void Exporter_generic::create_flag_box(wxWindow* parent, wxBoxSizer* sizer, cons
         const Check_box_row& row = check_box_rows[flag];
         if (wxString(row.group_box) != title || !(row.fx_targets & 1u << m_target))
             continue;
-        if (!box)
+        if (!box) {
             box = add_group_box(parent, sizer, get_os_specific_font(1, 90), title);
+            box->AddSpacer(border);
+        }
         box->Add(create_check_box(parent, static_cast<Flag>(flag)), 0, wxLEFT | wxBOTTOM, border);
     }
 }
@@ -261,7 +265,7 @@ void Exporter_generic::create_window_glsl(wxWindow* parent, wxBoxSizer* sizer)
     wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, border);
     row->Add(m_glsl_version_text, 1, wxALIGN_CENTER_VERTICAL);
-    sizer->Add(row, 0, wxEXPAND | wxALL, border);
+    add_row(sizer, row);
     for (Flag flag : glsl_flags)
         sizer->Add(create_check_box(parent, flag), 0, wxLEFT | wxRIGHT | wxBOTTOM, border);
 }
