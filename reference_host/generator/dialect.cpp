@@ -296,7 +296,10 @@ constexpr const char* reserved_words[] = {"active",
 
 const char* first_given(std::initializer_list<const char*> texts)
 {
-    return *std::find_if(texts.begin(), texts.end(), [](const char* text) { return text; });
+    for (const char* text : texts)
+        if (text)
+            return text;
+    return "";
 }
 
 Shading_type widest_type(const std::vector<Expr>& arguments)
@@ -308,6 +311,32 @@ Shading_type widest_type(const std::vector<Expr>& arguments)
     return (*widest)->type == Kind::integer ? Shading_type(Kind::float1) : (*widest)->type;
 }
 
+Shading_type result_type(const Intrinsic& intrinsic, const std::vector<Expr>& arguments)
+{
+    switch (intrinsic.result) {
+    case Result::first:
+        return arguments[0]->type;
+    case Result::second:
+        return arguments[1]->type;
+    case Result::texel:
+        return Kind::float4;
+    case Result::scalar:
+        return Kind::float1;
+    default:
+        return widest_type(arguments);
+    }
+}
+
+// A literal vector whose components are all equal, as a scalar; anything else as it is.
+Expr narrowed(const Expr& argument)
+{
+    const int count = component_count(argument->type);
+    const auto first = argument->numbers.begin();
+    const bool uniform = is_literal(argument) && is_float(argument->type) &&
+                         std::all_of(first, first + count, [&](double n) { return n == *first; });
+    return uniform ? literal(*first) : argument;
+}
+
 void fit_arguments(const Intrinsic& intrinsic, const Shading_type& widest,
                    std::vector<Expr>& arguments)
 {
@@ -316,10 +345,12 @@ void fit_arguments(const Intrinsic& intrinsic, const Shading_type& widest,
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i]->type == Kind::integer)
             arguments[i] = construct(Kind::float1, {arguments[i]});
-        all_scalar = all_scalar && (!may_stay(i) || arguments[i]->type == Kind::float1);
+        all_scalar = all_scalar && (!may_stay(i) || narrowed(arguments[i])->type == Kind::float1);
     }
     for (std::size_t i = 0; i < arguments.size(); ++i)
-        if (arguments[i]->type == Kind::float1 && !(may_stay(i) && all_scalar))
+        if (may_stay(i) && all_scalar)
+            arguments[i] = narrowed(arguments[i]);
+        else if (arguments[i]->type == Kind::float1)
             arguments[i] = construct(widest, {arguments[i]});
 }
 
@@ -358,22 +389,14 @@ Expr call_intrinsic(const Intrinsic& intrinsic, std::vector<Expr> arguments)
     const std::string name = intrinsic.name;
     if (arguments.size() != static_cast<std::size_t>(intrinsic.arguments))
         throw Notation_error("wrong number of arguments for \"" + name + "\"");
-    switch (intrinsic.result) {
-    case Result::first:
-        return call(name, Shading_type(arguments[0]->type), std::move(arguments));
-    case Result::second:
-        return call(name, Shading_type(arguments[1]->type), std::move(arguments));
-    case Result::texel:
-        return call(name, Kind::float4, std::move(arguments));
-    default:
-        break;
+    const Shading_type type = result_type(intrinsic, arguments);
+    if (intrinsic.result == Result::widest || intrinsic.result == Result::scalar) {
+        const Shading_type widest = widest_type(arguments);
+        if (!is_float(widest))
+            throw Notation_error("wrong type of argument for \"" + name + "\"");
+        fit_arguments(intrinsic, widest, arguments);
     }
-    const Shading_type widest = widest_type(arguments);
-    if (!is_float(widest))
-        throw Notation_error("wrong type of argument for \"" + name + "\"");
-    fit_arguments(intrinsic, widest, arguments);
-    return call(name, intrinsic.result == Result::scalar ? Shading_type(Kind::float1) : widest,
-                std::move(arguments));
+    return call(name, type, std::move(arguments));
 }
 
 std::string type_name(const Shading_type& type, Language language)

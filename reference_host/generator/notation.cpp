@@ -343,7 +343,7 @@ private:
 
     Expr selected(const Expr& whole, const std::string& name)
     {
-        if (whole->type != Kind::structure) {
+        if (whole->type.kind != Kind::structure) {
             if (!is_float(whole->type) || name.empty() || name.size() > 4 ||
                 name.find_first_not_of("xyzw") != std::string::npos)
                 throw Notation_error("no component \"" + name + "\"");

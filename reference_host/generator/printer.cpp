@@ -63,16 +63,26 @@ bool all_components_equal(const Expression& literal)
                        [&](double number) { return number == *first; });
 }
 
-// The last place where a line may be broken before `limit`, or npos.
+// The place where a line is best broken before `limit`: the last one in the fewest parentheses.
+// npos when there is none.
 std::size_t break_position(const std::string& line, std::size_t first, std::size_t limit)
 {
-    for (std::size_t i = std::min(limit, line.size() - 1); i > first; --i) {
-        if (line[i] != ' ')
-            continue;
-        if (line[i - 1] == ',' || std::string("+-*/?:").find(line[i + 1]) != std::string::npos)
-            return i;
+    std::size_t best = std::string::npos;
+    int best_depth = std::numeric_limits<int>::max();
+    int depth = 0;
+    for (std::size_t i = 0; i + 1 < std::min(limit, line.size()); ++i) {
+        depth += line[i] == '(';
+        depth -= line[i] == ')';
+        const bool breaks =
+            line[i] == ' ' && i > first &&
+            (line[i - 1] == ',' || std::string("+-*/?:").find(line[i + 1]) != std::string::npos);
+        // The first third of a line holds the target of an assignment rather than its value.
+        if (breaks && depth <= best_depth && i > limit / 3) {
+            best = i;
+            best_depth = depth;
+        }
     }
-    return std::string::npos;
+    return best;
 }
 
 } // namespace

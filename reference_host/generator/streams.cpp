@@ -155,15 +155,15 @@ Expr Streams::transformed_position(Space target)
         transform.divides ? product + ".xyz / " + product + ".w" : product + ".xyz", program);
 }
 
-// Directions other than the normal are transformed by the same matrix: it differs from the right
-// one only where the scene scales unevenly.
-Expr Streams::transformed_direction(const Expr& direction, Space target)
+// Normals are transformed by the inverse transposed matrix, tangents like differences of positions.
+Expr Streams::transformed_direction(const Expr& direction, bool is_normal, Space target)
 {
     const Vertex_transform transform = vertex_transform(m_options.vertex_stream_space, target);
-    if (std::string(transform.normal).empty())
+    const std::string matrix = is_normal ? transform.normal : transform.position;
+    if (matrix.empty() || transform.divides)
         return direction;
     Program& program = m_code.program();
-    const Expr rotation = construct(Kind::matrix3, {program.find_variable(transform.normal)});
+    const Expr rotation = construct(Kind::matrix3, {program.find_variable(matrix)});
     return program.call("host_transform", {rotation, direction});
 }
 
@@ -182,7 +182,7 @@ Expr Streams::vertex_value(const State_field& field)
     // A colour stream holds numbers from 0 to 1.
     if (name == "tangent" && m_options.tangent_semantic.compare(0, 5, "COLOR") == 0)
         value = binary("-", binary("*", value, literal(2.0)), literal(1.0));
-    return transformed_direction(value, target);
+    return transformed_direction(value, name == "normal", target);
 }
 
 void Streams::add_field(const State_field& field)
@@ -216,10 +216,17 @@ void Streams::add_oit()
     program.define("clip_position", handed_over("clip_position", Kind::float4, clip));
     const std::string sampler = is_glsl(m_language) ? "oit_depth_map" : "oit_depth_map_sampler";
     program.define("oit_sampler", variable(Kind::sampler_2d, sampler));
-    Statements peeling = parse_statements(
-        "float3 peeled = clip_position.xyz / clip_position.w;"
-        "clip(peeled.z * 0.5 + 0.5 - texture_2d(oit_sampler, peeled.xy * 0.5 + 0.5).x - 0.00001);",
-        program);
+    // Depth runs from -1 to 1 in OpenGL and from 0 to 1 in Direct3D, whose textures begin at the
+    // top.
+    const bool direct3d = m_language == Language::hlsl;
+    const std::string depth = direct3d ? "peeled.z" : "peeled.z * 0.5 + 0.5";
+    const std::string place =
+        direct3d ? "peeled.xy * float2(0.5, -0.5) + 0.5" : "peeled.xy * 0.5 + 0.5";
+    Statements peeling =
+        parse_statements("float3 peeled = clip_position.xyz / clip_position.w;"
+                         "clip(" +
+                             depth + " - texture_2d(oit_sampler, " + place + ").x - 0.00001);",
+                         program);
     m_fragment_body.insert(m_fragment_body.begin(), peeling.begin(), peeling.end());
 }
 

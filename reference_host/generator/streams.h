@@ -42,7 +42,7 @@ private:
     Expr attribute(const std::string& name);
     Expr handed_over(const std::string& name, const Shading_type& type, const Expr& value);
     Expr transformed_position(Space target);
-    Expr transformed_direction(const Expr& direction, Space target);
+    Expr transformed_direction(const Expr& direction, bool is_normal, Space target);
     Expr vertex_value(const State_field& field);
     Expr in_vertex(const std::string& name, const Shading_type& type) const;
     Expr in_fragment(const std::string& name, const Shading_type& type) const;

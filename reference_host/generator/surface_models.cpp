@@ -50,7 +50,7 @@ const std::vector<Surface_model> models = {
       {"sheen_color", "sheen * sheen_color"},
       {"sheen_roughness", "sheen_roughness"},
       {"emission", "emission * emission_color"},
-      {"opacity", "dot(opacity, float3(0.3333333))"},
+      {"opacity", "(opacity.x + opacity.y + opacity.z) / 3.0"},
       {"normal", "normal"}}},
     {"open_pbr_surface",
      {{"base_color", "mix(base_weight * base_color, subsurface_color, subsurface_weight)"},
