@@ -62,7 +62,7 @@ for folder in "$output"/*/; do
     exporter=$(basename "$folder")
     for file in "$folder"*; do
         case $exporter:$file in
-        *CATIA*.fx) row CATIA catia "$file" ;;
+        catia*.fx) row catia catia "$file" ;;
         *.cgfx) row "$(printf %.10s "$exporter")" cgfx "$file" ;;
         *.fx) row "$(printf %.10s "$exporter")" hlsl "$file" ;;
         *_v.gl) row "$(printf %.10s "$exporter")" glsl "$file" "${file%_v.gl}_f.gl" ;;
