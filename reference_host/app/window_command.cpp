@@ -13,9 +13,9 @@
 #include <wx/choice.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
-#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/timer.h>
 
 namespace reference_host
 {
@@ -27,6 +27,7 @@ namespace
 
 constexpr int panel_width = 400; // pixels
 constexpr int border = 8;
+constexpr int fit_delay_ms = 200; // until GTK knows the real sizes of new controls
 
 // The window: a choice of exporters, the chosen one's panel, the button that exports, and a line
 // that tells the result.
@@ -58,6 +59,8 @@ public:
         button->Connect(wxEVT_COMMAND_BUTTON_CLICKED,
                         wxCommandEventHandler(Export_window::on_export), nullptr, this);
         m_area->Connect(wxEVT_SIZE, wxSizeEventHandler(Export_window::on_area_size), nullptr, this);
+        m_fit_timer.SetOwner(this);
+        Connect(wxEVT_TIMER, wxTimerEventHandler(Export_window::on_fit_timer));
         m_choice->SetSelection(0);
         choose(0);
     }
@@ -73,6 +76,10 @@ private:
             m_panel->fit_into(event.GetSize());
         event.Skip();
     }
+
+    // GTK 3 gives controls their real sizes only in a window that is resized while they are on the
+    // screen, so the window starts a pixel too high.
+    void on_fit_timer(wxTimerEvent&) { SetClientSize(m_sizer->GetMinSize()); }
 
     void on_export(wxCommandEvent&)
     {
@@ -112,8 +119,9 @@ private:
             std::make_unique<Exporter_panel>(*m_exporter, m_session->view(), *m_area, panel_width);
         m_area->SetMinSize(m_panel->needed_area());
         m_sizer->SetSizeHints(this);
-        SetClientSize(m_sizer->GetMinSize());
+        SetClientSize(m_sizer->GetMinSize() + wxSize(0, 1));
         Layout();
+        m_fit_timer.Start(fit_delay_ms, wxTIMER_ONE_SHOT);
     }
 
     const Opened_document& m_document;
@@ -122,6 +130,7 @@ private:
     wxPanel* m_area = nullptr;
     wxStaticText* m_result = nullptr;
     wxBoxSizer* m_sizer = nullptr;
+    wxTimer m_fit_timer;
     // In the order in which they need each other.
     std::unique_ptr<QZ::TSDK::IExporter> m_exporter;
     std::unique_ptr<Export_session> m_session;

@@ -78,7 +78,7 @@ void Wx_runtime::settle()
 
 void Wx_runtime::run()
 {
-    wxTheApp->MainLoop();
+    wxTheApp->OnRun(); // ends with the last window, which MainLoop alone would not
 }
 
 } // namespace reference_host

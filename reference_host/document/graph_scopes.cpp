@@ -131,7 +131,7 @@ private:
     {
         if (depth > max_custom_depth)
             throw Document_error(element.place(), "node '" + element.name() +
-                                                      "': the custom node '" + element.tag() +
+                                                      "': the custom node '" + element.category() +
                                                       "' contains itself or nests too deeply");
         count_node(element);
         Member& member = add_name(scope, element);
