@@ -14,11 +14,11 @@ constexpr Node_row rows[] = {
      "vector3 direction = 0 0 -1, color3 color = 1, float intensity = 1 [0 10]", "lightshader out"},
     {"point_light", "",
      "vector3 position, color3 color = 1, float intensity = 1 [0 10], "
-     "float decay_rate = 0 [0 4]",
+     "float decay_rate = 2 [0 4]",
      "lightshader out"},
     {"spot_light", "",
      "vector3 position, vector3 direction = 0 0 -1, color3 color = 1, "
-     "float intensity = 1 [0 10], float decay_rate = 0 [0 4], "
+     "float intensity = 1 [0 10], float decay_rate = 2 [0 4], "
      "float inner_angle = 0.4 [0 1.5], float outer_angle = 0.5 [0 1.5]",
      "lightshader out"},
 

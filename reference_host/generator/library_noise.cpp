@@ -19,27 +19,27 @@ constexpr const char* texts[] = {
 {
     return wrap_289((x * 34.0 + 1.0) * x);
 })",
-    // Of a lattice point, a multiple of 1/289 from 0 to 1.
+    // Of a lattice point, a whole number from 0 to 288. Its remainder by 17 is that of the sum of
+    // the coordinates, so nothing may depend on that alone.
     R"(float hash_2d(float2 cell)
 {
-    return permute(permute(wrap_289(cell.x)) + wrap_289(cell.y)) / 289.0;
+    return permute(permute(wrap_289(cell.x)) + wrap_289(cell.y));
 })",
     R"(float hash_3d(float3 cell)
 {
-    return permute(permute(permute(wrap_289(cell.x)) + wrap_289(cell.y)) + wrap_289(cell.z))
-         / 289.0;
+    return permute(permute(permute(wrap_289(cell.x)) + wrap_289(cell.y)) + wrap_289(cell.z));
 })",
     R"(float gradient_2d(float2 cell, float2 offset)
 {
-    float angle = hash_2d(cell) * 6.2831853;
+    float angle = hash_2d(cell) * 0.021741125;
     return cos(angle) * offset.x + sin(angle) * offset.y;
 })",
-    // The gradient's height and angle come from one hash.
+    // The gradient's height and angle come from one hash, split by 7.
     R"(float gradient_3d(float3 cell, float3 offset)
 {
-    float hash = hash_3d(cell) * 17.0;
-    float angle = fract(hash) * 6.2831853;
-    float height = floor(hash) / 8.5 - 0.9411765;
+    float hash = (hash_3d(cell) + 0.5) / 7.0;
+    float angle = floor(hash) * 0.15218788;
+    float height = fract(hash) * 2.0 - 1.0;
     float radius = sqrt(max(1.0 - height * height, 0.0));
     return radius * (cos(angle) * offset.x + sin(angle) * offset.y) + height * offset.z;
 })",

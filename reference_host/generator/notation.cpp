@@ -206,7 +206,8 @@ private:
         } else {
             const Expr target = postfix();
             const std::string op(m_words.take());
-            parsed = assign(target, op, fitting(expression(), target->type));
+            const Expr value = expression();
+            parsed = assign(target, op, op == "=" ? fitting(value, target->type) : value);
         }
         m_words.expect(";");
         statements.push_back(std::move(parsed));

@@ -70,16 +70,19 @@ std::size_t break_position(const std::string& line, std::size_t first, std::size
     std::size_t best = std::string::npos;
     int best_depth = std::numeric_limits<int>::max();
     int depth = 0;
-    for (std::size_t i = 0; i + 1 < std::min(limit, line.size()); ++i) {
+    for (std::size_t i = 1; i + 1 < std::min(limit, line.size()); ++i) {
         depth += line[i] == '(';
         depth -= line[i] == ')';
-        const bool breaks =
-            line[i] == ' ' && i > first &&
-            (line[i - 1] == ',' || std::string("+-*/?:").find(line[i + 1]) != std::string::npos);
-        // The first third of a line holds the target of an assignment rather than its value.
-        if (breaks && depth <= best_depth && i > limit / 3) {
+        const bool comma = line[i - 1] == ',';
+        const bool sign = std::string("+-*/?:").find(line[i + 1]) != std::string::npos;
+        if (line[i] != ' ' || i <= first || !(comma || sign))
+            continue;
+        // Operators bind closer than commas. The first third of a line is left whole: there is the
+        // target of an assignment.
+        const int level = 2 * depth + (comma ? 0 : 1);
+        if (level <= best_depth && i > limit / 3) {
             best = i;
-            best_depth = depth;
+            best_depth = level;
         }
     }
     return best;

@@ -279,8 +279,13 @@ void Shader_code::add_surface()
     Statements filling = fill_surface(builder, shading);
 
     Statements body = builder.statements();
-    append(body, std::move(filling));
-    append(body, std::move(shading));
+    const auto add_paragraph = [&body](Statements more) {
+        if (!body.empty() && !more.empty())
+            body.push_back(comment(""));
+        append(body, std::move(more));
+    };
+    add_paragraph(std::move(filling));
+    add_paragraph(std::move(shading));
     add_shader(std::move(body));
 }
 
