@@ -36,6 +36,23 @@ bool is_node(const Element& element)
                std::end(non_node_tags);
 }
 
+// Whether the node library has a definition of that form. It then counts, whatever definitions the
+// document brings along: documents that include MaterialX's own bring those of all nodes.
+bool fits_library(const Element& element)
+{
+    Node node;
+    node.category = element.category();
+    node.type = element.has("type") ? type_from_name(element.attribute("type")) : Type::multioutput;
+    for (const Element& child : element.children()) {
+        if (child.is_input()) {
+            Input& input = node.inputs.emplace_back();
+            input.name = child.name();
+            input.type = type_from_name(child.attribute("type"));
+        }
+    }
+    return find_definition(node) != nullptr;
+}
+
 class Scope_maker
 {
 public:
@@ -106,7 +123,8 @@ private:
 
     void add_node(Scope& scope, const Element& element, int depth)
     {
-        if (const Custom_definition* definition = m_scopes.definitions.find(element)) {
+        const Custom_definition* definition = m_scopes.definitions.find(element);
+        if (definition && !fits_library(element)) {
             add_custom_node(scope, element, *definition, depth + 1);
             return;
         }

@@ -29,8 +29,8 @@ public:
     // definition inherits from a missing one or from itself.
     explicit Node_definitions(const std::vector<Element>& document);
 
-    // What a node is a use of: the definition that it names, or the first of its category and
-    // output type that declares all of its inputs. Null: a node of the node library.
+    // What a node may be a use of: the definition that it names, or the first of its category and
+    // output type that declares all of its inputs. Null when there is none.
     const Custom_definition* find(const Element& node) const;
 
     // Whether the node graph only implements a definition and is no part of the shader graph.

@@ -136,6 +136,15 @@ TEST_F(Program, sets_options_of_the_panel_by_their_labels)
     EXPECT_THAT(read_file(output() + ".cgfx"), HasSubstr("arbvp1"));
 }
 
+TEST_F(Program, keeps_the_bytes_of_a_file_name)
+{
+    const std::string name = m_folder.file("h\xc3\xb6lz \xff%s");
+    run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output",
+         name});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_NE("", read_file(name + ".cgfx"));
+}
+
 TEST_F(Program, fails_when_the_file_cannot_be_written)
 {
     run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output",

@@ -111,7 +111,9 @@ TEST_F(Reader, shares_a_parameter_among_the_inputs_that_name_it)
     read(R"(<nodegraph name="g">
               <input name="scale" type="float" value="2" uiname="Scale" uifolder="A/B"
                      uimin="0" uimax="9" doc="How large"/>
-              <absval name="a" type="float"><input name="in" type="float" interfacename="scale"/></absval>
+              <absval name="a" type="float">
+                <input name="in" type="float" interfacename="scale"/>
+              </absval>
               <sin name="b" type="float"><input name="in" type="float" interfacename="scale"/></sin>
               <output name="out" type="float" nodename="a"/>
             </nodegraph>)");
@@ -151,7 +153,9 @@ TEST_F(Reader, connects_inputs_of_node_graphs_to_what_feeds_the_graph)
     read(R"(<constant name="c" type="float"/>
             <nodegraph name="g">
               <input name="x" type="float" nodename="c"/>
-              <absval name="a" type="float"><input name="in" type="float" interfacename="x"/></absval>
+              <absval name="a" type="float">
+                <input name="in" type="float" interfacename="x"/>
+              </absval>
               <output name="out" type="float" nodename="a"/>
             </nodegraph>)");
     EXPECT_EQ(&node("c"), input("g/a", "in").source);
@@ -199,14 +203,31 @@ TEST_F(Reader, inlines_custom_nodes_inside_custom_nodes)
             </nodedef>
             <implementation name="IM_twice" nodedef="ND_twice" nodegraph="G"/>
             <nodegraph name="G" nodedef="ND_twice">
-              <tint name="t" type="color3"><input name="in" type="color3" interfacename="in"/></tint>
+              <tint name="t" type="color3">
+                <input name="in" type="color3" interfacename="in"/>
+              </tint>
               <output name="out" type="color3" nodename="t"/>
             </nodegraph>
-            <twice name="w" type="color3"><input name="in" type="color3" value="0.5, 0.6, 0.7"/></twice>)");
+            <twice name="w" type="color3">
+              <input name="in" type="color3" value="0.5, 0.6, 0.7"/>
+            </twice>)");
     const Parameter* parameter = input("w/t/product", "in1").parameter;
     ASSERT_TRUE(parameter);
     EXPECT_EQ("w", parameter->owner);
     EXPECT_DOUBLE_EQ(0.6, parameter->value.numbers[1]);
+}
+
+TEST_F(Reader, prefers_the_node_library_to_definitions_of_the_same_form)
+{
+    read(R"(<nodedef name="ND_absval" node="absval">
+              <input name="in" type="float" value="0"/><output name="out" type="float"/>
+            </nodedef>
+            <nodegraph name="NG_absval" nodedef="ND_absval">
+              <closure name="not_in_the_library" type="BSDF"/>
+              <output name="out" type="float" nodename="not_in_the_library"/>
+            </nodegraph>
+            <absval name="a" type="float"><input name="in" type="float" value="-1"/></absval>)");
+    EXPECT_EQ("absval", node("a").category);
 }
 
 TEST_F(Reader, does_not_show_the_graph_of_a_custom_node_that_nobody_uses)
@@ -287,10 +308,14 @@ TEST_F(Reader, puts_the_nearest_file_prefix_before_file_names)
               <image name="i" type="color3" fileprefix="own/">
                 <input name="file" type="filename" value="x.png"/>
               </image>
-              <image name="j" type="color3"><input name="file" type="filename" value="x.png"/></image>
+              <image name="j" type="color3">
+                <input name="file" type="filename" value="x.png"/>
+              </image>
               <output name="out" type="color3" nodename="i"/>
             </nodegraph>
-            <image name="k" type="color3"><input name="file" type="filename" value="x.png"/></image>)");
+            <image name="k" type="color3">
+              <input name="file" type="filename" value="x.png"/>
+            </image>)");
     EXPECT_EQ("own/x.png", input("g/i", "file").value->text);
     EXPECT_EQ("near/x.png", input("g/j", "file").value->text);
     EXPECT_EQ("x.png", input("k", "file").value->text);
@@ -300,7 +325,9 @@ TEST_F(Reader, gives_colors_and_files_the_nearest_color_space)
 {
     read(R"(<constant name="a" type="color3"><input name="value" type="color3" value="1,1,1"
                       colorspace="srgb_texture"/></constant>
-            <constant name="b" type="color3"><input name="value" type="color3" value="1,1,1"/></constant>
+            <constant name="b" type="color3">
+              <input name="value" type="color3" value="1,1,1"/>
+            </constant>
             <constant name="c" type="float"><input name="value" type="float" value="1"/></constant>
             <constant name="d" type="color3"><input name="value" type="color3" value="1,1,1"
                       colorspace="none"/></constant>)");
@@ -326,7 +353,9 @@ TEST_F(Reader, includes_files_beside_the_document_and_in_the_search_path)
     library.write("far.mtlx", document(R"(<constant name="far" type="float"/>)"));
     m_folder.write("sub/near.mtlx", document(R"(
         <xi:include href="nearer.mtlx"/>
-        <image name="near" type="color3"><input name="file" type="filename" value="n.png"/></image>)"));
+        <image name="near" type="color3">
+          <input name="file" type="filename" value="n.png"/>
+        </image>)"));
     m_folder.write("sub/nearer.mtlx", document(R"(<constant name="nearer" type="float"/>)"));
     const std::string main = m_folder.write("main.mtlx", document(R"(
         <xi:include href="sub/near.mtlx"/><xi:include href="far.mtlx"/>)"));
