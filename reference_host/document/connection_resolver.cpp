@@ -67,10 +67,10 @@ bool is_connected(const Element& element)
                        [&](const char* key) { return !element.attribute(key).empty(); });
 }
 
-bool is_shaping(const Input& input)
+bool is_shaping(const Input& input, const Parameter& parameter)
 {
     const auto is_named = [&](const char* name) { return input.name == name; };
-    return input.type == Type::string || !input.ui.enum_names.empty() ||
+    return input.type == Type::string || !parameter.ui.enum_names.empty() ||
            (input.type == Type::integer &&
             std::any_of(std::begin(shaping_inputs), std::end(shaping_inputs), is_named));
 }
@@ -199,7 +199,7 @@ void Connection_resolver::add_input(const Scope& scope, Node& node, const Elemen
         input.source_output = origin.output;
         input.channels = origin.channels;
         input.parameter = origin.parameter;
-        if (origin.parameter && is_shaping(input))
+        if (origin.parameter && is_shaping(input, *origin.parameter))
             origin.parameter->literal = true;
     } else {
         input.value = value_of(element, input.type);

@@ -200,7 +200,6 @@ ICompilation_unit* Compiler::compile(QZ::TSDK::Interface* graph, ICompiler_error
 ICompilation_unit* Compiler::hand_out_unit(std::unique_ptr<Compiled_shader> shader,
                                            const std::string& name)
 {
-    ++m_record.compilations;
     if (!shader)
         return nullptr;
     auto& unit = m_objects.ledger().make<Compilation_unit>(std::move(shader), name,

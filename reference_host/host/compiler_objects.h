@@ -16,7 +16,6 @@ struct Compiler_record {
     Diagnostics diagnostics;             // of all compilations and generations, in order
     std::vector<std::string> texts;      // the generated texts that the plug-in copied out
     std::vector<std::string> wrong_uses; // arguments that the host cannot accept
-    int compilations = 0;
 };
 
 class Compiler : public Host_object<QZ::TSDK::ITovira_compiler>

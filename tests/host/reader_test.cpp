@@ -135,6 +135,8 @@ TEST_F(Reader, marks_parameters_that_steer_loops_or_choose_forms_as_literal)
     read(R"(<nodegraph name="g">
               <input name="detail" type="integer" value="3"/>
               <input name="mode" type="string" value="periodic"/>
+              <input name="choice" type="integer" value="1" enum="none, some"/>
+              <input name="number" type="integer" value="1"/>
               <fractal3d name="n" type="float">
                 <input name="octaves" type="integer" interfacename="detail"/>
               </fractal3d>
@@ -142,10 +144,18 @@ TEST_F(Reader, marks_parameters_that_steer_loops_or_choose_forms_as_literal)
                 <input name="file" type="filename" value="x.png"/>
                 <input name="uaddressmode" type="string" interfacename="mode"/>
               </image>
+              <switch name="s" type="float">
+                <input name="which" type="integer" interfacename="choice"/>
+              </switch>
+              <switch name="t" type="float">
+                <input name="which" type="integer" interfacename="number"/>
+              </switch>
               <output name="out" type="float" nodename="n"/>
             </nodegraph>)");
     EXPECT_TRUE(input("g/n", "octaves").parameter->literal);
     EXPECT_TRUE(input("g/i", "uaddressmode").parameter->literal);
+    EXPECT_TRUE(input("g/s", "which").parameter->literal);
+    EXPECT_FALSE(input("g/t", "which").parameter->literal);
 }
 
 TEST_F(Reader, connects_inputs_of_node_graphs_to_what_feeds_the_graph)
