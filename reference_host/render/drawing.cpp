@@ -264,8 +264,10 @@ void load_texture(const Drawing& drawing, const Uniform& uniform)
     glGenTextures(1, &texture);
     if (uniform.type == GL_SAMPLER_CUBE) {
         glBindTexture(GL_TEXTURE_CUBE_MAP, texture);
+        const Cube_up cube_up = drawing.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
         for (int face = 0; face < 6; ++face)
-            load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face), sky_face(face));
+            load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face),
+                       sky_face(face, cube_up));
         set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
     } else {
         glBindTexture(GL_TEXTURE_2D, texture);

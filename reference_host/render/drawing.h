@@ -22,7 +22,8 @@ struct Drawing {
     Shader_source vertex;
     Shader_source fragment;
     Vertex_space space = Vertex_space::world;
-    bool flipped_mesh = false; // v runs downwards
+    bool flipped_mesh = false;      // v runs downwards
+    bool rotated_cube_maps = false; // see Cube_up
 
     // Values by the name of the uniform, those of matrices and arrays one row or element after the
     // other; those of arrays also by the name of each element. A matrix without values gets that of

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <set>
 
 #include <jpeglib.h>
 #include <png.h>
@@ -131,6 +132,15 @@ bool write_png(const Image& image, const std::string& file)
     png.height = static_cast<png_uint_32>(image.height);
     png.format = PNG_FORMAT_RGB;
     return png_image_write_to_file(&png, file.c_str(), 0, rgb.data(), 0, nullptr) != 0;
+}
+
+bool is_flat(const Image& image)
+{
+    std::set<Pixel> colors;
+    return std::all_of(image.pixels.begin(), image.pixels.end(), [&](const Pixel& pixel) {
+        colors.insert(pixel);
+        return colors.size() <= 2;
+    });
 }
 
 std::optional<std::array<double, 3>> mean_difference(const Image& a, const Image& b)

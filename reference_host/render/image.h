@@ -35,6 +35,9 @@ std::optional<Image> read_image(const std::string& file);
 // Writes a PNG file with red, green and blue. False when that fails.
 bool write_png(const Image& image, const std::string& file);
 
+// Whether the picture has at most two colors, such as an unlit sphere before its background.
+bool is_flat(const Image& image);
+
 // Mean absolute difference of red, green and blue, each 0 to 255. Nothing when the sizes differ.
 std::optional<std::array<double, 3>> mean_difference(const Image& a, const Image& b);
 

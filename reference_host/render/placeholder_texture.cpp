@@ -155,7 +155,7 @@ Image labelled_checker(const std::string& label)
     return image;
 }
 
-Image sky_face(int face)
+Image sky_face(int face, Cube_up cube_up)
 {
     constexpr int side = 64;
     Image image(side, side);
@@ -164,7 +164,10 @@ Image sky_face(int face)
         for (int x = 0; x < side; ++x) {
             const double s = 2 * (x + 0.5) / side - 1;
             const double t = 2 * (y + 0.5) / side - 1;
-            const double up = axes.major[1] + s * axes.s[1] + t * axes.t[1];
+            const auto along = [&](int axis) {
+                return axes.major[axis] + s * axes.s[axis] + t * axes.t[axis];
+            };
+            const double up = cube_up == Cube_up::y ? along(1) : -along(2);
             image.at(x, y) = sky_color(up / std::sqrt(1 + s * s + t * t));
         }
     return image;

@@ -139,6 +139,7 @@ Render_result render(const Render_request& request)
         return result;
     load_textures(*prepared, request, result);
     prepared->drawing.flipped_mesh = request.flipped_mesh;
+    prepared->drawing.rotated_cube_maps = request.rotated_cube_maps;
     const auto image = draw(prepared->drawing, request.size, result.error);
     if (!image)
         return result;

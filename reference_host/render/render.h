@@ -32,6 +32,7 @@ struct Render_request {
     // flip the texture coordinates of the mesh expect them to run downwards. The tangents stay.
     bool flipped_textures = false;
     bool flipped_mesh = false;
+    bool rotated_cube_maps = false; // for shaders that look up (x, z, -y)
 
     int size = 512; // width and height of the picture in pixels, 1 to 4096
 };

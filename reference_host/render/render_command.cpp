@@ -30,6 +30,7 @@ int run_render(const Render_request& request)
 struct Compare_request {
     std::vector<std::string> pictures;
     double limit = same_picture_limit;
+    bool allow_flat = false;
 };
 
 int run_compare(const Compare_request& request)
@@ -46,6 +47,11 @@ int run_compare(const Compare_request& request)
     const auto difference = mean_difference(images[0], images[1]);
     if (!difference) {
         std::fputs("the pictures differ in size\n", stderr);
+        return 1;
+    }
+    if (!request.allow_flat && is_flat(images[0]) && is_flat(images[1])) {
+        std::fputs("the pictures show a flat color only, which proves nothing; are there lights?\n",
+                   stderr);
         return 1;
     }
     std::printf("mean difference of 255: red %.3f, green %.3f, blue %.3f\n", (*difference)[0],
@@ -73,6 +79,8 @@ void add_render(CLI::App& app, int& exit_status)
                       "For shaders that flip texture lookups: the first row of an image is v = 0");
     command->add_flag("--flipped-mesh", request->flipped_mesh,
                       "For shaders that flip the mesh's texture coordinates: v runs downwards");
+    command->add_flag("--rotated-cube-maps", request->rotated_cube_maps,
+                      "For shaders that look cube maps up at (x, z, -y)");
     command->callback([request, &exit_status] { exit_status = run_render(*request); });
 }
 
@@ -85,6 +93,8 @@ void add_compare(CLI::App& app, int& exit_status)
         ->expected(2);
     command->add_option("--limit", request->limit, "Fail when a channel differs by more, 0 to 255")
         ->capture_default_str();
+    command->add_flag("--allow-flat", request->allow_flat,
+                      "Compare also two pictures that show a flat color only");
     command->callback([request, &exit_status] { exit_status = run_compare(*request); });
 }
 

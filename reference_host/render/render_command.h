@@ -16,7 +16,9 @@ namespace reference_host
 
 // Adds both commands to the program. A command runs while `app` parses its command line and leaves
 // the program's exit status in `exit_status`: 0 done, 1 failed or too different, with the reason on
-// standard error. `exit_status` must outlive the parsing and is untouched when neither runs.
+// standard error. Pictures that are both flat, as unlit shaders are, are not worth comparing: they
+// fail unless --allow-flat is given. `exit_status` must outlive the parsing and is untouched when
+// neither runs.
 void add_render_commands(CLI::App& app, int& exit_status);
 
 } // namespace reference_host

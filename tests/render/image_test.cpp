@@ -78,6 +78,17 @@ TEST(Image, flipped_rows_stand_upside_down)
     EXPECT_EQ(image.pixels, small_image().pixels);
 }
 
+TEST(Image, is_flat_up_to_two_colors)
+{
+    Image image(8, 8);
+    EXPECT_TRUE(is_flat(Image()));
+    EXPECT_TRUE(is_flat(image));
+    image.at(3, 3) = {1, 2, 3, 255};
+    EXPECT_TRUE(is_flat(image));
+    image.at(4, 4) = {1, 2, 4, 255};
+    EXPECT_FALSE(is_flat(image));
+}
+
 TEST(Mean_difference, is_zero_for_equal_pictures_and_counts_each_channel_by_itself)
 {
     Image changed = small_image();

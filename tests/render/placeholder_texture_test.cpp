@@ -66,6 +66,14 @@ TEST(Sky_face, is_blue_above_and_brown_below)
     EXPECT_GT(sky_face(4).at(32, 0)[2], sky_face(4).at(32, 63)[2]);
 }
 
+TEST(Sky_face, of_a_rotated_map_has_its_zenith_at_minus_z)
+{
+    constexpr int minus_z = 5;
+    constexpr int plus_z = 4;
+    EXPECT_EQ(sky_face(minus_z, Cube_up::minus_z).at(32, 32), sky_face(2).at(32, 32));
+    EXPECT_EQ(sky_face(plus_z, Cube_up::minus_z).at(32, 32), sky_face(3).at(32, 32));
+}
+
 TEST(Sky_face, takes_any_number)
 {
     EXPECT_EQ(sky_face(-1).pixels, sky_face(0).pixels);

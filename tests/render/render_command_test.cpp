@@ -75,11 +75,14 @@ TEST(Render_command, missing_arguments_are_usage_errors)
 class Compare_command : public testing::Test
 {
 protected:
+    // A picture of one color, but for two pixels that are the same in all.
     std::string picture(const std::string& name, int width, Pixel color) const
     {
         Image image(width, 4);
         for (Pixel& pixel : image.pixels)
             pixel = color;
+        image.at(0, 0) = {1, 1, 1, 255};
+        image.at(1, 0) = {2, 2, 2, 255};
         EXPECT_TRUE(write_png(image, m_folder.path(name)));
         return m_folder.path(name);
     }
@@ -91,12 +94,21 @@ TEST_F(Compare_command, pictures_within_the_limit_are_the_same)
 {
     const std::string a = picture("a.png", 4, {10, 20, 30, 255});
     const std::string b = picture("b.png", 4, {10, 22, 30, 255});
-    const std::string c = picture("c.png", 4, {10, 20, 33, 255});
+    const std::string c = picture("c.png", 4, {10, 20, 34, 255});
     EXPECT_EQ(run({"compare", a, b}).status, 0);
     EXPECT_EQ(run({"compare", a, c}).status, 1);
-    EXPECT_EQ(run({"compare", a, c, "--limit", "3"}).status, 0);
+    EXPECT_EQ(run({"compare", a, c, "--limit", "3.5"}).status, 0);
     EXPECT_EQ(run({"compare", a, c}).output,
-              "mean difference of 255: red 0.000, green 0.000, blue 3.000\n");
+              "mean difference of 255: red 0.000, green 0.000, blue 3.500\n");
+}
+
+TEST_F(Compare_command, two_flat_pictures_prove_nothing)
+{
+    ASSERT_TRUE(write_png(Image(4, 4), m_folder.path("flat.png")));
+    const std::string flat = m_folder.path("flat.png");
+    EXPECT_EQ(run({"compare", flat, flat}).status, 1);
+    EXPECT_THAT(run({"compare", flat, flat}).errors, HasSubstr("flat color"));
+    EXPECT_EQ(run({"compare", flat, flat, "--allow-flat"}).status, 0);
 }
 
 TEST_F(Compare_command, pictures_that_cannot_be_compared_fail)
