@@ -21,7 +21,7 @@ architecture=$(gcc -print-multiarch)
 
 say() { printf '%s\n' "$*"; }
 
-# ---- fetching -------------------------------------------------------------------------------------
+# ---- fetching -----------------------------------------------------------------------------------
 
 # apt-get with package lists of its own: the sources of the system stay as they are.
 own_apt_get()
@@ -75,7 +75,7 @@ EOF
     mv "$folder/bin/$1.new" "$folder/bin/$1"
 }
 
-# ---- the checkers: each function makes FOLDER/bin/<its name> -----------------------------------------
+# ---- the checkers: each function makes FOLDER/bin/<its name> ------------------------------------
 
 make_cgc()
 {
@@ -163,7 +163,7 @@ make_glslcheck()
         "${renderer[@]}" -o "$folder/bin/glslcheck" -lOSMesa -lpng -ljpeg
 }
 
-# ---- the run --------------------------------------------------------------------------------------
+# ---- the run ------------------------------------------------------------------------------------
 
 say "Checkers for exported shaders, into $folder:
   cgc         Cg 3.1 compiler and runtime, from Debian's non-free section. Free to use, but not free
@@ -207,7 +207,7 @@ provide hlslcheck "$root/validators/hlslcheck.cpp"
 provide glslcheck "$root/validators/glslcheck.cpp" "$root"/reference_host/render/*.@(cpp|h)
 
 if [ -n "$failed" ]; then
-    say "Could not make:$failed. What was there before is still usable; run this again with network" \
-        "and the packages that the head of this script names." >&2
+    say "Could not make:$failed. What was there before is still usable. Run this again with" \
+        "network and the packages that the head of this script names." >&2
     exit 1
 fi

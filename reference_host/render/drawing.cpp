@@ -227,11 +227,8 @@ std::vector<float> matrix_values(const Matrix& matrix, GLenum type)
 // ---- textures
 // -------------------------------------------------------------------------------------
 
-void load_image(GLenum target, Image image)
+void load_image(GLenum target, const Image& image)
 {
-    // OpenGL's first row is the lowest one, but that of a cube face is its top.
-    if (target == GL_TEXTURE_2D)
-        flip_rows(image);
     glTexImage2D(target, 0, GL_RGBA8, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
                  image.pixels.data());
 }
@@ -264,14 +261,18 @@ void load_texture(const Drawing& drawing, const Uniform& uniform)
     glGenTextures(1, &texture);
     if (uniform.type == GL_SAMPLER_CUBE) {
         glBindTexture(GL_TEXTURE_CUBE_MAP, texture);
-        const Cube_up cube_up = drawing.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
+        const Cube_up cube_up =
+            drawing.conventions.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
         for (int face = 0; face < 6; ++face)
             load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face),
                        sky_face(face, cube_up));
         set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
     } else {
         glBindTexture(GL_TEXTURE_2D, texture);
-        load_image(GL_TEXTURE_2D, image_for(drawing, uniform.name));
+        Image image = image_for(drawing, uniform.name);
+        if (!drawing.conventions.flipped_textures)
+            flip_rows(image); // OpenGL has v = 0 at the lower edge and wants that row first
+        load_image(GL_TEXTURE_2D, image);
         set_filters(GL_TEXTURE_2D, GL_REPEAT);
     }
 }
@@ -368,7 +369,8 @@ std::optional<Image> draw(const Drawing& drawing, int size, std::string& error)
         return std::nullopt;
     glUseProgram(program);
     fill_uniforms(program, drawing);
-    const Mesh mesh = make_mesh(drawing.space, drawing.flipped_mesh ? V_axis::down : V_axis::up);
+    const Mesh mesh =
+        make_mesh(drawing.space, drawing.conventions.flipped_mesh ? V_axis::down : V_axis::up);
     fill_inputs(program, mesh);
     draw_mesh(mesh, size);
     if (const GLenum failure = glGetError(); failure != GL_NO_ERROR) {

@@ -2,6 +2,7 @@
 #ifndef REFERENCE_HOST_RENDER_DRAWING_H
 #define REFERENCE_HOST_RENDER_DRAWING_H
 
+#include "reference_host/render/host_conventions.h"
 #include "reference_host/render/image.h"
 #include "reference_host/render/scene.h"
 
@@ -22,8 +23,7 @@ struct Drawing {
     Shader_source vertex;
     Shader_source fragment;
     Vertex_space space = Vertex_space::world;
-    bool flipped_mesh = false;      // v runs downwards
-    bool rotated_cube_maps = false; // see Cube_up
+    Host_conventions conventions;
 
     // Values by the name of the uniform, those of matrices and arrays one row or element after the
     // other; those of arrays also by the name of each element. A matrix without values gets that of

@@ -119,8 +119,6 @@ void load_textures(Prepared& prepared, const Render_request& request, Render_res
             result.notes.push_back(file + ": no such PNG or JPEG image; a checker stands in");
             continue;
         }
-        if (request.flipped_textures)
-            flip_rows(*image);
         prepared.drawing.textures.emplace(uniform, std::move(*image));
     }
 }
@@ -138,8 +136,7 @@ Render_result render(const Render_request& request)
     if (!prepared)
         return result;
     load_textures(*prepared, request, result);
-    prepared->drawing.flipped_mesh = request.flipped_mesh;
-    prepared->drawing.rotated_cube_maps = request.rotated_cube_maps;
+    prepared->drawing.conventions = request.conventions;
     const auto image = draw(prepared->drawing, request.size, result.error);
     if (!image)
         return result;

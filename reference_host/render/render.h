@@ -15,6 +15,8 @@
 #ifndef REFERENCE_HOST_RENDER_RENDER_H
 #define REFERENCE_HOST_RENDER_RENDER_H
 
+#include "reference_host/render/host_conventions.h"
+
 #include <string>
 #include <vector>
 
@@ -28,12 +30,7 @@ struct Render_request {
     std::vector<std::string> search_paths; // for textures, after the folder of the shader itself
     std::string cg_compiler;               // program cgc; empty: see find_cg_compiler
 
-    // Shaders that flip their texture lookups expect images whose first row is at v = 0; those that
-    // flip the texture coordinates of the mesh expect them to run downwards. The tangents stay.
-    bool flipped_textures = false;
-    bool flipped_mesh = false;
-    bool rotated_cube_maps = false; // for shaders that look up (x, z, -y)
-
+    Host_conventions conventions;
     int size = 512; // width and height of the picture in pixels, 1 to 4096
 };
 

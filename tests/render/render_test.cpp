@@ -183,16 +183,16 @@ TEST_F(Render_textures, stand_upright_when_found_beside_the_shader)
 TEST_F(Render_textures, stand_on_their_heads_for_flipped_lookups)
 {
     write_stripes(m_folder.path("stripes.png"));
-    m_request.flipped_textures = true;
+    m_request.conventions.flipped_textures = true;
     expect_near(draw_stripes().at(middle, middle - 15), {0, 0, 255, 255}, 8);
 }
 
 TEST_F(Render_textures, stand_on_their_heads_on_a_flipped_mesh_and_upright_with_both)
 {
     write_stripes(m_folder.path("stripes.png"));
-    m_request.flipped_mesh = true;
+    m_request.conventions.flipped_mesh = true;
     expect_near(draw_stripes().at(middle, middle - 15), {0, 0, 255, 255}, 8);
-    m_request.flipped_textures = true;
+    m_request.conventions.flipped_textures = true;
     expect_near(draw_stripes().at(middle, middle - 15), {255, 0, 0, 255}, 8);
 }
 
