@@ -32,6 +32,17 @@ enum Container_marker { MARKER_NONE = 123456, MARKER_CONTAINER = 0, MARKER_DESTR
 constexpr int low_bit = 0x1;
 constexpr int border = 5;
 
+// Under GTK 3 a text field on the screen asks for more than the size that it has been given. So
+// that a later layout gives it no more and the controls below no less, it keeps what it needs at
+// first.
+void keep_field_sizes(wxWindow* panel)
+{
+    for (wxWindowList::compatibility_iterator node = panel->GetChildren().GetFirst(); node;
+         node = node->GetNext())
+        if (wxTextCtrl* field = wxDynamicCast(node->GetData(), wxTextCtrl))
+            field->SetMinSize(field->GetBestSize());
+}
+
 bool is_regular_file(const char* file)
 {
     struct stat status;
@@ -224,6 +235,7 @@ int Exporter_base::create_exportfile_panel(wxWindow* parent, int width)
 
 int Exporter_base::lay_out_panel(wxWindow* parent, wxSizer* sizer, int width)
 {
+    keep_field_sizes(parent);
     parent->SetSizer(sizer, true);
     const int height = sizer->ComputeFittingWindowSize(parent).GetHeight();
     sizer->SetDimension(0, 0, width, height);
