@@ -45,12 +45,12 @@ const Node& chosen_node(const Shader_graph& graph, const std::string& name)
 fs::path find_image(const std::string& name, const std::string& folder,
                     const std::vector<std::string>& search_path)
 {
-    const fs::path usual = fs::absolute(fs::path(folder) / name).lexically_normal();
+    fs::path usual = fs::absolute(fs::path(folder) / name).lexically_normal();
     std::error_code failure;
     if (fs::exists(usual, failure))
         return usual;
     for (const std::string& other : search_path) {
-        const fs::path candidate = fs::absolute(fs::path(other) / name).lexically_normal();
+        fs::path candidate = fs::absolute(fs::path(other) / name).lexically_normal();
         if (fs::exists(candidate, failure))
             return candidate;
     }

@@ -35,26 +35,24 @@ std::string plain_name(const std::string& label)
     return name.substr(0, last == std::string::npos ? 0 : last + 1);
 }
 
-bool is_option(const wxWindow* window)
+bool is_option(const wxWindow& window)
 {
-    return dynamic_cast<const wxCheckBox*>(window) || dynamic_cast<const wxComboBox*>(window) ||
-           dynamic_cast<const wxTextCtrl*>(window);
+    return dynamic_cast<const wxCheckBox*>(&window) || dynamic_cast<const wxComboBox*>(&window) ||
+           dynamic_cast<const wxTextCtrl*>(&window);
 }
 
 // `label` is the text before the window, and after the call the one before the next window.
 void collect(wxWindow& window, std::string& label, std::vector<Panel_option>& options)
 {
     for (wxWindow* child : window.GetChildren()) {
+        const std::string own_label = to_bytes(child->GetLabel());
         if (dynamic_cast<wxStaticText*>(child)) {
-            label = to_bytes(child->GetLabel());
-        } else if (is_option(child)) {
-            Panel_option option{child, {}};
-            if (dynamic_cast<wxCheckBox*>(child))
-                option.names.push_back(plain_name(to_bytes(child->GetLabel())));
-            else
-                option.names.push_back(plain_name(label));
-            option.names.push_back(plain_name(to_bytes(child->GetName())));
-            options.push_back(option);
+            label = own_label;
+        } else if (is_option(*child)) {
+            const bool is_check_box = dynamic_cast<wxCheckBox*>(child) != nullptr;
+            options.push_back({child,
+                               {plain_name(is_check_box ? own_label : label),
+                                plain_name(to_bytes(child->GetName()))}});
             label.clear();
         } else {
             collect(*child, label, options);

@@ -58,7 +58,7 @@ std::vector<std::string> split_at_commas(const std::string& text)
 
 std::string describe(const Element& element)
 {
-    const std::string own = element.tag() + " '" + element.name() + "'";
+    std::string own = element.tag() + " '" + element.name() + "'";
     const Element parent = element.parent();
     if (parent.tag() == "materialx")
         return own;

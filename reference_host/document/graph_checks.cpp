@@ -137,7 +137,7 @@ private:
         std::string text = node.name;
         for (size_t names = 0; step != m_path.rend() && step->node != &node; ++step) {
             if (++names < max_names)
-                text = step->node->name + " -> " + text;
+                text.insert(0, step->node->name + " -> ");
         }
         return node.name + " -> " + text;
     }
