@@ -158,24 +158,27 @@ Value default_value(const Input_pattern& input, Type type)
     return value;
 }
 
-std::vector<Output_definition> scan_outputs(const char* text, Type generic)
+void scan_outputs(const char* text, Node_definition& definition)
 {
-    std::vector<Output_definition> outputs;
     for (Row_scanner scanner(text); !scanner.at_end(); scanner.accept(';')) {
         Output_definition output;
-        output.type = concrete_type(scanner.word(), generic);
+        std::string type = scanner.word();
+        const bool is_shared = type == "let";
+        if (is_shared)
+            type = scanner.word();
+        output.type = concrete_type(type, definition.generic);
         output.name = scanner.word();
         if (scanner.accept('='))
             output.implementation = scanner.until(';');
-        outputs.push_back(std::move(output));
+        (is_shared ? definition.shared : definition.outputs).push_back(std::move(output));
     }
-    return outputs;
 }
 
 Node_definition instantiate(const Node_row& row, const std::vector<Input_pattern>& inputs,
                             Type generic, std::size_t alternative)
 {
-    Node_definition definition{row.category, generic, {}, scan_outputs(row.outputs, generic)};
+    Node_definition definition{row.category, generic, {}, {}, {}};
+    scan_outputs(row.outputs, definition);
     for (const Input_pattern& pattern : inputs) {
         Input_definition input = pattern.definition;
         const std::size_t chosen = std::min(alternative, pattern.types.size() - 1);

@@ -36,6 +36,7 @@ struct Node_definition {
     std::string category;
     Type generic = Type::none; // what T stands for in the implementations; none: no T
     std::vector<Input_definition> inputs;
+    std::vector<Output_definition> shared;  // values that several outputs name; no document does
     std::vector<Output_definition> outputs; // at least one
 
     const Input_definition* find_input(const std::string& name) const;

@@ -19,6 +19,7 @@
 //          variables. Inputs that are texts are constants, so that comparing them chooses at the
 //          time of generation: space == "world" ? a : b. Surface shaders, lights and materials have
 //          no expression: the generator knows them by their category.
+//          "let TYPE NAME = EXPRESSION" gives a value a name that later expressions may use.
 //
 // Helper functions that expressions call are in generator/library_*.cpp, in the same notation.
 #ifndef REFERENCE_HOST_DOCUMENT_NODE_ROWS_H

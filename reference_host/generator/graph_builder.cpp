@@ -95,28 +95,36 @@ void Graph_builder::compute(const Node& node)
     m_definition = find_definition(node);
     if (!m_definition)
         throw Refusal{&node, "there is no implementation for these inputs"};
+    for (const Output_definition& shared : m_definition->shared)
+        m_shared[shared.name] = compute(shared, node.name + "_" + shared.name);
+    const bool single = m_definition->outputs.size() == 1;
     std::vector<Expr> values;
-    for (const Output_definition& output : m_definition->outputs) {
-        if (output.implementation.empty())
-            throw Refusal{&node, "a shader cannot be an input of a pattern"};
-        const Shading_type type = shading_type(output.type);
-        Expr value = as_type(parse_expression(output.implementation, *this), type);
-        if (!is_simple(value)) {
-            const bool single = m_definition->outputs.size() == 1;
-            const std::string name =
-                m_context.names.take(single ? node.name : node.name + "_" + output.name);
-            m_statements.push_back(declare(type, name, value));
-            value = variable(type, name);
-        }
-        values.push_back(value);
-    }
+    for (const Output_definition& output : m_definition->outputs)
+        values.push_back(compute(output, single ? node.name : node.name + "_" + output.name));
+    m_shared.clear();
     m_values[&node] = std::move(values);
+}
+
+Expr Graph_builder::compute(const Output_definition& output, const std::string& name)
+{
+    if (output.implementation.empty())
+        throw Refusal{m_current, "a shader cannot be an input of a pattern"};
+    const Shading_type type = shading_type(output.type);
+    const Expr value = as_type(parse_expression(output.implementation, *this), type);
+    if (is_simple(value))
+        return value;
+    const std::string unique = m_context.names.take(name);
+    m_statements.push_back(declare(type, unique, value));
+    return variable(type, unique);
 }
 
 Expr Graph_builder::find_variable(const std::string& name)
 {
     if (const Input_definition* defined = m_definition->find_input(name))
         return input(*m_current, *defined);
+    const auto shared = m_shared.find(name);
+    if (shared != m_shared.end())
+        return shared->second;
     if (const Expr source = scene_source(name))
         return source;
     return m_context.program.find_variable(name);

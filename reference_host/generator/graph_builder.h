@@ -63,6 +63,7 @@ private:
 
     void evaluate(const Node& node);
     void compute(const Node& node);
+    Expr compute(const Output_definition& output, const std::string& name);
     Expr input(const Node& node, const Input_definition& defined);
     Expr connected(const Input& input);
     Expr given_value(const Node& node, const Input& input, const Input_definition& defined);
@@ -91,6 +92,7 @@ private:
     std::string m_prefix;
     const Node* m_current = nullptr;
     const Node_definition* m_definition = nullptr;               // of m_current
+    std::unordered_map<std::string, Expr> m_shared;              // values of m_current by name
     std::unordered_map<const Node*, std::vector<Expr>> m_values; // by output
     std::unordered_map<std::string, Expr> m_editable;            // inputs of the shader
     Statements m_statements;
