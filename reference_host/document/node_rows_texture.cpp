@@ -20,6 +20,32 @@ constexpr const char* tiled_inputs =
     "vector2 realworldtilesize = 1 1, string filtertype = \"linear\", string framerange, "
     "integer frameoffset, string frameendaction = \"constant\"";
 
+constexpr const char* hextiled_inputs =
+    "filename file, T default, vector2 texcoord = texcoord, vector2 tiling = 1 1, "
+    "float rotation = 1, vector2 rotationrange = 0 360, float scale = 1, "
+    "vector2 scalerange = 0.5 2, float offset = 1, vector2 offsetrange = 0 1, "
+    "float falloff = 0.5 [0 1], float falloffcontrast = 0.5 [0 1], "
+    "color3 lumacoeffs = 0.2722287 0.6740818 0.0536895";
+constexpr const char* hextiled_normal_inputs =
+    "filename file, vector3 default = 0.5 0.5 1, vector2 texcoord = texcoord, "
+    "vector2 tiling = 1 1, float rotation = 1, vector2 rotationrange = 0 360, float scale = 1, "
+    "vector2 scalerange = 0.5 2, float offset = 1, vector2 offsetrange = 0 1, "
+    "float falloff = 0.5 [0 1], float strength = 1, boolean flip_g = false, "
+    "vector3 normal = normal, vector3 tangent = tangent, vector3 bitangent = bitangent";
+constexpr const char* ramp_inputs =
+    "vector2 texcoord = texcoord, integer type = 0, integer interpolation = 1, "
+    "integer num_intervals = 2, "
+    "float interval1 = 0, color4 color1 = 0 0 0 1, float interval2 = 1, color4 color2 = 1, "
+    "float interval3 = 1, color4 color3 = 1, float interval4 = 1, color4 color4 = 1, "
+    "float interval5 = 1, color4 color5 = 1, float interval6 = 1, color4 color6 = 1, "
+    "float interval7 = 1, color4 color7 = 1, float interval8 = 1, color4 color8 = 1, "
+    "float interval9 = 1, color4 color9 = 1, float interval10 = 1, color4 color10 = 1";
+constexpr const char* ramp_output =
+    "color4 out = ramp_10(type, texcoord, interpolation, num_intervals, "
+    "interval1, color1, interval2, color2, interval3, color3, interval4, color4, "
+    "interval5, color5, interval6, color6, interval7, color7, interval8, color8, "
+    "interval9, color9, interval10, color10)";
+
 constexpr Node_row rows[] = {
     {"image", numbers, image_inputs,
      "T out = image(file, texcoord, uaddressmode, vaddressmode, default)"},
@@ -27,6 +53,46 @@ constexpr Node_row rows[] = {
      "T out = image(file, (texcoord * uvtiling - uvoffset) / realworldimagesize * "
      "realworldtilesize, \"periodic\", \"periodic\", default)"},
 
+    {"hextiledimage", colors, hextiled_inputs,
+     "T out = mix_corners("
+     "image(file, hex_place(texcoord * tiling, 0.0, rotation * rotationrange, "
+     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
+     "image(file, hex_place(texcoord * tiling, 1.0, rotation * rotationrange, "
+     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
+     "image(file, hex_place(texcoord * tiling, 2.0, rotation * rotationrange, "
+     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
+     "hex_weights(texcoord * tiling, falloff))"},
+    {"hextilednormalmap", "", hextiled_normal_inputs,
+     "vector3 out = normal_map(flip_green(mix_corners("
+     "image(file, hex_place(texcoord * tiling, 0.0, rotation * rotationrange, "
+     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
+     "image(file, hex_place(texcoord * tiling, 1.0, rotation * rotationrange, "
+     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
+     "image(file, hex_place(texcoord * tiling, 2.0, rotation * rotationrange, "
+     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
+     "hex_weights(texcoord * tiling, falloff)), flip_g), float2(strength), normal, tangent, "
+     "bitangent)"},
+    {"latlongimage", "", "filename file, color3 default, vector3 viewdir, float rotation",
+     "color3 out = image(file, latlong_place(viewdir, rotation), \"periodic\", \"periodic\", "
+     "default)"},
+    {"triplanarprojection", numbers,
+     "filename filex, filename filey, filename filez, string layerx, string layery, "
+     "string layerz, T default, vector3 position = position, vector3 normal = object_normal, "
+     "integer upaxis = 2, float blend = 1 [0 1], string filtertype = \"linear\", "
+     "string framerange, integer frameoffset, string frameendaction = \"constant\"",
+     "T out = mix_corners("
+     "image(filex, upaxis == 2 ? position.yz : position.zy, \"periodic\", \"periodic\", default), "
+     "image(filey, position.xz, \"periodic\", \"periodic\", default), "
+     "image(filez, upaxis == 0 ? position.yx : position.xy, \"periodic\", \"periodic\", default), "
+     "triplanar_weights(normal, blend))"},
+
+    {"ramp", "", ramp_inputs, ramp_output},
+    {"ramp_gradient", "",
+     "float x [0 1], float interval1 = 0 [0 1], float interval2 = 1 [0 1], "
+     "color4 color1 = 0 0 0 1, color4 color2 = 1, integer interpolation = 1, "
+     "color4 prev_color = 0 0 0 1, integer interval_num = 1, integer num_intervals = 2",
+     "color4 out = interval_num < num_intervals ? "
+     "ramp_step(x, interval1, interval2, color1, color2, interpolation, prev_color) : prev_color"},
     {"ramplr", numbers, "T valuel, T valuer, vector2 texcoord = texcoord",
      "T out = mix(valuel, valuer, saturate(texcoord.x))"},
     {"ramptb", numbers, "T valuet, T valueb, vector2 texcoord = texcoord",

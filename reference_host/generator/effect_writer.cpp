@@ -176,8 +176,8 @@ private:
         std::string text;
         for (const Transform& transform : transforms())
             if (m_used.count(transform.name))
-                text += std::string("float4x4 ") + transform.name + " : " + transform.semantic +
-                        transform_annotation(transform) + ";\n";
+                text += m_printer.type(transform.type) + " " + transform.name + " : " +
+                        transform.semantic + transform_annotation(transform) + ";\n";
         if (m_code.lighting() == Lighting::list || m_used.count(shared_view_matrix))
             text += std::string(text.empty() ? "" : "\n") +
                     "// Shared with the lights that are added to this text.\n"

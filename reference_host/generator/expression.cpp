@@ -332,6 +332,9 @@ Expr construct(const Shading_type& type, std::vector<Expr> parts)
 {
     if (parts.size() == 1 && parts[0]->type == type)
         return parts[0];
+    if (parts.size() == 1 && is_float(type) &&
+        component_count(parts[0]->type) > component_count(type) && is_float(parts[0]->type))
+        return swizzle(parts[0], std::string("xyzw").substr(0, component_count(type)));
     if (parts.size() == 1 && component_count(parts[0]->type) == 1 && is_literal(parts[0]) &&
         component_count(type) <= 4)
         return converted_literal(type, parts[0]);

@@ -68,7 +68,7 @@ enum class Op {
     choose,   // condition ? a : b
     call,     // name(operands): an intrinsic of the dialect table, or a function
     method,   // operand.name(operands): of an interface
-    construct // type(operands); one operand: splat or conversion
+    construct // type(operands); one operand: repeated, converted or cut off
 };
 
 struct Expression;

@@ -2,6 +2,7 @@
 
 #include "reference_host/generator/color_space.h"
 #include "reference_host/generator/shading_state.h"
+#include "reference_host/generator/transforms.h"
 
 #include <algorithm>
 
@@ -56,7 +57,7 @@ Expr Graph_builder::shader_expression(const std::string& text)
             evaluate(*given.source);
     m_current = &m_shader;
     m_definition = find_definition(m_shader);
-    return parse_expression(text, *this);
+    return parsed(text);
 }
 
 Expr Graph_builder::value_of(const Node& node, const std::string& output)
@@ -110,12 +111,22 @@ Expr Graph_builder::compute(const Output_definition& output, const std::string& 
     if (output.implementation.empty())
         throw Refusal{m_current, "a shader cannot be an input of a pattern"};
     const Shading_type type = shading_type(output.type);
-    const Expr value = as_type(parse_expression(output.implementation, *this), type);
+    const Expr value = as_type(parsed(output.implementation), type);
     if (is_simple(value))
         return value;
     const std::string unique = m_context.names.take(name);
     m_statements.push_back(declare(type, unique, value));
     return variable(type, unique);
+}
+
+// What the program cannot do is a refusal of the node that asks for it.
+Expr Graph_builder::parsed(const std::string& implementation)
+{
+    try {
+        return parse_expression(implementation, *this);
+    } catch (const Notation_error& error) {
+        throw Refusal{m_current, error.what()};
+    }
 }
 
 Expr Graph_builder::find_variable(const std::string& name)
@@ -127,7 +138,10 @@ Expr Graph_builder::find_variable(const std::string& name)
         return shared->second;
     if (const Expr source = scene_source(name))
         return source;
-    return m_context.program.find_variable(name);
+    const Expr known = m_context.program.find_variable(name);
+    if (!known && is_transform(name))
+        throw Notation_error("the target has no matrix \"" + name + "\"");
+    return known;
 }
 
 Shading_type Graph_builder::find_type(const std::string& name)
@@ -216,6 +230,8 @@ Expr Graph_builder::call(const std::string& function, std::vector<Expr> argument
     using Special = Expr (Graph_builder::*)(std::vector<Expr>);
     static const std::unordered_map<std::string, Special> specials = {
         {"image", &Graph_builder::image},
+        {"color_image", &Graph_builder::color_image},
+        {"transform_names", &Graph_builder::transform_names},
         {"cube_image", &Graph_builder::cube_image},
         {"texture_set", &Graph_builder::texture_set},
         {"channels_of", &Graph_builder::channels_of},
@@ -255,7 +271,19 @@ Expr Graph_builder::lookup(const Texture& texture, const Expr& place)
 }
 
 // image(file, texcoord, address mode of u, of v, default): a texel in the type of the default.
+// Nodes of colours decode it.
 Expr Graph_builder::image(std::vector<Expr> arguments)
+{
+    const Type type = m_definition->generic;
+    return texel(arguments, type == Type::color3 || type == Type::color4);
+}
+
+Expr Graph_builder::color_image(std::vector<Expr> arguments)
+{
+    return texel(arguments, true);
+}
+
+Expr Graph_builder::texel(const std::vector<Expr>& arguments, bool decodes)
 {
     if (arguments.size() != 5 || arguments[0]->type != Kind::text)
         throw Notation_error("the file name must be known");
@@ -278,8 +306,7 @@ Expr Graph_builder::image(std::vector<Expr> arguments)
         place = call("flip_v", {place});
     const int channels = component_count(fallback->type);
     Expr texel = swizzle(lookup(texture, place), std::string("xyzw").substr(0, channels));
-    const Type type = m_definition->generic;
-    if (type == Type::color3 || type == Type::color4)
+    if (decodes)
         texel = to_working_space(texel, file.color_space, *this);
     if (leaves_image(u) || leaves_image(v))
         texel = call("mix", {fallback, texel, call("inside_image", {arguments[1]})});
@@ -340,6 +367,19 @@ Expr Graph_builder::channels_of(std::vector<Expr> arguments)
             throw Refusal{m_current, "there are no channels \"" + channels + "\""};
     }
     return construct(float_kind(static_cast<int>(parts.size())), parts);
+}
+
+// transform_names(from, to): "to world", "to object", or "" between spaces that are the same.
+Expr Graph_builder::transform_names(std::vector<Expr> arguments)
+{
+    const auto is_world = [](const Expr& name) { return name->text == "world"; };
+    for (const Expr& name : arguments)
+        if (!is_world(name) && !name->text.empty() && name->text != "object" &&
+            name->text != "model")
+            throw Refusal{m_current, "there is no space \"" + name->text + "\""};
+    const bool from_world = is_world(arguments.at(0));
+    const bool to_world = is_world(arguments.at(1));
+    return text_literal(from_world == to_world ? "" : (to_world ? "to world" : "to object"));
 }
 
 // tangent_space_normal(value): a constant stands for the normal as it is.

@@ -63,6 +63,7 @@ private:
 
     void evaluate(const Node& node);
     void compute(const Node& node);
+    Expr parsed(const std::string& implementation);
     Expr compute(const Output_definition& output, const std::string& name);
     Expr input(const Node& node, const Input_definition& defined);
     Expr connected(const Input& input);
@@ -71,11 +72,14 @@ private:
     Expr scene_source(const std::string& name);
 
     Expr image(std::vector<Expr> arguments);
+    Expr color_image(std::vector<Expr> arguments);
+    Expr transform_names(std::vector<Expr> arguments);
     Expr cube_image(std::vector<Expr> arguments);
     Expr texture_set(std::vector<Expr> arguments);
     Expr channels_of(std::vector<Expr> arguments);
     Expr vertex_property(std::vector<Expr> arguments);
     Expr tangent_space_normal(std::vector<Expr> arguments);
+    Expr texel(const std::vector<Expr>& arguments, bool decodes);
     Expr addressed(const Expr& coordinate, const std::string& mode);
     Expr lookup(const Texture& texture, const Expr& place);
 

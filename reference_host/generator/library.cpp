@@ -9,8 +9,8 @@ const std::vector<Library_function>& all_library_functions()
 {
     static const std::vector<Library_function> functions = [] {
         std::vector<Library_function> made;
-        for (const Library_texts& group :
-             {color_library(), math_library(), noise_library(), light_library(), surface_library()})
+        for (const Library_texts& group : {color_library(), math_library(), noise_library(),
+                                           pattern_library(), light_library(), surface_library()})
             for (std::size_t i = 0; i < group.count; ++i)
                 made.push_back({parse_head(group.texts[i]), group.texts[i]});
         return made;

@@ -22,7 +22,8 @@ struct Library_texts {
 
 Library_texts color_library();   // adjustment, compositing, colour spaces
 Library_texts math_library();    // arithmetic, matrices, geometry
-Library_texts noise_library();   // hashes, noises, shapes
+Library_texts noise_library();   // hashes and noises
+Library_texts pattern_library(); // placement of images, ramps, shapes
 Library_texts light_library();   // kinds of lights, fog
 Library_texts surface_library(); // the surface model
 

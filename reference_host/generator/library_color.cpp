@@ -60,6 +60,54 @@ constexpr const char* texts[] = {
     return float4(fg.xyz + bg.xyz * share, min(sum, 1.0));
 })",
 
+    R"(T mix_corners(T a, T b, T c, float3 weights)
+{
+    return a * weights.x + b * weights.y + c * weights.z;
+})",
+    R"(float3 gooch_shade(float3 warm, float3 cool, float intensity, float shininess, float3 light,
+                   float3 normal, float3 view)
+{
+    float3 diffuse = mix(warm, cool, (1.0 + dot(normal, light)) * 0.5);
+    float highlight = max(dot(-light, reflect(view, normal)), 0.0);
+    return diffuse + intensity * pow(highlight, shininess);
+})",
+    // The colour of a glowing body: Kim's approximation of the Planckian locus (2002) at
+    // luminance 1.
+    R"(float3 blackbody(float temperature)
+{
+    float t = 1000.0 / clamp(temperature, 1667.0, 25000.0);
+    float3 powers = float3(t * t * t, t * t, t);
+    float x = temperature < 4000.0
+            ? dot(powers, float3(-0.2661239, -0.2343589, 0.8776956)) + 0.17991
+            : dot(powers, float3(-3.0258469, 2.1070379, 0.2226347)) + 0.24039;
+    float3 x_powers = float3(x * x * x, x * x, x);
+    float y = temperature < 2222.0
+            ? dot(x_powers, float3(-1.1063814, -1.3481102, 2.1855583)) - 0.2021968
+            : (temperature < 4000.0
+               ? dot(x_powers, float3(-0.9549476, -1.3741859, 2.0913702)) - 0.1674887
+               : dot(x_powers, float3(3.081758, -5.8733867, 3.75113)) - 0.3700148);
+    float3 xyz = float3(x / y, 1.0, (1.0 - x - y) / y);
+    return max(float3(dot(xyz, float3(3.2406, -1.5372, -0.4986)),
+                      dot(xyz, float3(-0.9689, 1.8758, 0.0415)),
+                      dot(xyz, float3(0.0557, -0.204, 1.057))), 0.0);
+})",
+    // Gulbrandsen, "Artist Friendly Metallic Fresnel" (2014).
+    R"(float3 artistic_ior(float3 reflectivity, float3 edge_color)
+{
+    float3 r = clamp(reflectivity, 0.0, 0.99);
+    float3 root = sqrt(r);
+    float3 lowest = (1.0 - r) / (1.0 + r);
+    float3 highest = (1.0 + root) / (1.0 - root);
+    return mix(highest, lowest, edge_color);
+})",
+    R"(float3 artistic_extinction(float3 reflectivity, float3 ior)
+{
+    float3 r = clamp(reflectivity, 0.0, 0.99);
+    float3 above = ior + 1.0;
+    float3 below = ior - 1.0;
+    return sqrt(max((r * above * above - below * below) / (1.0 - r), 0.0));
+})",
+
     // Colour spaces, each to linear Rec. 709. The matrices are those of the primaries' chromaticity
     // coordinates, adapted to D65 by Bradford's method.
     R"(float3 srgb_to_linear(float3 color)

@@ -101,11 +101,30 @@ constexpr const char* texts[] = {
 {
     return float3(direction.x, direction.z, -direction.y);
 })",
-    // A step that is one pixel wide.
+    // A step that is one pixel wide where the size of a pixel is known.
     R"(float anti_aliased_step(float edge, float x)
 {
-    float width = max(abs(ddx(x)) + abs(ddy(x)), 0.00001);
-    return smoothstep(edge - width, edge + width, x);
+    if (has_derivatives)
+    {
+        float width = max(abs(ddx(x)) + abs(ddy(x)), 0.00001);
+        return smoothstep(edge - width, edge + width, x);
+    }
+    else
+        return step(edge, x);
+})",
+    // The normal of a height field over texture coordinates, encoded as in a normal map.
+    R"(float3 height_to_normal(float height, float scale, float2 uv)
+{
+    float2 slope = float2(ddx(height), ddy(height)) * (scale / 16.0);
+    float3 along_x = float3(ddx(uv), slope.x);
+    float3 along_y = float3(ddy(uv), slope.y);
+    float3 normal = cross(along_x, along_y);
+    normal = normal.z < 0.0 ? -normal : normal;
+    return normalize(normal + float3(0.0, 0.0, 0.0000001)) * 0.5 + 0.5;
+})",
+    R"(float3 flip_green(float3 texel, bool flipped)
+{
+    return flipped ? float3(texel.x, 1.0 - texel.y, texel.z) : texel;
 })",
     R"(float3 normal_map(float3 texel, float2 scale, float3 normal, float3 tangent, float3 bitangent)
 {

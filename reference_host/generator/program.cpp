@@ -97,6 +97,8 @@ Shading_type Program::find_member(const std::string& structure, const std::strin
 
 Expr Program::call(const std::string& function, std::vector<Expr> arguments)
 {
+    if ((function == "ddx" || function == "ddy") && is_false(m_variables["has_derivatives"]))
+        throw Notation_error("it needs derivatives, which the target does not have");
     if (const Intrinsic* intrinsic = find_intrinsic(function))
         return call_intrinsic(*intrinsic, std::move(arguments));
     const Library_function* library = find_library_function(function);

@@ -80,6 +80,7 @@ private:
             if (m_used.count(texture.name))
                 text += std::string(texture.cube ? "Sampler_cube " : "Sampler_2d ") + texture.name +
                         "; // " + one_line(texture_path(texture, m_settings)) + "\n";
+        text += m_used.count("time") ? "float time = 0.0f; // in seconds\n" : "";
         return text.empty() ? "" : "\n" + text;
     }
 

@@ -1,5 +1,7 @@
 #include "reference_host/generator/transforms.h"
 
+#include <algorithm>
+
 namespace reference_host
 {
 namespace
@@ -31,31 +33,44 @@ constexpr Vertex_transform_row vertex_transforms[] = {
 const std::vector<Transform>& transforms()
 {
     static const std::vector<Transform> rows = {
-        {"world_view_projection", "WORLDVIEWPROJECTION", "Sas.Camera.ObjectToProjection"},
-        {"world_view", "WORLDVIEW", "Sas.Camera.ObjectToView"},
-        {"world_view_it", "WORLDVIEWINVERSETRANSPOSE", ""},
-        {"world", "WORLD", "Sas.Skeleton.MeshToJointToWorld[0]"},
-        {"world_it", "WORLDINVERSETRANSPOSE", ""},
-        {"world_inverse", "WORLDINVERSE", ""},
-        {"world_view_inverse", "WORLDVIEWINVERSE", ""},
-        {"world_view_projection_inverse", "WORLDVIEWPROJECTIONINVERSE", ""},
-        {"view_matrix", "VIEW", "Sas.Camera.WorldToView"},
-        {"view_inverse", "VIEWINVERSE", "Sas.Camera.ViewToWorld"},
-        {"view_projection", "VIEWPROJECTION", "Sas.Camera.WorldToProjection"},
-        {"view_projection_inverse", "VIEWPROJECTIONINVERSE", ""},
-        {"projection", "PROJECTION", "Sas.Camera.Projection"},
-        {"projection_inverse", "PROJECTIONINVERSE", ""},
+        {Kind::matrix4, "world_view_projection", "WORLDVIEWPROJECTION",
+         "Sas.Camera.ObjectToProjection"},
+        {Kind::matrix4, "world_view", "WORLDVIEW", "Sas.Camera.ObjectToView"},
+        {Kind::matrix4, "world_view_it", "WORLDVIEWINVERSETRANSPOSE", ""},
+        {Kind::matrix4, "world", "WORLD", "Sas.Skeleton.MeshToJointToWorld[0]"},
+        {Kind::matrix4, "world_it", "WORLDINVERSETRANSPOSE", ""},
+        {Kind::matrix4, "world_inverse", "WORLDINVERSE", ""},
+        {Kind::matrix4, "world_view_inverse", "WORLDVIEWINVERSE", ""},
+        {Kind::matrix4, "world_view_projection_inverse", "WORLDVIEWPROJECTIONINVERSE", ""},
+        {Kind::matrix4, "view_matrix", "VIEW", "Sas.Camera.WorldToView"},
+        {Kind::matrix4, "view_inverse", "VIEWINVERSE", "Sas.Camera.ViewToWorld"},
+        {Kind::matrix4, "view_projection", "VIEWPROJECTION", "Sas.Camera.WorldToProjection"},
+        {Kind::matrix4, "view_projection_inverse", "VIEWPROJECTIONINVERSE", ""},
+        {Kind::matrix4, "projection", "PROJECTION", "Sas.Camera.Projection"},
+        {Kind::matrix4, "projection_inverse", "PROJECTIONINVERSE", ""},
+        {Kind::float1, "time", "TIME", "Sas.Time.Now"},
     };
     return rows;
 }
 
+bool is_transform(const std::string& name)
+{
+    return std::any_of(transforms().begin(), transforms().end(),
+                       [&](const Transform& transform) { return name == transform.name; });
+}
+
 void define_transforms(Program& program, Language language, bool shares_view_matrix)
 {
+    program.define("time", variable(Kind::float1, "time"));
+    program.define("has_derivatives", boolean_literal(language != Language::cpp));
+    // The state that a renderer fills is in world space and needs no matrices.
+    if (language == Language::cpp)
+        return;
     for (const Transform& transform : transforms()) {
         // The matrix for normals has no other use, so that GLSL programs pass its rotation alone.
         const bool rotation = is_glsl(language) && transform.name == std::string("world_view_it");
         program.define(transform.name,
-                       variable(rotation ? Kind::matrix3 : Kind::matrix4, transform.name));
+                       variable(rotation ? Kind::matrix3 : transform.type, transform.name));
     }
     if (shares_view_matrix)
         program.define("view_matrix", variable(Kind::matrix4, shared_view_matrix));

@@ -1,4 +1,4 @@
-// The matrices that the host fills, and transforms between spaces in terms of them.
+// The matrices and the time that the host fills, and transforms between spaces in terms of them.
 #ifndef REFERENCE_HOST_GENERATOR_TRANSFORMS_H
 #define REFERENCE_HOST_GENERATOR_TRANSFORMS_H
 
@@ -13,12 +13,14 @@ namespace reference_host
 {
 
 struct Transform {
+    Kind type;
     const char* name;        // in the text
     const char* semantic;    // in effects
     const char* sas_address; // the Standard Annotations and Semantics of DirectX
 };
 
 const std::vector<Transform>& transforms();
+bool is_transform(const std::string& name);
 
 // The view matrix under the name that texts for lists of lights share.
 constexpr const char* shared_view_matrix = "__world_to_camera";
