@@ -15,7 +15,6 @@ namespace
 #define GLTF_IMAGE                                                                                 \
     "image(file, gltf_place(texcoord, pivot, scale, rotate, offset), uaddressmode, vaddressmode, " \
     "default)"
-#define USD_IMAGE "color_image(file, st, wrapS, wrapT, fallback) * scale + bias"
 
 constexpr Node_row rows[] = {
     {"gltf_image", "float color3 color4", "filename file, T factor = 1, T default, " GLTF_PLACEMENT,
@@ -23,8 +22,8 @@ constexpr Node_row rows[] = {
     {"gltf_image", "vector3", "filename file, T default, " GLTF_PLACEMENT, "T out = " GLTF_IMAGE},
     {"gltf_colorimage", "",
      "filename file, color4 default, " GLTF_PLACEMENT ", color4 color = 1, color4 geomcolor = 1",
-     "color3 outcolor = (color * color_" GLTF_IMAGE " * geomcolor).xyz; "
-     "float outa = (color * color_" GLTF_IMAGE " * geomcolor).w"},
+     "let color4 texel = color * color_" GLTF_IMAGE " * geomcolor; "
+     "color3 outcolor = texel.xyz; float outa = texel.w"},
     {"gltf_normalmap", "", "filename file, vector3 default = 0.5 0.5 1, " GLTF_PLACEMENT,
      "vector3 out = normal_map(" GLTF_IMAGE ", float2(1.0), normal, tangent, bitangent)"},
     {"gltf_iridescence_thickness", "",
@@ -41,8 +40,9 @@ constexpr Node_row rows[] = {
      "filename file, vector2 st = texcoord, string wrapS = \"periodic\", "
      "string wrapT = \"periodic\", color4|vector4 fallback = 0 0 0 1, color4|vector4 scale = 1, "
      "color4|vector4 bias = 0, string sourceColorSpace = \"auto\"",
-     "float r = (" USD_IMAGE ").x; float g = (" USD_IMAGE ").y; float b = (" USD_IMAGE ").z; "
-     "float a = (" USD_IMAGE ").w; color3 rgb = (" USD_IMAGE ").xyz; color4 rgba = " USD_IMAGE},
+     "let color4 texel = color_image(file, st, wrapS, wrapT, fallback) * scale + bias; "
+     "float r = texel.x; float g = texel.y; float b = texel.z; float a = texel.w; "
+     "color3 rgb = texel.xyz; color4 rgba = texel"},
     {"UsdPrimvarReader", "float vector2 vector3 vector4 integer boolean",
      "string varname, T fallback", "T out = vertex_property(varname, fallback)"},
     {"UsdTransform2d", "",
@@ -52,7 +52,6 @@ constexpr Node_row rows[] = {
 
 #undef GLTF_PLACEMENT
 #undef GLTF_IMAGE
-#undef USD_IMAGE
 
 } // namespace
 

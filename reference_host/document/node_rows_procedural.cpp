@@ -136,9 +136,8 @@ constexpr Node_row rows[] = {
     {"artistic_ior", "",
      "color3 reflectivity = 0.944 0.776 0.373, "
      "color3 edge_color = 0.998 0.981 0.751",
-     "color3 ior = artistic_ior(reflectivity, edge_color); "
-     "color3 extinction = artistic_extinction(reflectivity, "
-     "artistic_ior(reflectivity, edge_color))"},
+     "let color3 index = artistic_ior(reflectivity, edge_color); color3 ior = index; "
+     "color3 extinction = artistic_extinction(reflectivity, index)"},
 };
 
 } // namespace
