@@ -251,6 +251,50 @@ TEST_F(Program, calls_wrong_usage_by_its_name)
     }
 }
 
+TEST_F(Program, notices_what_a_plug_in_does_wrong)
+{
+    const struct {
+        const char* exporter;
+        const char* error;
+    } rows[] = {
+        {"forgets a reference", "graph node 'Wood' was not given back (1 reference)"},
+        {"releases twice", "graph node 'Wood' was released more often than it was handed out"},
+        {"uses what it released", "graph node 'Wood' was used after its release (get_name)"},
+        {"compiles nothing", "compile was given no graph or no options"},
+        {"writes nothing", "no file was written"},
+        {"refuses", "the exporter refused, without saying why"},
+    };
+    for (const auto& row : rows) {
+        run({"export", sample("wood_textured"), "--plugin", MISBEHAVING_PLUGIN, "--exporter",
+             row.exporter, "--output", output()});
+        EXPECT_EQ(1, m_status) << row.exporter;
+        EXPECT_THAT(m_errors, HasSubstr(row.error));
+    }
+}
+
+TEST_F(Program, opens_no_window_where_there_is_no_display)
+{
+    run({"window", sample("wood_textured"), "--plugin", PLUGIN});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("there is no display"));
+}
+
+TEST_F(Program, names_image_files_as_the_user_wants)
+{
+    const struct {
+        const char* choice;
+        std::string name;
+    } rows[] = {
+        {"as-is", "\"images/wood_color.png\""},
+        {"absolute", "\"" SOURCE_FOLDER "/samples/images/wood_color.png\""},
+        {"relative", "\"../"},
+    };
+    for (const auto& row : rows) {
+        run_export("5", {"--texture-paths", row.choice, "--overwrite", "yes"});
+        EXPECT_THAT(read_file(output() + ".cgfx"), HasSubstr(row.name));
+    }
+}
+
 TEST_F(Program, tells_why_a_plug_in_cannot_be_used)
 {
     run({"list", "--plugin", m_folder.file("none.so")});
