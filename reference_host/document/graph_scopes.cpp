@@ -196,8 +196,7 @@ Type declared_type(const Element& element)
 
 std::string describe(const Node& node)
 {
-    const std::string name = node.scope.empty() ? node.name : node.scope + "/" + node.name;
-    return "node '" + name + "' (" + node.category + ")";
+    return "node '" + full_name(node) + "' (" + node.category + ")";
 }
 
 } // namespace reference_host

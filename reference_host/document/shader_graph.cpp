@@ -72,11 +72,15 @@ const Input* Node::find_input(const std::string& input_name) const
     return nullptr;
 }
 
+std::string full_name(const Node& node)
+{
+    return node.scope.empty() ? node.name : node.scope + "/" + node.name;
+}
+
 const Node* Shader_graph::find_node(const std::string& node_name) const
 {
     for (const auto& node : nodes) {
-        if (node->scope.empty() ? node->name == node_name
-                                : node->scope + "/" + node->name == node_name)
+        if (full_name(*node) == node_name)
             return node.get();
     }
     return nullptr;

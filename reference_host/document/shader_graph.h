@@ -101,10 +101,10 @@ struct Input {
 };
 
 struct Node {
-    std::string name;         // as the artist wrote it; unique within its scope only
-    std::string scope;        // the node graphs it stands in, "/"-separated; empty: top level
-    std::string category;     // of the node library: "image", "standard_surface", ...
-    Type type = Type::none;   // of the output
+    std::string name;          // as the artist wrote it; unique within its scope only
+    std::string scope;         // the node graphs it stands in, "/"-separated; empty: top level
+    std::string category;      // of the node library: "image", "standard_surface", ...
+    Type type = Type::none;    // of the output
     std::vector<Input> inputs; // those that the document gives, in its order
     Place place;
 
@@ -112,14 +112,18 @@ struct Node {
     const Input* find_input(const std::string& input_name) const;
 };
 
+// The name by which a graph, the plug-in and the user know a node: "scope/name", or the name alone
+// at top level. Unique within its graph.
+std::string full_name(const Node& node);
+
 struct Shader_graph {
-    std::string document; // the file name that was opened, without its folder
-    std::string folder;   // the folder of that file; image files may be relative to it
+    std::string document;    // the file name that was opened, without its folder
+    std::string folder;      // the folder of that file; image files may be relative to it
     std::string color_space; // the working colour space ("lin_rec709" when none is given)
     std::vector<std::unique_ptr<Node>> nodes; // in the document's order
     std::vector<std::unique_ptr<Parameter>> parameters;
 
-    // The top-level node of that name, or the one whose "scope/name" it is; null when missing.
+    // The node of that full name, or null when there is none.
     const Node* find_node(const std::string& node_name) const;
 };
 

@@ -36,9 +36,6 @@ struct Export_scene {
     Preferences preferences;
 };
 
-// The name by which the plug-in and the generator know a node: with its scope.
-std::string full_name(const Node& node);
-
 } // namespace reference_host
 
 #endif

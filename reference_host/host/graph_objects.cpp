@@ -207,11 +207,6 @@ private:
 
 } // namespace
 
-std::string full_name(const Node& node)
-{
-    return node.scope.empty() ? node.name : node.scope + "/" + node.name;
-}
-
 IGraph_node* Graph_objects::hand_out(const Node* node)
 {
     if (!node)
