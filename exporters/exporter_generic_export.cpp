@@ -94,7 +94,7 @@ bool Exporter_generic::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
         unit = adopt(compile_group(view, app, objects.errors.get(), objects.node.get(),
                                    resolve_unsized_arrays, preserve_light_loop, world_space,
                                    ignore_literal, get_window(), interactive, unused_message));
-    if (!unit)
+    if (!unit || !objects.compiler)
         return true;
 
     const wxString filename = get_exportfile_name();
