@@ -225,14 +225,15 @@ void Shader_code::add_environment()
 void Shader_code::add_shader(Statements body)
 {
     remove_unused(body);
-    Function function{Kind::float4, m_name, {}, {}};
-    bool reads_state = m_lighting == Lighting::renderer;
+    std::set<std::string> read;
     visit(body, [&](const Expression& expression) {
-        reads_state = reads_state || (expression.op == Op::variable && expression.name == "state");
+        if (expression.op == Op::variable)
+            read.insert(expression.name);
     });
-    if (reads_state)
+    Function function{Kind::float4, m_name, {}, {}};
+    if (read.count("state"))
         function.parameters.push_back({Shading_type("State"), "state", ""});
-    if (m_lighting == Lighting::renderer)
+    if (m_lighting == Lighting::renderer && read.count("lights"))
         function.parameters.push_back({Shading_type("Light_list"), "lights", ""});
     function.body = std::move(body);
     m_program.add_function(std::move(function));
@@ -463,6 +464,8 @@ Statements Shader_code::volume_statements()
 // One light as the method of a structure that implements the interface.
 void Shader_code::add_light()
 {
+    if (m_request.shader->type != Type::lightshader)
+        throw Refusal{m_request.shader, "it is no light"};
     Scene_light light{m_request.shader, {}};
     Graph_builder builder(m_context, *light.node, m_name + "_");
     const Expr iterator = builder.shader_expression(light_call(light));
@@ -474,6 +477,8 @@ void Shader_code::add_light()
 
 void Shader_code::add_volume()
 {
+    if (m_request.shader->type != Type::volumeshader)
+        throw Refusal{m_request.shader, "it is no volume"};
     Graph_builder builder(m_context, *m_request.shader, m_name + "_");
     const Expr passed = builder.shader_expression(
         "float4(mix(color, float3(1.0), fog_transmittance(state, density)), 1.0)");

@@ -64,7 +64,8 @@ private:
 
     std::string state_text() const
     {
-        return structures_text(m_code, nullptr, m_printer) + swrc_lights();
+        return structures_text(m_code, nullptr, m_printer) +
+               (m_used.count("lights") ? swrc_lights() : "");
     }
 
     std::string parameters_text() const

@@ -6,10 +6,8 @@ namespace reference_host
 const char* swrc_prelude()
 {
     return R"(
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <type_traits>
 
 // ---- vectors and matrices ---------------------------------------------------
 
@@ -195,13 +193,13 @@ using std::cos;
 using std::exp;
 using std::floor;
 using std::log;
-using std::max;
-using std::min;
 using std::pow;
 using std::sin;
 using std::sqrt;
 using std::tan;
 
+float max(float a, float b) { return a < b ? b : a; }
+float min(float a, float b) { return b < a ? b : a; }
 float fract(float x) { return x - floor(x); }
 float clamp(float x, float low, float high) { return min(max(x, low), high); }
 float saturate(float x) { return clamp(x, 0.0f, 1.0f); }

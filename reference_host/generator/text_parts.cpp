@@ -98,7 +98,8 @@ std::string structures_text(const Shader_code& code, const Streams* streams, con
         for (const State_field* field : streams->fields())
             state.insert(field->name);
     std::set<std::string> iterator = code.used_fields("Light_iterator");
-    if (code.lighting() != Lighting::fixed || !iterator.empty())
+    // What lights of a list give back has all fields.
+    if (code.lighting() == Lighting::list || !iterator.empty())
         for (const Variable_declaration& field :
              code.program().find_structure("Light_iterator")->fields)
             if (code.lighting() != Lighting::fixed)
