@@ -116,7 +116,7 @@ struct Face_axes {
     double s[3];
     double t[3];
 };
-// OpenGL specification, table "Selection of cube map images".
+// As OpenGL chooses among the images of a cube map.
 constexpr Face_axes face_axes[] = {
     {{1, 0, 0}, {0, 0, -1}, {0, -1, 0}}, {{-1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
     {{0, 1, 0}, {1, 0, 0}, {0, 0, 1}},   {{0, -1, 0}, {1, 0, 0}, {0, 0, -1}},
