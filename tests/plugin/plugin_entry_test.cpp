@@ -184,10 +184,10 @@ class Application_object : public Wx_test
 TEST_F(Application_object, is_made_by_the_factory_and_starts_at_once)
 {
     wxAppConsole* const running = wxApp::GetInstance();
-    const std::unique_ptr<wxAppConsole> made(TOVIRAEXPORT::wxCreateApp());
-    wxApp::SetInstance(running);
-    ASSERT_NE(dynamic_cast<TOVIRAEXPORT::Exporter_plugin_app*>(made.get()), nullptr);
+    std::unique_ptr<wxAppConsole> made(TOVIRAEXPORT::wxCreateApp());
+    EXPECT_NE(dynamic_cast<TOVIRAEXPORT::Exporter_plugin_app*>(made.get()), nullptr);
     EXPECT_TRUE(made->OnInit());
+    made.reset(); // takes the instance along
     wxApp::SetInstance(running);
 }
 

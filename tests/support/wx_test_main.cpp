@@ -6,7 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -33,9 +35,14 @@ int assert_count = 0;
 
 // ---- the display
 
-// Runs in the child: becomes an Xvfb that writes the number of its display to `pipe_end`.
+// Runs in the child: becomes an Xvfb that writes the number of its display to `pipe_end`, says
+// nothing else, and ends with the test program even when that crashes.
 [[noreturn]] void become_xvfb(int pipe_end)
 {
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    const int silence = ::open("/dev/null", O_RDWR);
+    ::dup2(silence, STDOUT_FILENO);
+    ::dup2(silence, STDERR_FILENO);
     const std::string descriptor = std::to_string(pipe_end);
     ::execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1280x1024x24",
              "-nolisten", "tcp", nullptr);

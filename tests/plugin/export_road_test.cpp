@@ -1,0 +1,284 @@
+// What all exporters have in common on the road of an export.
+#include "tests/plugin/export_test.h"
+
+#include "exporters/exporter_3dsmax.h"
+#include "exporters/exporter_catia.h"
+#include "exporters/exporter_fxcomposer.h"
+#include "exporters/exporter_generic.h"
+#include "exporters/exporter_maya.h"
+#include "exporters/exporter_swrc.h"
+#include "exporters/exporter_xsi.h"
+
+#include <memory>
+
+namespace QZ
+{
+namespace TEST
+{
+
+using namespace TOVIRAEXPORT;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+
+template<typename Exporter>
+std::unique_ptr<Exporter_base> make()
+{
+    return std::make_unique<Exporter>();
+}
+
+template<int target>
+std::unique_ptr<Exporter_base> make_generic()
+{
+    return std::make_unique<Exporter_generic>(
+        static_cast<Exporter_generic::Target_language>(target));
+}
+
+struct Road_case {
+    const char* title; // of the test
+    std::unique_ptr<Exporter_base> (*create)();
+    std::vector<std::string> files; // that "out" becomes, sorted
+    const char* no_name_text;
+    bool true_after_failed_compile;
+    std::vector<std::string> kept; // on purpose, when no file is named
+};
+
+const char* const no_name = "Error! no export file name is specified.";
+
+const Road_case road_cases[] = {
+    {"Exporter_3dsmax", make<Exporter_3dsmax>, {"out.fx"}, no_name, false, {}},
+    {"Exporter_catia", make<Exporter_catia>, {"out.fx"}, no_name, false, {}},
+    {"Exporter_fxcomposer",
+     make<Exporter_fxcomposer>,
+     {"out.cgfx", "out.fx"},
+     "Error: no export file name is specified.",
+     true,
+     {}},
+    {"Exporter_maya", make<Exporter_maya>, {"out.cgfx"}, no_name, true, {}},
+    {"Exporter_xsi", make<Exporter_xsi>, {"out.cgfx"}, no_name, true, {}},
+    {"Exporter_generic_cgfx",
+     make_generic<0>,
+     {"out.cgfx"},
+     no_name,
+     true,
+     {"never released: wood"}},
+    {"Exporter_generic_hlsl", make_generic<1>, {"out.fx"}, no_name, true, {"never released: wood"}},
+    {"Exporter_generic_glsl",
+     make_generic<2>,
+     {"out_f.gl", "out_v.gl"},
+     no_name,
+     true,
+     {"never released: wood"}},
+    {"Exporter_swrc", make<Exporter_swrc>, {"out.cpp", "out.qz"}, no_name, false, {}},
+};
+
+void PrintTo(const Road_case& c, std::ostream* stream)
+{
+    *stream << c.title;
+}
+
+class Export_road : public Wx_test, public ::testing::WithParamInterface<Road_case>
+{
+protected:
+    Export_road() : exporter(GetParam().create()), shader(host.add_selected_node("wood"))
+    {
+        exporter->initialize();
+    }
+
+    bool is_renderer_source() const { return std::string(exporter->get_name()) == "Corvane"; }
+    bool run() { return exporter->export_shader(host.app(), host.view()); }
+    void choose_file() { choose_export_file(*exporter, folder.file("out")); }
+
+    Temporary_folder folder;
+    Recording_host host;
+    std::unique_ptr<Exporter_base> exporter;
+    Scripted_node& shader;
+};
+
+TEST_P(Export_road, writes_its_files_and_releases_everything)
+{
+    choose_file();
+    const Message_boxes boxes;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(folder.files(), ElementsAreArray(GetParam().files));
+    EXPECT_THAT(boxes.shown(), IsEmpty());
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, goes_nowhere_unless_one_node_is_selected)
+{
+    choose_file();
+    for (const size_t count : {0u, 2u, 3u}) {
+        host.selection.assign(count, &shader);
+        const Message_boxes boxes;
+        EXPECT_FALSE(run());
+        if (is_renderer_source())
+            EXPECT_THAT(boxes.shown(),
+                        ElementsAre(Message_box{"Tovira warning: Corvane",
+                                                "Must have exactly one shader selected",
+                                                wxICON_EXCLAMATION | wxOK}));
+        else
+            EXPECT_THAT(boxes.shown(), IsEmpty());
+    }
+    EXPECT_THAT(folder.files(), IsEmpty());
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, needs_the_name_of_a_file)
+{
+    const Message_boxes boxes;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(boxes.shown(),
+                ElementsAre(error_box(exporter->get_name(), GetParam().no_name_text)));
+    EXPECT_THAT(host.calls("compiler"), IsEmpty());
+    EXPECT_THAT(host.problems(), ElementsAreArray(GetParam().kept));
+}
+
+// A setting that the host restores is shown on the panel, but only the closed panel names the file.
+TEST_P(Export_road, name_comes_from_the_closed_panel)
+{
+    for (unsigned int i = 0; i < exporter->get_num_settings(); ++i)
+        exporter->set_setting_value(i, folder.file("restored").c_str());
+    const Message_boxes boxes;
+    EXPECT_FALSE(run());
+    EXPECT_EQ(boxes.shown().size(), 1u);
+    EXPECT_THAT(folder.files(), IsEmpty());
+}
+
+TEST_P(Export_road, existing_files_are_replaced_after_a_question)
+{
+    choose_file();
+    for (const std::string& file : GetParam().files)
+        folder.write(file, "old");
+    const Message_boxes boxes({wxID_YES, wxID_YES});
+    EXPECT_TRUE(run());
+    EXPECT_EQ(boxes.shown().size(), GetParam().files.size());
+    for (const std::string& file : GetParam().files) {
+        EXPECT_THAT(boxes.shown(), Contains(overwrite_question(folder.file(file))));
+        EXPECT_NE(folder.read(file), "old");
+    }
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, refused_files_are_left_alone)
+{
+    choose_file();
+    for (const std::string& file : GetParam().files)
+        folder.write(file, "old");
+    const Message_boxes boxes({wxID_NO, wxID_NO});
+    run();
+    for (const std::string& file : GetParam().files)
+        EXPECT_EQ(folder.read(file), "old");
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, failed_compilation_writes_nothing)
+{
+    choose_file();
+    host.compiles = false;
+    const Message_boxes boxes;
+    EXPECT_EQ(run(), GetParam().true_after_failed_compile);
+    EXPECT_THAT(folder.files(), IsEmpty());
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, failed_generation_writes_nothing)
+{
+    choose_file();
+    host.generates = false;
+    const Message_boxes boxes;
+    EXPECT_EQ(run(), GetParam().true_after_failed_compile);
+    EXPECT_THAT(folder.files(), IsEmpty());
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, failed_write_releases_everything)
+{
+    choose_export_file(*exporter, "/no such folder/out");
+    const Message_boxes boxes;
+    run();
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, null_arguments_are_no_selection)
+{
+    choose_file();
+    const Message_boxes boxes;
+    EXPECT_FALSE(exporter->export_shader(nullptr, host.view()));
+    EXPECT_FALSE(exporter->export_shader(host.app(), nullptr));
+}
+
+TEST_P(Export_road, can_be_gone_again_and_again)
+{
+    choose_file();
+    const Message_boxes boxes(std::vector<int>(20, wxID_YES));
+    for (int round = 0; round < 5; ++round)
+        EXPECT_TRUE(run());
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+TEST_P(Export_road, user_copyright_reaches_the_compiler)
+{
+    if (is_renderer_source())
+        GTEST_SKIP() << "the renderer source has none";
+    const Temporary_folder search_path;
+    search_path.write("user_copyright.txt", "(c) \xff");
+    host.search_paths = {search_path.path()};
+    choose_file();
+    run();
+    EXPECT_THAT(host.log(), Contains(EndsWith(".set_option(\"user_copyright\", \"(c) \xff\")")));
+}
+
+TEST_P(Export_road, missing_lights_are_asked_about)
+{
+    if (is_renderer_source() || std::string(GetParam().title) == "Exporter_catia")
+        GTEST_SKIP() << "lights are not needed";
+    shader.functions = {"direct_light"};
+    choose_file();
+    const Message_boxes boxes({wxID_NO});
+    EXPECT_EQ(run(), GetParam().true_after_failed_compile);
+    ASSERT_FALSE(boxes.shown().empty());
+    EXPECT_EQ(boxes.shown()[0].caption, "Tovira - Warning");
+    EXPECT_THAT(folder.files(), IsEmpty());
+    EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+// Whatever single call of the host fails: no crash, and nothing is kept.
+TEST_P(Export_road, host_may_fail_at_any_call)
+{
+    const Temporary_folder search_path;
+    search_path.write("user_copyright.txt", "(c)");
+    choose_file();
+    int failing = 0;
+    int calls = 0;
+    do {
+        ++failing;
+        Recording_host fragile;
+        Scripted_node& node = fragile.add_selected_node("wood");
+        node.is_group = true;
+        node.is_material = true;
+        Scripted_node& surface = fragile.add_node("surface");
+        surface.functions = {"direct_light", "trace"};
+        surface.connect(&fragile.add_node("noise"));
+        node.members = {&surface};
+        node.connect(&surface);
+        fragile.add_light("key");
+        fragile.environment = &fragile.add_node("sky");
+        fragile.volume = &fragile.add_node("fog");
+        fragile.search_paths = {search_path.path()};
+        fragile.set_failing_call(failing);
+        const Message_boxes boxes(std::vector<int>(10, wxID_YES));
+        exporter->export_shader(fragile.app(), fragile.view());
+        EXPECT_THAT(fragile.problems(), IsEmpty()) << "call " << failing << " failed";
+        calls = fragile.fallible_calls();
+    } while (calls >= failing);
+    EXPECT_GT(failing, 8);
+}
+
+INSTANTIATE_TEST_SUITE_P(Exporters, Export_road, ::testing::ValuesIn(road_cases),
+                         [](const auto& info) { return std::string(info.param.title); });
+
+} // namespace TEST
+} // namespace QZ
