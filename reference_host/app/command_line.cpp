@@ -165,7 +165,7 @@ void add_answers(CLI::App& app, Scene_request& scene)
         {{"ask", Overwrite::ask}, {"yes", Overwrite::yes}, {"no", Overwrite::no}});
     add_choice<Missing>(app, "--missing", scene.boxes.missing,
                         "The answer when lights or an environment are missing (default: continue)",
-                        {{"continue", Missing::continue_}, {"cancel", Missing::cancel}});
+                        {{"continue", Missing::proceed}, {"cancel", Missing::cancel}});
     add_repeated(app, "--set", "An option of the exporter's panel", "OPTION=VALUE",
                  [&scene](const std::string& text) { return take_setting(text, scene.options); });
 }

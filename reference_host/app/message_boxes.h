@@ -11,12 +11,12 @@ namespace reference_host
 
 class Message_box_catcher;
 
-enum class Overwrite { ask, yes, no };    // ask: on the terminal; without one: no
-enum class Missing { continue_, cancel }; // lights or an environment that the shader needs
+enum class Overwrite { ask, yes, no };  // ask: on the terminal; without one: no
+enum class Missing { proceed, cancel }; // lights or an environment that the shader needs
 
 struct Box_policy {
     Overwrite overwrite = Overwrite::ask;
-    Missing missing = Missing::continue_;
+    Missing missing = Missing::proceed;
 };
 
 enum class Box_answer { ok, yes, no };

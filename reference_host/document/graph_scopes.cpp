@@ -112,7 +112,7 @@ private:
         if (scope.parent)
             throw Document_error(element.place(), "the node graph '" + element.name() +
                                                       "' stands inside another one");
-        if (Node_definitions::is_implementation(element))
+        if (m_scopes.definitions.is_implementation(element))
             return;
         Member& member = add_name(scope, element);
         Scope& inner = open_scope(&scope, element.name());

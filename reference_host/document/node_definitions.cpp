@@ -46,7 +46,7 @@ Node_definitions::Node_definitions(const std::vector<Element>& document)
                                  "the node definition '" + element.name() + "' exists twice");
     }
     for (const Element& element : document) {
-        if (element.tag() == "nodegraph" && is_implementation(element)) {
+        if (element.tag() == "nodegraph" && element.has("nodedef")) {
             add(element.attribute("nodedef"), element, element);
         } else if (element.tag() == "implementation" && element.has("nodegraph")) {
             const auto graph = graphs.find(element.attribute("nodegraph"));
@@ -61,6 +61,7 @@ Node_definitions::Node_definitions(const std::vector<Element>& document)
 
 void Node_definitions::add(const std::string& nodedef, const Element& graph, const Element& user)
 {
+    m_graphs.insert(graph.id());
     Custom_definition definition;
     definition.graph = graph;
     for (std::string name = nodedef; !name.empty();) {

@@ -7,6 +7,7 @@
 
 #include "reference_host/document/document_files.h"
 
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -34,12 +35,16 @@ public:
     const Custom_definition* find(const Element& node) const;
 
     // Whether the node graph only implements a definition and is no part of the shader graph.
-    static bool is_implementation(const Element& nodegraph) { return nodegraph.has("nodedef"); }
+    bool is_implementation(const Element& nodegraph) const
+    {
+        return m_graphs.count(nodegraph.id()) > 0;
+    }
 
 private:
     void add(const std::string& nodedef, const Element& graph, const Element& user);
     bool fits(const Custom_definition& definition, const Element& node) const;
 
+    std::set<const void*> m_graphs; // the implementations, by their elements' ids
     std::unordered_map<std::string, Element> m_nodedefs;
     std::unordered_map<std::string, std::vector<Custom_definition>> m_by_category;
 };

@@ -212,7 +212,7 @@ TEST_F(Reader, inlines_custom_nodes_inside_custom_nodes)
               <input name="in" type="color3" value="0, 0, 0"/><output name="out" type="color3"/>
             </nodedef>
             <implementation name="IM_twice" nodedef="ND_twice" nodegraph="G"/>
-            <nodegraph name="G" nodedef="ND_twice">
+            <nodegraph name="G">
               <tint name="t" type="color3">
                 <input name="in" type="color3" interfacename="in"/>
               </tint>
@@ -225,6 +225,7 @@ TEST_F(Reader, inlines_custom_nodes_inside_custom_nodes)
     ASSERT_TRUE(parameter);
     EXPECT_EQ("w", parameter->owner);
     EXPECT_DOUBLE_EQ(0.6, parameter->value.numbers[1]);
+    EXPECT_FALSE(m_graph->find_node("G/t/product")) << "the implementation is no part of the graph";
 }
 
 TEST_F(Reader, prefers_the_node_library_to_definitions_of_the_same_form)
