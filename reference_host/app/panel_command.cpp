@@ -1,5 +1,6 @@
-#include "exporter_base/bytes.h"
 #include "reference_host/app/commands.h"
+
+#include "exporter_base/bytes.h"
 #include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/app/wx_runtime.h"

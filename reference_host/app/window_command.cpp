@@ -1,5 +1,6 @@
-#include "exporter_base/bytes.h"
 #include "reference_host/app/commands.h"
+
+#include "exporter_base/bytes.h"
 #include "reference_host/app/export_job.h"
 #include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/opened_document.h"
