@@ -46,6 +46,16 @@ constexpr const char* ramp_output =
     "interval5, color5, interval6, color6, interval7, color7, interval8, color8, "
     "interval9, color9, interval10, color10)";
 
+// The three images that overlap at a point, and their shares.
+#define HEX_TEXEL(number)                                                                          \
+    "let vector3 corner" #number " = hex_corner(place, " #number ".0); "                           \
+    "let T texel" #number " = image(file, hex_place(place, corner" #number                         \
+    ", rotation, rotationrange, scale, scalerange, offset, offsetrange), \"periodic\", "           \
+    "\"periodic\", default); "
+#define HEX_TEXELS                                                                                 \
+    "let vector2 place = texcoord * tiling; " HEX_TEXEL(1) HEX_TEXEL(2)                            \
+        HEX_TEXEL(3) "let vector3 shares = float3(corner1.z, corner2.z, corner3.z); "
+
 constexpr Node_row rows[] = {
     {"image", numbers, image_inputs,
      "T out = image(file, texcoord, uaddressmode, vaddressmode, default)"},
@@ -54,24 +64,21 @@ constexpr Node_row rows[] = {
      "realworldtilesize, \"periodic\", \"periodic\", default)"},
 
     {"hextiledimage", colors, hextiled_inputs,
-     "T out = mix_corners("
-     "image(file, hex_place(texcoord * tiling, 0.0, rotation * rotationrange, "
-     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
-     "image(file, hex_place(texcoord * tiling, 1.0, rotation * rotationrange, "
-     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
-     "image(file, hex_place(texcoord * tiling, 2.0, rotation * rotationrange, "
-     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
-     "hex_weights(texcoord * tiling, falloff))"},
-    {"hextilednormalmap", "", hextiled_normal_inputs,
-     "vector3 out = normal_map(flip_green(mix_corners("
-     "image(file, hex_place(texcoord * tiling, 0.0, rotation * rotationrange, "
-     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
-     "image(file, hex_place(texcoord * tiling, 1.0, rotation * rotationrange, "
-     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
-     "image(file, hex_place(texcoord * tiling, 2.0, rotation * rotationrange, "
-     "hex_range(scale, scalerange), offset * offsetrange), \"periodic\", \"periodic\", default), "
-     "hex_weights(texcoord * tiling, falloff)), flip_g), float2(strength), normal, tangent, "
-     "bitangent)"},
+     HEX_TEXELS
+     "let vector3 luminances = float3(dot(texel1.xyz, lumacoeffs), dot(texel2.xyz, lumacoeffs), "
+     "dot(texel3.xyz, lumacoeffs)); "
+     "T out = mix_corners(texel1, texel2, texel3, "
+     "hex_contrast(hex_weights(shares, falloff), luminances, falloffcontrast))"},
+    {"hextilednormalmap", "vector3", hextiled_normal_inputs,
+     HEX_TEXELS
+     "let vector3 normal1 = hex_normal(texel1, hex_angle(corner1, rotation, rotationrange), "
+     "flip_g); "
+     "let vector3 normal2 = hex_normal(texel2, hex_angle(corner2, rotation, rotationrange), "
+     "flip_g); "
+     "let vector3 normal3 = hex_normal(texel3, hex_angle(corner3, rotation, rotationrange), "
+     "flip_g); "
+     "vector3 out = normal_map(mix_corners(normal1, normal2, normal3, "
+     "hex_weights(shares, falloff)), float2(strength), normal, tangent, bitangent)"},
     {"latlongimage", "", "filename file, color3 default, vector3 viewdir, float rotation",
      "color3 out = image(file, latlong_place(viewdir, rotation), \"periodic\", \"periodic\", "
      "default)"},
@@ -93,18 +100,22 @@ constexpr Node_row rows[] = {
      "color4 prev_color = 0 0 0 1, integer interval_num = 1, integer num_intervals = 2",
      "color4 out = interval_num < num_intervals ? "
      "ramp_step(x, interval1, interval2, color1, color2, interpolation, prev_color) : prev_color"},
+    // The left is u = 0, the top v = 1.
     {"ramplr", numbers, "T valuel, T valuer, vector2 texcoord = texcoord",
      "T out = mix(valuel, valuer, saturate(texcoord.x))"},
     {"ramptb", numbers, "T valuet, T valueb, vector2 texcoord = texcoord",
-     "T out = mix(valuet, valueb, saturate(texcoord.y))"},
+     "T out = mix(valueb, valuet, saturate(texcoord.y))"},
     {"ramp4", numbers, "T valuetl, T valuetr, T valuebl, T valuebr, vector2 texcoord = texcoord",
-     "T out = mix(mix(valuetl, valuetr, saturate(texcoord.x)), "
-     "mix(valuebl, valuebr, saturate(texcoord.x)), saturate(texcoord.y))"},
+     "let vector2 place = saturate(texcoord); "
+     "T out = mix(mix(valuebl, valuebr, place.x), mix(valuetl, valuetr, place.x), place.y)"},
     {"splitlr", numbers, "T valuel, T valuer, float center = 0.5, vector2 texcoord = texcoord",
      "T out = mix(valuel, valuer, anti_aliased_step(center, texcoord.x))"},
     {"splittb", numbers, "T valuet, T valueb, float center = 0.5, vector2 texcoord = texcoord",
-     "T out = mix(valuet, valueb, anti_aliased_step(center, texcoord.y))"},
+     "T out = mix(valueb, valuet, anti_aliased_step(center, texcoord.y))"},
 };
+
+#undef HEX_TEXELS
+#undef HEX_TEXEL
 
 } // namespace
 

@@ -122,10 +122,6 @@ constexpr const char* texts[] = {
     normal = normal.z < 0.0 ? -normal : normal;
     return normalize(normal + float3(0.0, 0.0, 0.0000001)) * 0.5 + 0.5;
 })",
-    R"(float3 flip_green(float3 texel, bool flipped)
-{
-    return flipped ? float3(texel.x, 1.0 - texel.y, texel.z) : texel;
-})",
     R"(float3 normal_map(float3 texel, float2 scale, float3 normal, float3 tangent, float3 bitangent)
 {
     float3 offset = texel * 2.0 - 1.0;

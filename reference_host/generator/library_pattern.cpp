@@ -32,38 +32,63 @@ constexpr const char* texts[] = {
 {
     return float2(uv.x * 3.4641016 - uv.y * 2.0, uv.y * 4.0);
 })",
-    R"(float3 hex_weights(float2 uv, float falloff)
-{
-    float2 f = fract(hex_skewed(uv));
-    float z = 1.0 - f.x - f.y;
-    float3 weights = z > 0.0 ? float3(z, f.y, f.x) : float3(-z, 1.0 - f.y, 1.0 - f.x);
-    weights = pow(max(weights, 0.00001), float3(7.0 - 6.0 * falloff));
-    return weights / (weights.x + weights.y + weights.z);
-})",
-    R"(float2 hex_corner(float2 uv, float corner)
+    // One of the three centers as column and row, and its share. A center has one number in all the
+    // triangles around it: neighbouring pixels read the same image under the same number, so that
+    // mipmaps show no seams, and what another center takes over has no share there.
+    R"(float3 hex_corner(float2 uv, float number)
 {
     float2 skewed = hex_skewed(uv);
-    float2 f = fract(skewed);
+    float2 base = floor(skewed);
+    float2 f = skewed - base;
     float upper = step(1.0, f.x + f.y);
-    float2 step_aside = corner < 0.5 ? float2(upper)
-                      : (corner < 1.5 ? float2(upper, 1.0 - upper) : float2(1.0 - upper, upper));
-    return floor(skewed) + step_aside;
+    float turn = modulo(number - base.x + base.y + 0.5, 3.0);
+    float2 shares = mix(f, 1.0 - f.yx, upper);
+    float3 first = float3(base + upper, abs(1.0 - f.x - f.y));
+    float3 second = float3(base + float2(1.0, 0.0), shares.x);
+    float3 third = float3(base + float2(0.0, 1.0), shares.y);
+    return turn < 1.0 ? first : (turn < 2.0 ? second : third);
 })",
-    // A range of scales that is narrowed towards 1.
-    R"(float2 hex_range(float scale, float2 range)
+    R"(float hex_angle(float3 corner, float rotation, float2 range)
 {
-    return mix(float2(1.0), range, scale);
+    return mix(range.x, range.y, random_point(hash_2d(corner.xy)).x * rotation);
 })",
-    // Texture coordinates of the image that belongs to a corner: turned, scaled and moved at
+    // Texture coordinates of the image that belongs to a center: turned, scaled and moved at
     // random.
-    R"(float2 hex_place(float2 uv, float corner, float2 rotations, float2 scales, float2 offsets)
+    R"(float2 hex_place(float2 uv, float3 corner, float rotation, float2 rotations, float scale,
+                 float2 scales, float offset, float2 offsets)
 {
-    float2 center = hex_corner(uv, corner);
-    float3 random = random_point(hash_2d(center));
-    float2 middle = float2((center.x + center.y * 0.5) * 0.28867513, center.y * 0.25);
-    float2 turned = rotate_2d(uv - middle, mix(rotations.x, rotations.y, random.x));
-    return turned / mix(scales.x, scales.y, random.y) + middle
-         + mix(float2(offsets.x), float2(offsets.y), random.xz);
+    float3 random = random_point(hash_2d(corner.xy));
+    float2 center = float2((corner.x + corner.y * 0.5) * 0.28867513, corner.y * 0.25);
+    float2 turned = rotate_2d(uv - center, hex_angle(corner, rotation, rotations));
+    return turned / mix(1.0, mix(scales.x, scales.y, random.y), scale) + center
+         + mix(float2(offsets.x), float2(offsets.y), random.xz * offset);
+})",
+    // The normal of an image that hex_place turned.
+    R"(float3 hex_normal(float3 texel, float degrees, bool flip_g)
+{
+    float3 normal = texel * 2.0 - 1.0;
+    float2 slope = float2(normal.x, flip_g ? -normal.y : normal.y);
+    return float3(rotate_2d(slope, -degrees), normal.z) * 0.5 + 0.5;
+})",
+    // Schlick, "Fast Alternatives to Perlin's Bias and Gain Functions", Graphics Gems IV.
+    R"(float schlick_gain(float x, float amount)
+{
+    float bend = (1.0 / clamp(amount, 0.001, 0.999) - 2.0) * (1.0 - 2.0 * x);
+    return x < 0.5 ? x / (bend + 1.0) : (bend - x) / (bend - 1.0);
+})",
+    R"(float3 hex_weights(float3 shares, float falloff)
+{
+    float3 weights = pow(max(shares, 0.00001), float3(7.0));
+    weights /= weights.x + weights.y + weights.z;
+    weights = float3(schlick_gain(weights.x, falloff), schlick_gain(weights.y, falloff),
+                     schlick_gain(weights.z, falloff));
+    return weights / (weights.x + weights.y + weights.z);
+})",
+    // Bright images push dark ones back.
+    R"(float3 hex_contrast(float3 weights, float3 luminances, float contrast)
+{
+    float3 changed = weights * mix(float3(1.0), max(luminances, 0.00001), contrast);
+    return changed / (changed.x + changed.y + changed.z);
 })",
 
     R"(float checker(float2 p)
@@ -85,7 +110,8 @@ constexpr const char* texts[] = {
 {
     float2 q = abs(p);
     float leaf = radius * 0.5;
-    return max(step(distance(q, float2(leaf, 0.0)), leaf), step(distance(q, float2(0.0, leaf)), leaf));
+    return max(step(distance(q, float2(leaf, 0.0)), leaf),
+               step(distance(q, float2(0.0, leaf)), leaf));
 })",
     R"(float hexagon(float2 p, float radius)
 {
