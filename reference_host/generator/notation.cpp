@@ -58,6 +58,24 @@ public:
         } while (!at_end());
     }
 
+    // Passes over one expression and stops before the sign that ends it.
+    void skip_expression()
+    {
+        int depth = 0;
+        int choices = 0;
+        for (; !at_end(); take()) {
+            const std::string_view word = peek();
+            const bool ends = word == ")" || word == "]" || word == "," || word == ";" ||
+                              (word == ":" && choices == 0);
+            if (depth == 0 && ends)
+                return;
+            depth += word == "(" || word == "[";
+            depth -= word == ")" || word == "]";
+            choices += depth == 0 && word == "?";
+            choices -= depth == 0 && word == ":";
+        }
+    }
+
 private:
     static void skip_blanks(std::string_view& text)
     {
@@ -279,14 +297,28 @@ private:
         const Expr condition = operation(1);
         if (!m_words.accept("?"))
             return condition;
+        if (is_true(condition) || is_false(condition))
+            return taken_branch(is_true(condition));
         const Expr a = expression();
         m_words.expect(":");
         const Expr b = expression();
-        const bool same = is_true(condition) || is_false(condition);
         const Shading_type& wider =
             component_count(a->type) >= component_count(b->type) ? a->type : b->type;
-        return same ? choose(condition, a, b)
-                    : choose(condition, fitting(a, wider), fitting(b, wider));
+        return choose(condition, fitting(a, wider), fitting(b, wider));
+    }
+
+    // The other branch need not be meaningful, and asks for nothing.
+    Expr taken_branch(bool is_first)
+    {
+        if (!is_first) {
+            m_words.skip_expression();
+            m_words.expect(":");
+            return expression();
+        }
+        const Expr taken = expression();
+        m_words.expect(":");
+        m_words.skip_expression();
+        return taken;
     }
 
     Expr operation(int level)

@@ -15,8 +15,8 @@
 // gives it a meaning. Statements: declaration, assignment (= += -= *= /=), if/else, the loop above,
 // return, clip(x) (ends the fragment where x is below zero). Expressions: + - * / comparisons && ||
 // ! ?: calls, constructors ("float3(x)" repeats x), members, swizzles of xyzw, indices. Scalars
-// combine with vectors. An "if" with a condition that is known at generation leaves only the taken
-// branch; the other one need not even be meaningful.
+// combine with vectors. An "if" or "?:" with a condition that is known at generation leaves only
+// the taken branch; the other one need not even be meaningful.
 #ifndef REFERENCE_HOST_GENERATOR_NOTATION_H
 #define REFERENCE_HOST_GENERATOR_NOTATION_H
 
