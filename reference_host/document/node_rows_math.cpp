@@ -13,9 +13,11 @@ constexpr const char* matrices = "matrix33 matrix44";
 
 constexpr Node_row rows[] = {
     {"add", numbers, "T in1, T|float in2", "T out = in1 + in2"},
-    {"add", "integer matrix33 matrix44", "T in1, T in2", "T out = in1 + in2"},
+    {"add", "integer", "T in1, T in2", "T out = in1 + in2"},
+    {"add", matrices, "T in1 = identity, T|float in2", "T out = in1 + in2"},
     {"subtract", numbers, "T in1, T|float in2", "T out = in1 - in2"},
-    {"subtract", "integer matrix33 matrix44", "T in1, T in2", "T out = in1 - in2"},
+    {"subtract", "integer", "T in1, T in2", "T out = in1 - in2"},
+    {"subtract", matrices, "T in1 = identity, T|float in2", "T out = in1 - in2"},
     {"multiply", numbers, "T in1, T|float in2 = 1", "T out = in1 * in2"},
     {"multiply", "integer", "T in1, T in2 = 1", "T out = in1 * in2"},
     {"multiply", matrices, "T in1 = identity, T in2 = identity", "T out = row_product(in1, in2)"},
