@@ -277,8 +277,8 @@ TEST_F(Exporter_3dsmax_test, host_objects_are_taken_and_released_in_order)
             calls.push_back(call);
     EXPECT_THAT(std::vector<std::string>(calls.begin(), calls.begin() + 6),
                 ElementsAre("view.get_selected_node(0)", "wood.get_shader_type()",
-                            "app.get_interface(2)", "app.get_interface(1)",
-                            "compiler.get_errors()", "compiler.create_options()"));
+                            "app.get_interface(2)", "app.get_interface(1)", "compiler.get_errors()",
+                            "compiler.create_options()"));
     EXPECT_THAT(last_releases(7), ElementsAre("shader 1", "unit 1", "options 1", "errors", "wood",
                                               "compiler", "preferences"));
     EXPECT_THAT(host.calls("preferences.get"), IsEmpty());
