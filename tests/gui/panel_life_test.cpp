@@ -339,8 +339,8 @@ long resident_kilobytes()
 
 TEST_F(Panel_life, two_hundred_openings_and_closings_leave_nothing_behind)
 {
-    constexpr int warm_up = 50; // caches of the toolkit fill up
-    constexpr long allowed_kilobytes = 4096;
+    constexpr int warm_up = 50;               // caches of the toolkit fill up
+    constexpr long allowed_kilobytes = 16384; // panels that stay would take several times as much
     const auto open_and_close = [this](int times) {
         for (int i = 0; i < times; ++i) {
             open_panel(*exporter, 400);
@@ -354,7 +354,9 @@ TEST_F(Panel_life, two_hundred_openings_and_closings_leave_nothing_behind)
     open_and_close(200);
     EXPECT_EQ(panels(), 0u);
     EXPECT_EQ(toplevel_windows().size(), windows);
+#ifndef __SANITIZE_ADDRESS__ // which holds freed memory back
     EXPECT_LT(resident_kilobytes() - before, allowed_kilobytes);
+#endif
     RecordProperty("growth_in_kilobytes", static_cast<int>(resident_kilobytes() - before));
 }
 

@@ -81,21 +81,32 @@ void type_text(const std::string& text)
         press_symbol(static_cast<KeySym>(static_cast<unsigned char>(character)));
 }
 
-void click(wxWindow* window, const wxPoint& at)
+void point_at(wxWindow* window, const wxPoint& at)
 {
-    constexpr unsigned int left_button = 1;
     constexpr int current_screen = -1;
     const wxPoint on_screen = window->ClientToScreen(at);
     XTestFakeMotionEvent(server(), current_screen, on_screen.x, on_screen.y, CurrentTime);
-    XTestFakeButtonEvent(server(), left_button, True, CurrentTime);
-    XTestFakeButtonEvent(server(), left_button, False, CurrentTime);
     XSync(server(), False);
 }
 
-void click(wxWindow* window)
+bool is_pointed_at(wxWindow* window)
 {
-    const wxSize size = window->GetClientSize();
-    click(window, wxPoint(size.x / 2, size.y / 2));
+    int x = 0;
+    int y = 0;
+    void* widget = nullptr;
+    if (void* inner = gtk_function<void*(int*, int*)>("gdk_window_at_pointer")(&x, &y))
+        gtk_function<void(void*, void**)>("gdk_window_get_user_data")(inner, &widget);
+    void* control = window->GetHandle();
+    return widget && (widget == control ||
+                      gtk_function<int(void*, void*)>("gtk_widget_is_ancestor")(widget, control));
+}
+
+void press_button()
+{
+    constexpr unsigned int left_button = 1;
+    XTestFakeButtonEvent(server(), left_button, True, CurrentTime);
+    XTestFakeButtonEvent(server(), left_button, False, CurrentTime);
+    XSync(server(), False);
 }
 
 } // namespace TEST

@@ -27,11 +27,13 @@ void press_key(const std::string& held, const std::string& key);
 // Types ASCII letters, digits and the signs in use in file names.
 void type_text(const std::string& text);
 
-// Clicks with the left button, `at` pixels from the upper left corner of a window.
-void click(wxWindow* window, const wxPoint& at);
+// Moves the pointer `at` pixels from the upper left corner of a control. The toolkit puts what has
+// been laid out in its place later: a click hits the control as soon as is_pointed_at says so.
+void point_at(wxWindow* control, const wxPoint& at);
+bool is_pointed_at(wxWindow* control);
 
-// Clicks into the middle.
-void click(wxWindow* window);
+// Presses and releases the left button where the pointer is.
+void press_button();
 
 } // namespace TEST
 } // namespace QZ
