@@ -101,7 +101,7 @@ public:
                 if (expression.op == Op::variable)
                     m_used.insert(expression.name);
             });
-        check_samplers();
+        check_texture_count(m_code, m_used, m_options);
         return head() + sas_global() + transforms_text() + scene_text() + parameters_text(false) +
                textures_text() + parameters_text(true) + section("shading state") +
                structures_text(m_code, &streams, m_printer) + interfaces_text() +
@@ -271,16 +271,6 @@ private:
                "    Texture = " +
                std::string(m_words.texture_binding[0]) + "oit_depth_map" +
                m_words.texture_binding[1] + ";\n};\n";
-    }
-
-    void check_samplers() const
-    {
-        std::size_t count = m_options.use_oit ? 1 : 0;
-        for (const Texture& texture : m_code.uniforms().textures())
-            count += m_used.count(sampler_name(texture));
-        if (count > 16)
-            throw Notation_error("shader \"" + m_code.name() + "\" reads " + std::to_string(count) +
-                                 " textures; 16 is the limit");
     }
 
     std::string whole_iterator() const

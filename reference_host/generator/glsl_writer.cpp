@@ -42,6 +42,7 @@ public:
     {
         std::set<std::string> used = variables_in(m_fragment_body);
         used.merge(m_code.used_variables());
+        check_texture_count(m_code, used, m_options);
         std::string text = head("fragment") + uniforms_text(used) + textures_text(used);
         text += streams_text("varying", "in", "fragment_", m_streams.varyings());
         text += m_modern ? "\nout vec4 fragment_color;\n" : "";

@@ -57,6 +57,9 @@ Expr Graph_builder::shader_expression(const std::string& text)
             evaluate(*given.source);
     m_current = &m_shader;
     m_definition = find_definition(m_shader);
+    for (const Output_definition& shared : m_definition->shared)
+        if (!m_shared.count(shared.name))
+            m_shared[shared.name] = compute(shared, m_prefix + shared.name);
     return parsed(text);
 }
 
@@ -163,8 +166,10 @@ Expr Graph_builder::input(const Node& node, const Input_definition& defined)
         return as_type(connected(*given), shading_type(defined.type));
     if (given->parameter) {
         const Type type = given->parameter->value.type;
-        return shading_type(type) == Kind::text ? text_literal(given->parameter->value.text)
-                                                : m_context.uniforms.exposed(*given->parameter);
+        return shading_type(type) == Kind::text
+                   ? text_literal(given->parameter->value.text)
+                   : m_context.uniforms.exposed(*given->parameter, given->parameter->literal &&
+                                                                       !m_context.ignores_literal);
     }
     return given_value(node, *given, defined);
 }

@@ -23,6 +23,7 @@ struct Build_context {
     const Text_options& options;
     Space internal_space;       // camera or world
     std::string sampler_suffix; // of a texture's name
+    bool ignores_literal;       // literal parameters are ordinary ones
     Program& program;
     Names& names;
     Uniforms& uniforms;

@@ -413,6 +413,8 @@ private:
         }
         if (word == "true" || word == "false")
             return boolean_literal(word == "true");
+        if (!word.empty() && word[0] == '"' && (word.size() < 2 || word.back() != '"'))
+            throw Notation_error("a text does not end");
         if (!word.empty() && word[0] == '"')
             return text_literal(word.substr(1, word.size() - 2));
         if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0])))

@@ -107,8 +107,14 @@ Shader_code::Shader_code(const Shader_request& request, const Text_options& opti
       m_options(options),
       m_language(language),
       m_internal_space(internal_space_of(request, options, language)),
-      m_context{options,    m_internal_space, sampler_suffix(options, language), m_program, m_names,
-                m_uniforms, diagnostics}
+      m_context{options,
+                m_internal_space,
+                sampler_suffix(options, language),
+                request.options.ignore_literal,
+                m_program,
+                m_names,
+                m_uniforms,
+                diagnostics}
 {
     const std::string& given =
         options.shader_name.empty() ? request.selected->name : options.shader_name;

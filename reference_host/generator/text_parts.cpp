@@ -125,4 +125,16 @@ std::string texture_path(const Texture& texture, const Generator_settings& setti
     return settings.texture_path ? settings.texture_path(texture.file) : texture.file;
 }
 
+void check_texture_count(const Shader_code& code, const std::set<std::string>& used,
+                         const Text_options& options)
+{
+    constexpr std::size_t limit = 16; // samplers of shader model 3 and of OpenGL 2.1
+    std::size_t count = options.use_oit ? 1 : 0;
+    for (const Texture& texture : code.uniforms().textures())
+        count += used.count(texture.name) + used.count(texture.name + "_sampler");
+    if (count > limit)
+        throw Notation_error("it reads " + std::to_string(count) + " textures; " +
+                             std::to_string(limit) + " is the limit");
+}
+
 } // namespace reference_host

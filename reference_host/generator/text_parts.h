@@ -39,6 +39,11 @@ std::string one_line(const std::string& text);
 // The file of a texture as it stands in the text.
 std::string texture_path(const Texture& texture, const Generator_settings& settings);
 
+// Throws Notation_error when the text reads more textures than a fragment program may. `used` has
+// the names of all variables of the text.
+void check_texture_count(const Shader_code& code, const std::set<std::string>& used,
+                         const Text_options& options);
+
 } // namespace reference_host
 
 #endif

@@ -49,12 +49,12 @@ Expr Uniforms::add(const std::string& name, const Value& value, const Ui_hints& 
     return variable(shading_type(value.type), parameter.name);
 }
 
-Expr Uniforms::exposed(const Parameter& parameter)
+Expr Uniforms::exposed(const Parameter& parameter, bool constant)
 {
     Expr& made = m_exposed[&parameter];
     if (!made)
         made = add(parameter.name, to_working_space(parameter.value, parameter.color_space),
-                   parameter.ui, {}, parameter.literal, false);
+                   parameter.ui, {}, constant, false);
     return made;
 }
 

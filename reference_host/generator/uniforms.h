@@ -45,8 +45,8 @@ class Uniforms
 public:
     explicit Uniforms(Names& names) : m_names(names) {}
 
-    // The variable of a parameter that the document exposes.
-    Expr exposed(const Parameter& parameter);
+    // The variable of a parameter that the document exposes; a constant one is not to be changed.
+    Expr exposed(const Parameter& parameter, bool constant);
 
     // The variable of an input that holds a value. `name` is the input's for the artist; the range
     // is that of the node's definition.
