@@ -70,7 +70,7 @@ TEST_F(Program, lists_the_nodes_of_a_document_with_their_places)
     run({"nodes", sample("wood_textured")});
     EXPECT_EQ(0, m_status);
     EXPECT_THAT(m_output, HasSubstr("Planks/grain  tiledimage  color3  " SOURCE_FOLDER
-                                    "/samples/wood_textured.mtlx:7\n"));
+                                    "/samples/wood_textured.mtlx:8\n"));
 }
 
 TEST_F(Program, writes_the_file_and_says_so)
