@@ -22,9 +22,9 @@ constexpr const char* switched =
 
 constexpr Node_row rows[] = {
     {"dot", any, "T in, string note", "T out = in"},
-    {"dot", "boolean", "T in, string note", "T out = in"},
+    {"dot", "boolean string filename", "T in, string note", "T out = in"},
     {"constant", any, "T value", "T out = value"},
-    {"constant", "boolean", "T value", "T out = value"},
+    {"constant", "boolean string filename", "T value", "T out = value"},
 
     {"convert", scalars, "T in", "float out = float(in)"},
     {"convert", scalars, "T in", "integer out = int(in)"},

@@ -7,24 +7,14 @@ namespace reference_host
 namespace
 {
 
-constexpr const char* noise_2d_inputs =
-    "T|float amplitude = 1, float pivot = 0, vector2 texcoord = texcoord";
-constexpr const char* noise_3d_inputs =
-    "T|float amplitude = 1, float pivot = 0, vector3 position = position";
-constexpr const char* fractal_2d_inputs =
-    "T|float amplitude = 1, integer octaves = 3 [1 8], float lacunarity = 2, float diminish = 0.5, "
-    "vector2 texcoord = texcoord";
-constexpr const char* fractal_3d_inputs =
-    "T|float amplitude = 1, integer octaves = 3 [1 8], float lacunarity = 2, float diminish = 0.5, "
-    "vector3 position = position";
-// Colours have the amplitudes of vectors.
-constexpr const char* color_noise_2d_inputs =
-    "vector3|float amplitude = 1, float pivot = 0, vector2 texcoord = texcoord";
-constexpr const char* color_noise_3d_inputs =
-    "vector3|float amplitude = 1, float pivot = 0, vector3 position = position";
-constexpr const char* color_fractal_3d_inputs =
-    "vector3|float amplitude = 1, integer octaves = 3 [1 8], float lacunarity = 2, "
-    "float diminish = 0.5, vector3 position = position";
+// The amplitude has the output's type or is one number; colours take the vector of their size.
+#define NOISE_INPUTS(amplitude, place) amplitude " amplitude = 1, float pivot = 0, " place
+#define FRACTAL_INPUTS(amplitude, place)                                                           \
+    amplitude " amplitude = 1, integer octaves = 3 [1 8], float lacunarity = 2, "                  \
+              "float diminish = 0.5, " place
+#define ON_SURFACE "vector2 texcoord = texcoord"
+#define IN_SPACE "vector3 position = position"
+
 constexpr const char* worley_2d_inputs =
     "vector2 texcoord = texcoord, float jitter = 1 [0 1], integer style = 0";
 constexpr const char* worley_3d_inputs =
@@ -52,34 +42,42 @@ constexpr const char* shape_pattern_inputs =
     "float size = 0.5, boolean staggered = false";
 
 constexpr Node_row rows[] = {
-    {"noise2d", "float", noise_2d_inputs, "T out = amplitude * noise_2d(texcoord) + pivot"},
-    {"noise2d", "vector2 vector3 vector4 color4", noise_2d_inputs,
+    {"noise2d", "float", NOISE_INPUTS("float", ON_SURFACE),
+     "T out = amplitude * noise_2d(texcoord) + pivot"},
+    {"noise2d", "vector2 vector3 vector4", NOISE_INPUTS("T|float", ON_SURFACE),
      "T out = amplitude * T(noises_2d(texcoord)) + pivot"},
-    {"noise2d", "color3", color_noise_2d_inputs,
+    {"noise2d", "color3", NOISE_INPUTS("vector3|float", ON_SURFACE),
      "T out = amplitude * T(noises_2d(texcoord)) + pivot"},
-    {"noise3d", "float", noise_3d_inputs, "T out = amplitude * noise_3d(position) + pivot"},
-    {"noise3d", "vector2 vector3 vector4 color4", noise_3d_inputs,
+    {"noise2d", "color4", NOISE_INPUTS("vector4|float", ON_SURFACE),
+     "T out = amplitude * T(noises_2d(texcoord)) + pivot"},
+    {"noise3d", "float", NOISE_INPUTS("float", IN_SPACE),
+     "T out = amplitude * noise_3d(position) + pivot"},
+    {"noise3d", "vector2 vector3 vector4", NOISE_INPUTS("T|float", IN_SPACE),
      "T out = amplitude * T(noises_3d(position)) + pivot"},
-    {"noise3d", "color3", color_noise_3d_inputs,
+    {"noise3d", "color3", NOISE_INPUTS("vector3|float", IN_SPACE),
      "T out = amplitude * T(noises_3d(position)) + pivot"},
-    {"fractal2d", "float", fractal_2d_inputs,
+    {"noise3d", "color4", NOISE_INPUTS("vector4|float", IN_SPACE),
+     "T out = amplitude * T(noises_3d(position)) + pivot"},
+    {"fractal2d", "float", FRACTAL_INPUTS("float", ON_SURFACE),
      "T out = amplitude * fractal_2d(texcoord, octaves, lacunarity, diminish)"},
-    {"fractal2d", "vector2 vector3 vector4 color3 color4", fractal_2d_inputs,
+    {"fractal2d", "vector2 vector3 vector4", FRACTAL_INPUTS("T|float", ON_SURFACE),
      "T out = amplitude * T(fractals_2d(texcoord, octaves, lacunarity, diminish))"},
-    {"fractal3d", "float", fractal_3d_inputs,
+    {"fractal2d", "color3", FRACTAL_INPUTS("vector3|float", ON_SURFACE),
+     "T out = amplitude * T(fractals_2d(texcoord, octaves, lacunarity, diminish))"},
+    {"fractal2d", "color4", FRACTAL_INPUTS("vector4|float", ON_SURFACE),
+     "T out = amplitude * T(fractals_2d(texcoord, octaves, lacunarity, diminish))"},
+    {"fractal3d", "float", FRACTAL_INPUTS("float", IN_SPACE),
      "T out = amplitude * fractal_3d(position, octaves, lacunarity, diminish)"},
-    {"fractal3d", "vector2 vector3 vector4 color4", fractal_3d_inputs,
+    {"fractal3d", "vector2 vector3 vector4", FRACTAL_INPUTS("T|float", IN_SPACE),
      "T out = amplitude * T(fractals_3d(position, octaves, lacunarity, diminish))"},
-    {"fractal3d", "color3", color_fractal_3d_inputs,
+    {"fractal3d", "color3", FRACTAL_INPUTS("vector3|float", IN_SPACE),
      "T out = amplitude * T(fractals_3d(position, octaves, lacunarity, diminish))"},
-    {"cellnoise2d", "", "vector2 texcoord = texcoord",
-     "float out = hash_2d(floor(texcoord)) / 288.0"},
-    {"cellnoise2d", "", "vector2 texcoord = texcoord",
-     "vector3 out = random_point(hash_2d(floor(texcoord)))"},
-    {"cellnoise3d", "", "vector3 position = position",
-     "float out = hash_3d(floor(position)) / 288.0"},
-    {"cellnoise3d", "", "vector3 position = position",
-     "vector3 out = random_point(hash_3d(floor(position)))"},
+    {"fractal3d", "color4", FRACTAL_INPUTS("vector4|float", IN_SPACE),
+     "T out = amplitude * T(fractals_3d(position, octaves, lacunarity, diminish))"},
+    {"cellnoise2d", "", ON_SURFACE, "float out = hash_2d(floor(texcoord)) / 288.0"},
+    {"cellnoise2d", "", ON_SURFACE, "vector3 out = random_point(hash_2d(floor(texcoord)))"},
+    {"cellnoise3d", "", IN_SPACE, "float out = hash_3d(floor(position)) / 288.0"},
+    {"cellnoise3d", "", IN_SPACE, "vector3 out = random_point(hash_3d(floor(position)))"},
     {"worleynoise2d", "float vector2 vector3", worley_2d_inputs,
      "T out = T(style == 0 ? worley_2d(texcoord, jitter) : worley_cell_2d(texcoord, jitter))"},
     {"worleynoise3d", "float vector2 vector3", worley_3d_inputs,
@@ -143,6 +141,11 @@ constexpr Node_row rows[] = {
      "let color3 index = artistic_ior(reflectivity, edge_color); color3 ior = index; "
      "color3 extinction = artistic_extinction(reflectivity, index)"},
 };
+
+#undef NOISE_INPUTS
+#undef FRACTAL_INPUTS
+#undef ON_SURFACE
+#undef IN_SPACE
 
 } // namespace
 
