@@ -23,19 +23,6 @@ using namespace TOVIRAEXPORT;
 constexpr int widths[] = {280, 400, 800};
 constexpr int container_border = 5; // around the panel
 
-class Panel_geometry : public Window_test
-{
-protected:
-    // Shows the panel as the host does: in an area of its width and of the height it asked for.
-    void show(Exporter_base& exporter, int width)
-    {
-        const int height = exporter.create_ui(handle(), width, nullptr);
-        container()->GetParent()->SetClientSize(width + 2 * container_border,
-                                                height + 2 * container_border);
-        exporter.set_ui_size(width, height);
-    }
-};
-
 bool is_group_box(wxWindow* window)
 {
     return dynamic_cast<wxStaticBox*>(window) != nullptr;
@@ -95,14 +82,32 @@ std::vector<std::string> misplaced_in_boxes(wxWindow* panel)
     return faults;
 }
 
+class Panel_geometry : public Window_test
+{
+protected:
+    // Shows the panel as the host does, in an area of its width and of the height it asked for, and
+    // waits: sizes of windows arrive when they like, and GTK settles its styles on the screen.
+    wxWindow* show(Exporter_base& exporter, int width)
+    {
+        const int height = exporter.create_ui(handle(), width, nullptr);
+        const wxSize area(width + 2 * container_border, height + 2 * container_border);
+        container()->GetParent()->SetClientSize(area);
+        exporter.set_ui_size(width, height);
+        wxWindow* panel = exporter.get_top_panel();
+        wait_until([&] {
+            return container()->GetSize() == area && panel->GetSize() == wxSize(width, height) &&
+                   faults_of(panel).empty();
+        });
+        return panel;
+    }
+};
+
 TEST_F(Panel_geometry, every_control_is_whole_inside_the_panel_and_overlaps_no_other)
 {
     for (const auto& exporter : make_every_exporter()) {
         for (const int width : widths) {
             SCOPED_TRACE(std::string(exporter->get_name()) + " at " + std::to_string(width));
-            show(*exporter, width);
-            wxWindow* panel = exporter->get_top_panel();
-            wait_until([panel] { return faults_of(panel).empty(); }); // GTK settles its styles
+            wxWindow* panel = show(*exporter, width);
             EXPECT_EQ(faults_of(panel), std::vector<std::string>());
             EXPECT_EQ(misplaced_in_boxes(panel), std::vector<std::string>());
             EXPECT_EQ(panel->GetSize().x, width);
@@ -116,9 +121,7 @@ TEST_F(Panel_geometry, controls_stand_in_the_order_in_which_they_were_made)
 {
     for (const auto& exporter : make_every_exporter()) {
         SCOPED_TRACE(exporter->get_name());
-        show(*exporter, 400);
-        wxWindow* panel = exporter->get_top_panel();
-        wait_until([panel] { return faults_of(panel).empty(); });
+        wxWindow* panel = show(*exporter, 400);
         wxWindow* before = nullptr;
         for (wxWindow* control : controls_of(panel)) {
             if (is_group_box(control))
@@ -150,9 +153,7 @@ TEST_F(Panel_geometry, fields_and_labels_of_a_row_are_centred_on_each_other)
     };
     constexpr int rounding = 1;
     for (const auto& exporter : make_every_exporter()) {
-        show(*exporter, 400);
-        wxWindow* panel = exporter->get_top_panel();
-        wait_until([panel] { return faults_of(panel).empty(); });
+        wxWindow* panel = show(*exporter, 400);
         for (const auto& row : rows) {
             wxWindow* field = panel->FindWindow(row.field);
             if (!field)
@@ -170,9 +171,7 @@ TEST_F(Panel_geometry, browse_buttons_stand_below_each_other)
 {
     for (const int width : widths) {
         for (const auto& exporter : make_every_exporter()) {
-            show(*exporter, width);
-            wxWindow* panel = exporter->get_top_panel();
-            wait_until([panel] { return faults_of(panel).empty(); });
+            wxWindow* panel = show(*exporter, width);
             if (wxWindow* button = panel->FindWindow(ID_ANNOTATION_MAP_BROWSE)) {
                 const wxWindow* other = panel->FindWindow(ID_EXPORTFILE_BROWSE);
                 EXPECT_EQ(button->GetRect().x, other->GetRect().x);
