@@ -39,7 +39,7 @@ void keep_field_sizes(wxWindow* panel)
 {
     for (wxWindowList::compatibility_iterator node = panel->GetChildren().GetFirst(); node;
          node = node->GetNext())
-        if (wxTextCtrl* field = wxDynamicCast(node->GetData(), wxTextCtrl))
+        if (wxTextCtrl* field = dynamic_cast<wxTextCtrl*>(node->GetData()))
             field->SetMinSize(field->GetBestSize());
 }
 
