@@ -269,6 +269,12 @@ Expr swizzle(const Expr& vector, const std::string& channels)
             numbers[i] = vector->numbers[std::string("xyzw").find(channels[i])];
         return literal(type, numbers);
     }
+    if (vector->op == Op::swizzle) {
+        std::string composed;
+        for (const char channel : channels)
+            composed += vector->name[std::string("xyzw").find(channel)];
+        return swizzle(vector->operands[0], composed);
+    }
     if (vector->op == Op::construct && vector->operands.size() == 1) // all components are equal
         return splat(vector->operands[0], type);
     return make(Op::swizzle, type, channels, {vector});

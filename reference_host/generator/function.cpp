@@ -1,6 +1,7 @@
 #include "reference_host/generator/function.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 
 namespace reference_host
@@ -52,6 +53,11 @@ Statement comment(const std::string& text)
     Statement statement;
     statement.name = text;
     return statement;
+}
+
+void append(Statements& statements, Statements more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(statements));
 }
 
 void visit(const Statements& statements, const std::function<void(const Expression&)>& visitor)

@@ -57,6 +57,9 @@ struct Structure {
     std::vector<Variable_declaration> fields;
 };
 
+// Moves statements to the end of others.
+void append(Statements& statements, Statements more);
+
 // Calls `visitor` for every expression below the statements, operands included.
 void visit(const Statements& statements, const std::function<void(const Expression&)>& visitor);
 

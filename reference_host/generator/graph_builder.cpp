@@ -5,6 +5,7 @@
 #include "reference_host/generator/transforms.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace reference_host
 {
@@ -24,6 +25,17 @@ std::string position_letters(const std::string& channels)
         letters += "xyzw"[place % 4];
     }
     return letters;
+}
+
+// Whether a node gives a direction in the world space that it names.
+bool gives_world_space(const Node& node)
+{
+    for (const char* name : {"space", "tospace"}) {
+        const Input* space = node.find_input(name);
+        if (space && space->value && space->value->text == "world")
+            return node.category != "position" && node.category != "normalmap";
+    }
+    return false;
 }
 
 // Whether there is nothing outside the image; the second word is that of USD.
@@ -61,6 +73,25 @@ Expr Graph_builder::shader_expression(const std::string& text)
         if (!m_shared.count(shared.name))
             m_shared[shared.name] = compute(shared, m_prefix + shared.name);
     return parsed(text);
+}
+
+bool Graph_builder::reads_world_space(const std::string& text) const
+{
+    std::vector<const Node*> open;
+    for (const Input& given : m_shader.inputs)
+        if (given.source && names_word(text, given.name))
+            open.push_back(given.source);
+    std::unordered_set<const Node*> seen(open.begin(), open.end());
+    while (!open.empty()) {
+        const Node& node = *open.back();
+        open.pop_back();
+        if (gives_world_space(node))
+            return true;
+        for (const Input& given : node.inputs)
+            if (given.source && given.type == Type::vector3 && seen.insert(given.source).second)
+                open.push_back(given.source);
+    }
+    return false;
 }
 
 Expr Graph_builder::value_of(const Node& node, const std::string& output)

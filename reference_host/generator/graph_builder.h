@@ -46,6 +46,11 @@ public:
     // it names is evaluated into statements(). Throws Refusal.
     Expr shader_expression(const std::string& text);
 
+    // Whether a direction that the expression reads through an input of the shader is in world
+    // space proper: a node names that space, where the shading's own directions are in the internal
+    // one.
+    bool reads_world_space(const std::string& text) const;
+
     // An output of any node.
     Expr value_of(const Node& node, const std::string& output);
 

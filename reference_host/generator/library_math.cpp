@@ -122,7 +122,8 @@ constexpr const char* texts[] = {
     normal = normal.z < 0.0 ? -normal : normal;
     return normalize(normal + float3(0.0, 0.0, 0.0000001)) * 0.5 + 0.5;
 })",
-    R"(float3 normal_map(float3 texel, float2 scale, float3 normal, float3 tangent, float3 bitangent)
+    R"(float3 normal_map(float3 texel, float2 scale, float3 normal, float3 tangent,
+                    float3 bitangent)
 {
     float3 offset = texel * 2.0 - 1.0;
     return normalize(tangent * (offset.x * scale.x) + bitangent * (offset.y * scale.y)

@@ -1,82 +1,15 @@
 #include "reference_host/generator/shader_code.h"
 
-#include "reference_host/generator/printer.h"
 #include "reference_host/generator/shading_state.h"
 #include "reference_host/generator/surface_models.h"
 #include "reference_host/generator/transforms.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iterator>
 
 namespace reference_host
 {
 namespace
 {
-
-// Fields of the structure Surface, which are also slots of the surface models.
-constexpr const char* surface_fields[] = {"base_color",     "diffuse_roughness",  "metalness",
-                                          "specular_color", "specular_roughness", "specular_ior",
-                                          "transmission",   "transmission_color", "coat",
-                                          "coat_color",     "coat_roughness",     "coat_ior",
-                                          "sheen_color",    "sheen_roughness"};
-
-// Parts of the surface model that the code has only when a slot contributes.
-struct Feature {
-    const char* constant; // of the library
-    const char* slot;
-};
-
-constexpr Feature features[] = {
-    {"has_diffuse_roughness", "diffuse_roughness"},
-    {"has_metalness", "metalness"},
-    {"has_transmission", "transmission"},
-    {"has_coat", "coat"},
-    {"has_sheen", "sheen_color"},
-};
-
-// What a light of each kind needs, and what stands for it where the node does not have it.
-struct Light_input {
-    const char* name;
-    const char* fallback;
-};
-
-constexpr Light_input light_inputs[] = {
-    {"position", "float3(0.0)"}, {"direction", "float3(0.0, 0.0, -1.0)"},
-    {"decay_rate", "2.0"},       {"inner_angle", "0.4"},
-    {"outer_angle", "0.5"},
-};
-
-std::string light_input(const Node& node, const std::string& name)
-{
-    const Node_definition* definition = find_definition(node);
-    if (definition && definition->find_input(name))
-        return name;
-    const auto found =
-        std::find_if(std::begin(light_inputs), std::end(light_inputs),
-                     [&](const Light_input& candidate) { return name == candidate.name; });
-    return found->fallback;
-}
-
-Light_kind kind_of(const Scene_light& light)
-{
-    if (light.option.kind_given)
-        return light.option.kind;
-    if (light.node->category == "point_light")
-        return Light_kind::point;
-    return light.node->category == "spot_light" ? Light_kind::spot : Light_kind::directional;
-}
-
-// The cosines of the angles from the axis where a spot light begins to fade and where it ends. A
-// spread, the full cone in degrees, fades over its last fifth.
-std::pair<std::string, std::string> cone_cosines(const Scene_light& light)
-{
-    if (light.option.spread <= 0.0)
-        return {"cos(" + light_input(*light.node, "inner_angle") + ")",
-                "cos(" + light_input(*light.node, "outer_angle") + ")"};
-    const double half = light.option.spread / 360.0 * std::acos(-1.0);
-    return {number_text(std::cos(half * 0.8)), number_text(std::cos(half))};
-}
 
 // Renderers and passes that cover the screen work in world space.
 Space internal_space_of(const Shader_request& request, const Text_options& options,
@@ -92,11 +25,6 @@ std::string sampler_suffix(const Text_options& options, Language language)
 {
     const bool effect = language == Language::cg || language == Language::hlsl;
     return effect && options.generate_texture_parameters ? "_sampler" : "";
-}
-
-void append(Statements& statements, Statements more)
-{
-    std::move(more.begin(), more.end(), std::back_inserter(statements));
 }
 
 } // namespace
@@ -183,27 +111,9 @@ void Shader_code::define_scene(Language language)
     m_program.add_method("Environment", "eval", Kind::float4);
 }
 
-void Shader_code::define_features()
-{
-    const Surface_model& model = *find_surface_model(m_request.shader->category);
-    for (const Feature& feature : features)
-        m_program.define(feature.constant,
-                         boolean_literal(slot_contributes(*m_request.shader, model, feature.slot)));
-    m_program.define("surface", variable(Shading_type("Surface"), "surface"));
-    m_program.define("color", variable(Kind::float3, "color"));
-    m_program.define("shaded", m_program.find_variable("color"));
-}
-
 Statements Shader_code::parse(const std::string& text)
 {
     return parse_statements(text, m_program);
-}
-
-bool Shader_code::reads_environment() const
-{
-    const bool looks =
-        contributes("metalness") || contributes("coat") || contributes("transmission");
-    return looks && (m_request.environment || m_environment_list);
 }
 
 void Shader_code::add_environment()
@@ -263,222 +173,6 @@ void Shader_code::add_pattern()
     Statements body = builder.statements();
     body.push_back(give_back(construct(Kind::float4, {swizzle(value, "xyz"), alpha})));
     add_shader(std::move(body));
-}
-
-void Shader_code::add_surface()
-{
-    const Node& node = *m_request.shader;
-    const Surface_model& model = *find_surface_model(node.category);
-    m_without_counterpart = inputs_without_counterpart(node, model);
-    define_features();
-    if (reads_environment() && m_request.environment)
-        add_environment();
-    Graph_builder builder(m_context, node, "");
-    Statements shading;
-    shading.push_back(declare(Kind::float3, "color", own_light(builder)));
-    if (model.lit) {
-        append(shading, environment_statements(builder));
-        append(shading, light_statements());
-    }
-    append(shading, volume_statements());
-    shading.push_back(
-        give_back(construct(Kind::float4, {m_program.find_variable("color"), opacity(builder)})));
-    Statements filling = fill_surface(builder, shading);
-
-    Statements body = builder.statements();
-    const auto add_paragraph = [&body](Statements more) {
-        if (!body.empty() && !more.empty())
-            body.push_back(comment(""));
-        append(body, std::move(more));
-    };
-    add_paragraph(std::move(filling));
-    add_paragraph(std::move(shading));
-    add_shader(std::move(body));
-}
-
-Expr Shader_code::slot(Graph_builder& builder, const std::string& name)
-{
-    return builder.shader_expression(
-        slot_expression(*find_surface_model(m_request.shader->category), name));
-}
-
-bool Shader_code::contributes(const std::string& slot) const
-{
-    const Surface_model* model = find_surface_model(m_request.shader->category);
-    return model && slot_contributes(*m_request.shader, *model, slot);
-}
-
-// What the surface sends to the eye without lights: ambient light and emission.
-Expr Shader_code::own_light(Graph_builder& builder)
-{
-    const Expr emission = slot(builder, "emission");
-    if (m_options.scene_ambient.empty() || !find_surface_model(m_request.shader->category)->lit)
-        return emission;
-    const Expr ambient = parse_expression("scene_ambient.xyz * surface.base_color", m_program);
-    return binary("+", binary("*", ambient, slot(builder, "occlusion")), emission);
-}
-
-// Without an environment that shows through, a transmitting surface is as opaque as its highlights.
-Expr Shader_code::opacity(Graph_builder& builder)
-{
-    if (!m_options.alpha_transparency)
-        return literal(1.0);
-    const Expr opacity = slot(builder, "opacity");
-    if (!contributes("transmission") || reads_environment())
-        return opacity;
-    m_program.define("opacity", opacity);
-    return parse_expression(
-        "mix(opacity, saturate(max(color.x, max(color.y, color.z))), surface.transmission)",
-        m_program);
-}
-
-// Declares the surface with those fields that the shading reads.
-Statements Shader_code::fill_surface(Graph_builder& builder, const Statements& shading)
-{
-    std::set<std::string> read;
-    const auto note = [&](const Expression& expression) {
-        if (expression.op == Op::member && expression.operands[0]->type == Shading_type("Surface"))
-            read.insert(expression.name);
-    };
-    visit(shading, note);
-    for (const Function& function : m_program.functions())
-        visit(function.body, note);
-
-    Statements body;
-    const Expr surface = m_program.find_variable("surface");
-    if (!read.empty())
-        body.push_back(declare(surface->type, "surface", nullptr));
-    for (const char* field : surface_fields) {
-        if (!read.count(field))
-            continue;
-        const Expr target = member(surface, field, m_program.find_member("Surface", field));
-        const Expr value = slot(builder, field);
-        body.push_back(assign(target, "=", construct(target->type, {value})));
-    }
-    const Expr normal = slot(builder, "normal");
-    const Expr own = state_field("normal");
-    if (!read.empty() && (normal->op != Op::member || normal->name != own->name))
-        body.push_back(assign(own, "=", normal));
-    return body;
-}
-
-// What the surface mirrors and lets through of the environment.
-Statements Shader_code::environment_statements(Graph_builder& builder)
-{
-    if (!reads_environment())
-        return {};
-    Statements body;
-    if (contributes("metalness") || contributes("coat"))
-        append(body, environment_lookup("mirrored_state", "reflect(state.direction, state.normal)",
-                                        "mirror_response"));
-    if (contributes("transmission"))
-        append(body, environment_lookup(
-                         "refracted_state",
-                         "refract(state.direction, state.normal, 1.0 / surface.specular_ior)",
-                         "transmission_response"));
-    const Expr occlusion = slot(builder, "occlusion");
-    if (!is_one(occlusion))
-        body.push_back(assign(m_program.find_variable("color"), "*=", occlusion));
-    return body;
-}
-
-// The environment in another direction than that of the eye, by way of a state of its own.
-Statements Shader_code::environment_lookup(const std::string& looking, const std::string& direction,
-                                           const std::string& response)
-{
-    const Expr state = m_program.find_variable("state");
-    const Expr other = variable(state->type, looking);
-    m_program.define(looking, other);
-    Statements body = {declare(state->type, looking, state)};
-    append(body, parse(looking + ".direction = " + direction + ";"));
-    if (m_environment_list) {
-        append(body, parse("for (int i = 0; i < environments.length; i++) color += " + response +
-                           "(surface, state, environments[i].eval(" + looking + ").xyz);"));
-        return body;
-    }
-    m_program.define("environment_color", call(m_environment_function, Kind::float3, {other}));
-    append(body, parse("color += " + response + "(surface, state, environment_color);"));
-    return body;
-}
-
-Statements Shader_code::light_statements()
-{
-    if (m_lighting != Lighting::fixed)
-        return parse("for (int i = 0; i < lights.length; i++)"
-                     "{"
-                     "    Light_iterator light = lights[i].eval(state);"
-                     "    color += light_response(surface, state, light);"
-                     "}");
-    Statements body;
-    for (const Scene_light& light : m_request.lights)
-        append(body, fixed_light(light));
-    return body;
-}
-
-// The call that evaluates a light, in the notation over the inputs of its node.
-std::string Shader_code::light_call(const Scene_light& light) const
-{
-    const Node& node = *light.node;
-    const std::string position = internal_position(light_input(node, "position"), m_internal_space);
-    const std::string direction =
-        internal_direction(light_input(node, "direction"), m_internal_space, m_language);
-    const std::string decay = light_input(node, "decay_rate");
-    switch (kind_of(light)) {
-    case Light_kind::point:
-        return "point_light(state, " + position + ", " + decay + ", color * intensity)";
-    case Light_kind::spot: {
-        const auto [inner, outer] = cone_cosines(light);
-        return "spot_light(state, " + position + ", " + direction + ", " + decay + ", " + inner +
-               ", " + outer + ", color * intensity)";
-    }
-    default:
-        return "directional_light(state, " + direction + ", color * intensity)";
-    }
-}
-
-Statements Shader_code::fixed_light(const Scene_light& light)
-{
-    const std::string name = m_names.take(light.node->name);
-    Graph_builder builder(m_context, *light.node, name + "_");
-    const Expr iterator = builder.shader_expression(light_call(light));
-    Statements body = builder.statements();
-    body.push_back(declare(iterator->type, name, iterator));
-    m_program.define("light", variable(iterator->type, name));
-    if (light.option.distance_limit > 0.0)
-        append(body, parse("light.tsl_contribution *= fall_off(light.tsl_distance, " +
-                           number_text(light.option.distance_limit) + ");"));
-    append(body, parse("color += light_response(surface, state, light);"));
-    return body;
-}
-
-Statements Shader_code::volume_statements()
-{
-    if (m_volume_list)
-        return parse("for (int i = 0; i < volumes.length; i++)"
-                     "    color *= volumes[i].eval(state).xyz;");
-    if (!m_request.volume)
-        return {};
-    Graph_builder builder(m_context, *m_request.volume,
-                          make_identifier(m_request.volume->name) + "_");
-    const Expr value =
-        builder.shader_expression("mix(color, shaded, fog_transmittance(state, density))");
-    Statements body = builder.statements();
-    body.push_back(assign(variable(Kind::float3, "color"), "=", value));
-    return body;
-}
-
-// One light as the method of a structure that implements the interface.
-void Shader_code::add_light()
-{
-    if (m_request.shader->type != Type::lightshader)
-        throw Refusal{m_request.shader, "it is no light"};
-    Scene_light light{m_request.shader, {}};
-    Graph_builder builder(m_context, *light.node, m_name + "_");
-    const Expr iterator = builder.shader_expression(light_call(light));
-    Function function{
-        iterator->type, "eval", {{Shading_type("State"), "state", ""}}, builder.statements()};
-    function.body.push_back(give_back(iterator));
-    m_program.add_function(std::move(function));
 }
 
 void Shader_code::add_volume()

@@ -85,6 +85,7 @@ private:
     bool contributes(const std::string& slot) const;
     Expr own_light(Graph_builder& builder);
     Expr opacity(Graph_builder& builder);
+    Expr normal(Graph_builder& builder);
     Statements fill_surface(Graph_builder& builder, const Statements& shading);
     Statements environment_statements(Graph_builder& builder);
     Statements environment_lookup(const std::string& looking, const std::string& direction,

@@ -42,7 +42,10 @@ struct Vector : Components<N>
         (append(next, more), ...);
     }
 
-    float& operator[](std::size_t i) { return i == 0 ? this->x : i == 1 ? this->y : upper(*this, i); }
+    float& operator[](std::size_t i)
+    {
+        return i == 0 ? this->x : i == 1 ? this->y : upper(*this, i);
+    }
     float operator[](std::size_t i) const { return const_cast<Vector&>(*this)[i]; }
 
 private:
@@ -296,7 +299,10 @@ struct Sampler_2d
     float4 (*function)(const void* image, const float2& place) = nullptr;
     const void* image = nullptr;
 
-    float4 lookup(const float2& place) const { return function ? function(image, place) : float4(); }
+    float4 lookup(const float2& place) const
+    {
+        return function ? function(image, place) : float4();
+    }
 };
 
 struct Sampler_cube

@@ -39,6 +39,17 @@ TEST(Expression, constants_are_calculated)
     EXPECT_EQ(cg(binary("==", text_literal("1"), integer_literal(1))), "false");
 }
 
+TEST(Expression, swizzles_of_swizzles_are_one)
+{
+    EXPECT_EQ(cg(swizzle(swizzle(v, "zyx"), "xx")), "v.zz");
+    Expr turned = v;
+    for (int i = 0; i < 100001; ++i)
+        turned = swizzle(turned, "zyx");
+    EXPECT_EQ(cg(turned), "v.zyx");
+    EXPECT_EQ(cg(swizzle(v, "xyz")), "v");
+    EXPECT_EQ(cg(swizzle(x, "xxx")), "x.xxx");
+}
+
 TEST(Expression, parentheses_stand_where_they_are_needed_only)
 {
     EXPECT_EQ(cg(binary("*", binary("+", x, x), x)), "(x + x) * x");

@@ -69,7 +69,8 @@ TEST(Refusals, name_the_node_and_the_reason)
     const struct {
         const char *nodes, *message;
     } rows[] = {
-        {R"(<texcoord name="uv" type="vector2"><input name="index" type="integer" value="7"/></texcoord>
+        {R"(<texcoord name="uv" type="vector2">
+            <input name="index" type="integer" value="7"/></texcoord>
             <swizzle name="c" type="color3"><input name="in" type="vector2" nodename="uv"/>
             <input name="channels" type="string" value="xyx"/></swizzle>)",
          "node \"uv\" (texcoord): there are four sets of texture coordinates, 0 to 3\n"},

@@ -131,6 +131,22 @@ TEST(Surface_models, usage_is_what_the_text_needs)
     EXPECT_FALSE(reference_host::shader_usage(*graph->find_node("paint")).direct_light);
 }
 
+TEST(Surface_models, a_normal_that_names_world_space_comes_into_the_internal_one)
+{
+    const auto text = [](const std::string& space, const std::string& internal) {
+        const auto graph =
+            graph_of("<normal name=\"n\" type=\"vector3\"><input name=\"space\" "
+                     "type=\"string\" value=\"" +
+                     space + "\"/></normal>" +
+                     document("standard_surface", "<input name=\"normal\" type=\"vector3\" "
+                                                  "nodename=\"n\"/>"));
+        return generate(*graph, "FX", {{"lights", "sun"}}, {{"internal_space", internal}}).text();
+    };
+    EXPECT_TRUE(contains(text("world", "camera"), "state.normal = mul((float3x3)view_matrix, n);"));
+    EXPECT_FALSE(contains(text("world", "world"), "view_matrix"));
+    EXPECT_TRUE(contains(text("object", "camera"), "state.normal = state.object_normal;"));
+}
+
 TEST(Surface_models, kinds_of_nodes_are_those_that_exporters_ask_for)
 {
     const auto graph = graph_of(painted_scene());
