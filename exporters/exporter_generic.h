@@ -22,7 +22,8 @@ namespace TOVIRAEXPORT
 class Exporter_generic : public Exporter_base
 {
 public:
-    enum Target_language {
+    // 32 bits wide; a value of none of these makes an exporter without a target.
+    enum Target_language : int {
         TARGET_CGFX = 0, // one .cgfx file
         TARGET_HLSL = 1, // one .fx file
         TARGET_GLSL = 2  // a vertex and a fragment file
