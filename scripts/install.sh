@@ -9,6 +9,7 @@ packages=(
     libpugixml-dev libcli11-dev libfmt-dev    # the stand-in host: documents, command line, texts
     libosmesa6-dev libgl-dev libpng-dev libjpeg62-turbo-dev # its pictures, without a display
     libgtest-dev libgmock-dev libbenchmark-dev # tests and benchmarks
+    libx11-dev                                # looks whether a display can be opened
     xvfb xauth fonts-dejavu-core fonts-dejavu-extra # a display for the panels
     glslang-tools                             # a compiler that checks exported GLSL
     bison flex xz-utils dpkg-dev              # scripts/fetch-validators.sh builds with these
