@@ -61,17 +61,20 @@ Graph_builder::Graph_builder(Build_context& context, const Node& shader, const s
 
 Expr Graph_builder::shader_expression(const std::string& text)
 {
-    m_definition = find_definition(m_shader);
-    if (!m_definition)
+    const Node_definition* definition = find_definition(m_shader);
+    if (!definition)
         throw Refusal{&m_shader, "there is no implementation for these inputs"};
+    std::string texts = text;
+    for (const Output_definition& shared : definition->shared)
+        texts += " " + shared.implementation;
     for (const Input& given : m_shader.inputs)
-        if (given.source && names_word(text, given.name))
+        if (given.source && names_word(texts, given.name))
             evaluate(*given.source);
     m_current = &m_shader;
-    m_definition = find_definition(m_shader);
-    for (const Output_definition& shared : m_definition->shared)
+    m_definition = definition;
+    for (const Output_definition& shared : definition->shared)
         if (!m_shared.count(shared.name))
-            m_shared[shared.name] = compute(shared, m_prefix + shared.name);
+            m_shared[shared.name] = compute(shared, m_shader.name + "_" + shared.name);
     return parsed(text);
 }
 
@@ -92,16 +95,6 @@ bool Graph_builder::reads_world_space(const std::string& text) const
                 open.push_back(given.source);
     }
     return false;
-}
-
-Expr Graph_builder::value_of(const Node& node, const std::string& output)
-{
-    evaluate(node);
-    const Node_definition* definition = find_definition(node);
-    const Output_definition* found = definition->find_output(output);
-    if (!found)
-        throw Refusal{&node, "there is no output \"" + output + "\""};
-    return m_values[&node][static_cast<std::size_t>(found - definition->outputs.data())];
 }
 
 void Graph_builder::evaluate(const Node& root)

@@ -51,9 +51,6 @@ public:
     // one.
     bool reads_world_space(const std::string& text) const;
 
-    // An output of any node.
-    Expr value_of(const Node& node, const std::string& output);
-
     Statements& statements() { return m_statements; }
 
     Expr find_variable(const std::string& name) override;

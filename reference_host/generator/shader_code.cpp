@@ -238,9 +238,4 @@ std::set<std::string> Shader_code::used_fields(const std::string& structure) con
     return names;
 }
 
-bool Shader_code::uses_state(const std::string& field) const
-{
-    return used_fields("State").count(field) != 0;
-}
-
 } // namespace reference_host

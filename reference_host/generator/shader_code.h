@@ -39,6 +39,10 @@ enum class Lighting {
     renderer // the list in the state that the renderer fills
 };
 
+// Making a Shader_code goes through the library with the features that the shader has, builds the
+// statements of the nodes that these ask for, and ends with the shader function as the program's
+// last one. Its source is in three files: the frame, shader_code_surface.cpp,
+// shader_code_lights.cpp.
 class Shader_code
 {
 public:
@@ -49,12 +53,9 @@ public:
     const std::string& name() const { return m_name; } // of the shader function
     Space internal_space() const { return m_internal_space; }
     Lighting lighting() const { return m_lighting; }
-    bool volume_list() const { return m_volume_list; }
-    bool environment_list() const { return m_environment_list; }
     const Program& program() const { return m_program; }
     Program& program() { return m_program; }
     const Uniforms& uniforms() const { return m_uniforms; }
-    Names& names() { return m_names; }
 
     // Inputs of the shader that are in the document and not in the code.
     const std::vector<std::string>& without_counterpart() const { return m_without_counterpart; }
@@ -66,7 +67,6 @@ public:
     // Names of variables that they read, and of State's fields.
     std::set<std::string> used_variables() const;
     std::set<std::string> used_fields(const std::string& structure) const;
-    bool uses_state(const std::string& field) const;
 
 private:
     void define_scene(Language language);

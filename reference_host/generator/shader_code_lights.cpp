@@ -1,4 +1,3 @@
-// The part of Shader_code that evaluates lights.
 #include "reference_host/generator/shader_code.h"
 
 #include "reference_host/generator/printer.h"

@@ -1,4 +1,3 @@
-// The part of Shader_code that makes the function of a surface.
 #include "reference_host/generator/shader_code.h"
 
 #include "reference_host/generator/shading_state.h"
