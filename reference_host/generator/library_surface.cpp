@@ -13,9 +13,12 @@ namespace
 // diffuse roughness by Oren and Nayar in Fujii's improved form; sheen by Estevez and Kulla,
 // "Production Friendly Microfacet Sheen BRDF" (2017), with Neubelt and Pettineo's visibility term.
 constexpr const char* texts[] = {
+    // No real surface reflects less than 2 % head-on; what is set lower is meant not to shine at
+    // its edges either. Lagarde and de Rousiers, "Moving Frostbite to Physically Based Rendering".
     R"(float3 fresnel(float3 reflectance, float cosine)
 {
-    return reflectance + (1.0 - reflectance) * pow(1.0 - cosine, 5.0);
+    float edge = saturate(50.0 * max(reflectance.x, max(reflectance.y, reflectance.z)));
+    return reflectance + (edge - reflectance) * pow(1.0 - cosine, 5.0);
 })",
     R"(float ior_reflectance(float ior)
 {
