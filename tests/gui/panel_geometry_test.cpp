@@ -95,8 +95,11 @@ protected:
         exporter.set_ui_size(width, height);
         wxWindow* panel = exporter.get_top_panel();
         wait_until([&] {
-            return container()->GetSize() == area && panel->GetSize() == wxSize(width, height) &&
-                   faults_of(panel).empty();
+            if (container()->GetSize() != area)
+                return false;
+            if (!faults_of(panel).empty()) // laid out before GTK knew the fonts
+                exporter.set_ui_size(width, height);
+            return panel->GetSize() == wxSize(width, height) && faults_of(panel).empty();
         });
         return panel;
     }
