@@ -266,6 +266,7 @@ Expr Graph_builder::call(const std::string& function, std::vector<Expr> argument
         {"channels_of", &Graph_builder::channels_of},
         {"vertex_property", &Graph_builder::vertex_property},
         {"tangent_space_normal", &Graph_builder::tangent_space_normal},
+        {"refused", &Graph_builder::refused},
     };
     const auto special = specials.find(function);
     if (special != specials.end())
@@ -419,6 +420,12 @@ Expr Graph_builder::tangent_space_normal(std::vector<Expr> arguments)
     return m_context.program.call(
         "from_tangent_space",
         {arguments[0], scene_source("normal"), scene_source("tangent"), scene_source("bitangent")});
+}
+
+// refused(reason): for nodes that no target can express.
+Expr Graph_builder::refused(std::vector<Expr> arguments)
+{
+    throw Refusal{m_current, arguments.at(0)->text};
 }
 
 // vertex_property(name, default): a property of the mesh by its usual names.

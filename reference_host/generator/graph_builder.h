@@ -82,6 +82,7 @@ private:
     Expr channels_of(std::vector<Expr> arguments);
     Expr vertex_property(std::vector<Expr> arguments);
     Expr tangent_space_normal(std::vector<Expr> arguments);
+    Expr refused(std::vector<Expr> arguments);
     Expr texel(const std::vector<Expr>& arguments, bool decodes);
     Expr addressed(const Expr& coordinate, const std::string& mode);
     Expr lookup(const Texture& texture, const Expr& place);

@@ -77,6 +77,12 @@ constexpr const char* skeleton_names[] = {"state",
                                           "far_point",
                                           "Sampler_2d",
                                           "Sampler_cube",
+                                          "Vector",
+                                          "Matrix",
+                                          "Components",
+                                          "Light_list",
+                                          "each",
+                                          "at",
                                           "NULL",
                                           "i"};
 
@@ -84,6 +90,13 @@ bool is_letter_or_digit(char sign)
 {
     return (sign >= 'a' && sign <= 'z') || (sign >= 'A' && sign <= 'Z') ||
            (sign >= '0' && sign <= '9');
+}
+
+// Streams of GLSL are called "vertex_..." and "fragment_...".
+bool begins_like_the_skeleton(const std::string& name)
+{
+    return name.compare(0, 3, "gl_") == 0 || name.compare(0, 7, "vertex_") == 0 ||
+           name.compare(0, 9, "fragment_") == 0;
 }
 
 } // namespace
@@ -105,7 +118,7 @@ std::string make_identifier(const std::string& name)
     std::string lower = made;
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char sign) { return static_cast<char>(std::tolower(sign)); });
-    if (is_reserved_word(made) || is_reserved_word(lower) || lower.compare(0, 3, "gl_") == 0)
+    if (is_reserved_word(made) || is_reserved_word(lower) || begins_like_the_skeleton(lower))
         made.insert(0, "the_");
     return made;
 }

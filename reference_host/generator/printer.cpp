@@ -63,26 +63,45 @@ bool all_components_equal(const Expression& literal)
                        [&](double number) { return number == *first; });
 }
 
+// How closely what stands around a blank belongs together; deepest_break: too closely to break
+// there.
+constexpr int deepest_break = 4;
+
+int break_level(const std::string& line, std::size_t blank)
+{
+    if (line[blank - 1] == ',')
+        return 0;
+    switch (line[blank + 1]) {
+    case '?':
+    case ':':
+        return 1;
+    case '+':
+    case '-':
+        return 2;
+    case '*':
+    case '/':
+        return 3;
+    default:
+        return deepest_break;
+    }
+}
+
 // The place where a line is best broken before `limit`: the last one in the fewest parentheses.
 // npos when there is none.
 std::size_t break_position(const std::string& line, std::size_t first, std::size_t limit)
 {
     std::size_t best = std::string::npos;
-    int best_depth = std::numeric_limits<int>::max();
+    int best_level = std::numeric_limits<int>::max();
     int depth = 0;
     for (std::size_t i = 1; i + 1 < std::min(limit, line.size()); ++i) {
         depth += line[i] == '(';
         depth -= line[i] == ')';
-        const bool comma = line[i - 1] == ',';
-        const bool sign = std::string("+-*/?:").find(line[i + 1]) != std::string::npos;
-        if (line[i] != ' ' || i <= first || !(comma || sign))
-            continue;
-        // Operators bind closer than commas. The first third of a line is left whole: there is the
-        // target of an assignment.
-        const int level = 2 * depth + (comma ? 0 : 1);
-        if (level <= best_depth && i > limit / 3) {
+        const int level = depth * deepest_break + break_level(line, i);
+        // The first third of a line is left whole: there is the target of an assignment.
+        if (line[i] == ' ' && i > first && i > limit / 3 && break_level(line, i) < deepest_break &&
+            level <= best_level) {
             best = i;
-            best_depth = level;
+            best_level = level;
         }
     }
     return best;

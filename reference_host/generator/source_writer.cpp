@@ -22,14 +22,17 @@ public:
     {
     }
 
+    // One namespace holds everything, so that no name of the document meets one of the library.
     std::string source() const
     {
+        const std::string scope = m_code.name() + "_shader";
         const bool method = m_kind == "light" || m_kind == "volume";
         return head_comment(m_request, m_code, {"Target: C++17 source for the renderer"}) +
-               swrc_prelude() + section("shading state") + "\nnamespace\n{\n" + state_text() +
-               parameters_text() + functions_text(m_code, m_printer, false) + "\n} // namespace\n" +
-               section("shader") + (method ? "\n// The method of the " + m_kind + ".\n" : "\n") +
-               m_printer.function(entry());
+               "\n#include <cmath>\n#include <cstddef>\n\nnamespace " + scope + "\n{\n\n" +
+               swrc_prelude() + section("shading state") + state_text() + parameters_text() +
+               functions_text(m_code, m_printer, false) + section("shader") +
+               (method ? "\n// The method of the " + m_kind + ".\n" : "\n") +
+               m_printer.function(entry()) + "\n} // namespace " + scope + "\n";
     }
 
     std::string scene() const

@@ -5,14 +5,7 @@ namespace reference_host
 
 const char* swrc_prelude()
 {
-    return R"(
-#include <cmath>
-#include <cstddef>
-
-// ---- vectors and matrices ---------------------------------------------------
-
-namespace
-{
+    return R"(// ---- vectors and matrices ---------------------------------------------------
 
 template <std::size_t N>
 struct Components;
@@ -102,7 +95,7 @@ template <std::size_t N>
 Vector<N> operator-(const Vector<N>& a) { return 0.0f - a; }
 
 template <std::size_t... I, class V>
-[[maybe_unused]] Vector<sizeof...(I)> swizzle(const V& vector)
+Vector<sizeof...(I)> swizzle(const V& vector)
 {
     return Vector<sizeof...(I)>(vector[I]...);
 }
@@ -286,7 +279,7 @@ Vector<N> refract(const Vector<N>& a, const Vector<N>& normal, float ratio)
     const float rest = 1.0f - ratio * ratio * (1.0f - cosine * cosine);
     return rest < 0.0f ? Vector<N>() : ratio * a - (ratio * cosine + sqrt(rest)) * normal;
 }
-[[maybe_unused]] float3 cross(const float3& a, const float3& b)
+float3 cross(const float3& a, const float3& b)
 {
     return float3(a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x);
 }
@@ -315,8 +308,6 @@ struct Sampler_cube
         return function ? function(image, direction) : float4();
     }
 };
-
-} // namespace
 )";
 }
 

@@ -6,6 +6,7 @@
 namespace reference_host
 {
 
+// Needs <cmath> and <cstddef>, and stands in a namespace.
 const char* swrc_prelude();
 
 // The list of lights that the renderer hands to a shader; needs State and Light_iterator.

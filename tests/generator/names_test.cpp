@@ -22,7 +22,9 @@ TEST(Names, become_identifiers_of_every_language)
                 {"a\nb\\c\"d", "a_b_c_d"},
                 {"gl_Color", "the_gl_Color"},
                 {"gr\xc3\xbcn", "gr_n"},
-                {"/path/to", "path_to"}};
+                {"/path/to", "path_to"},
+                {"vertex_color", "the_vertex_color"},
+                {"fragment_x", "the_fragment_x"}};
     for (const auto& row : rows)
         EXPECT_EQ(make_identifier(row.name), row.identifier);
 }
