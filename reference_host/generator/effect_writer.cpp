@@ -117,10 +117,11 @@ public:
         const std::string interface = light ? m_options.light_interface_name : "Volume";
         std::set<std::string> state = m_code.used_fields("State");
         const Function& method = *m_code.used_functions().back();
-        std::string text =
-            head() + transforms_text() + parameters_text(true) + section("shading state") +
-            structure_text(m_code, "State", state, m_printer) + (light ? whole_iterator() : "") +
-            interface_text(interface, method) + functions_text(m_code, m_printer, false);
+        std::string text = head() + transforms_text() + parameters_text(false) + textures_text() +
+                           parameters_text(true) + section("shading state") +
+                           structure_text(m_code, "State", state, m_printer) +
+                           (light ? whole_iterator() : "") + interface_text(interface, method) +
+                           functions_text(m_code, m_printer, false);
         text += "\nstruct " + m_code.name() + " : " + interface + "\n{\n";
         text += indented(m_printer.function(method));
         return text + "};\n";

@@ -61,10 +61,16 @@ std::unique_ptr<Single_node_graph> graph_with(const Node_definition& definition)
     return made;
 }
 
+bool is_refused(const Node_definition& definition)
+{
+    return definition.outputs[0].implementation.find("refused(") != std::string::npos;
+}
+
+// Whether the value could be the colour of a surface.
 bool is_shown(const Node_definition& definition)
 {
     const int count = component_count(definition.outputs[0].type);
-    return count > 0 && count <= 4;
+    return count > 0 && count <= 4 && !is_refused(definition);
 }
 
 std::string described(const Node_definition& definition)
@@ -112,6 +118,21 @@ TEST(Node_rows, generate_renderer_sources_or_say_what_is_missing)
                       std::string::npos)
                 << diagnostics[0].text;
         }
+    }
+}
+
+TEST(Node_rows, that_no_target_can_express_are_refused_with_the_reason)
+{
+    for (const Node_definition& definition : all_definitions()) {
+        if (!is_refused(definition))
+            continue;
+        const auto made = graph_with(definition);
+        Diagnostics diagnostics;
+        EXPECT_FALSE(compile_node(made->graph, *made->node, {}, diagnostics));
+        ASSERT_FALSE(diagnostics.empty()) << described(definition);
+        const std::string head = "node \"single\" (" + definition.category + "): ";
+        EXPECT_EQ(diagnostics[0].text.find(head), 0U) << diagnostics[0].text;
+        EXPECT_GT(diagnostics[0].text.size(), head.size());
     }
 }
 
