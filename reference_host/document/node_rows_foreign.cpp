@@ -43,7 +43,7 @@ constexpr Node_row rows[] = {
      "let color4 texel = color_image(file, st, wrapS, wrapT, fallback) * scale + bias; "
      "float r = texel.x; float g = texel.y; float b = texel.z; float a = texel.w; "
      "color3 rgb = texel.xyz; color4 rgba = texel"},
-    {"UsdPrimvarReader", "float vector2 vector3 vector4 integer boolean",
+    {"UsdPrimvarReader", "float vector2 vector3 vector4 integer boolean string",
      "string varname, T fallback", "T out = vertex_property(varname, fallback)"},
     {"UsdTransform2d", "",
      "vector2 in = texcoord, float rotation = 0, vector2 scale = 1 1, vector2 translation = 0 0",

@@ -93,6 +93,9 @@ constexpr Node_row rows[] = {
      "image(filez, upaxis == 0 ? position.yx : position.xy, \"periodic\", \"periodic\", default), "
      "triplanar_weights(normal, blend))"},
 
+    {"blur", numbers, "T in, float size, string filtertype = \"box\"",
+     "T out = refused(\"it reads its input at other places, which takes several passes\")"},
+
     {"ramp", "", ramp_inputs, ramp_output},
     {"ramp_gradient", "",
      "float x [0 1], float interval1 = 0 [0 1], float interval2 = 1 [0 1], "
