@@ -103,11 +103,13 @@ public:
             });
         check_texture_count(m_code, m_used, m_options);
         return head() + sas_global() + transforms_text() + scene_text() + parameters_text(false) +
-               textures_text() + parameters_text(true) + section("shading state") +
-               structures_text(m_code, &streams, m_printer) + interfaces_text() +
-               section("vertex program") + stream_structures(streams) + vertex_main(streams) +
-               section("shader") + functions_text(m_code, m_printer, true) +
-               section("fragment program") + fragment_main(streams, fragment) + technique();
+               textures_text() + parameters_text(true) +
+               section("shading state",
+                       structures_text(m_code, &streams, m_printer) + interfaces_text()) +
+               section("vertex program", stream_structures(streams) + vertex_main(streams)) +
+               section("shader", functions_text(m_code, m_printer, true)) +
+               section("fragment program", fragment_main(streams, fragment)) +
+               section("technique", technique());
     }
 
     // A light or a volume as a structure that implements the interface.
@@ -117,14 +119,14 @@ public:
         const std::string interface = light ? m_options.light_interface_name : "Volume";
         std::set<std::string> state = m_code.used_fields("State");
         const Function& method = *m_code.used_functions().back();
-        std::string text = head() + transforms_text() + parameters_text(false) + textures_text() +
-                           parameters_text(true) + section("shading state") +
-                           structure_text(m_code, "State", state, m_printer) +
-                           (light ? whole_iterator() : "") + interface_text(interface, method) +
-                           functions_text(m_code, m_printer, false);
-        text += "\nstruct " + m_code.name() + " : " + interface + "\n{\n";
-        text += indented(m_printer.function(method));
-        return text + "};\n";
+        const std::string structure = "\nstruct " + m_code.name() + " : " + interface + "\n{\n" +
+                                      indented(m_printer.function(method)) + "};\n";
+        return head() + transforms_text() + parameters_text(false) + textures_text() +
+               parameters_text(true) +
+               section("shading state", structure_text(m_code, "State", state, m_printer) +
+                                            (light ? whole_iterator() : "") +
+                                            interface_text(interface, method)) +
+               section(m_options.shader_type, functions_text(m_code, m_printer, false) + structure);
     }
 
 private:
@@ -184,7 +186,7 @@ private:
                     "// Shared with the lights that are added to this text.\n"
                     "#ifndef __WORLD_TO_CAMERA\n#define __WORLD_TO_CAMERA\nfloat4x4 " +
                     shared_view_matrix + " : View;\n#endif\n";
-        return text.empty() ? "" : section("transforms") + text;
+        return section("transforms", text);
     }
 
     std::string transform_annotation(const Transform& transform) const
@@ -200,7 +202,7 @@ private:
     {
         if (!m_used.count("scene_ambient"))
             return "";
-        return section("scene") + "float4 scene_ambient = " + m_options.scene_ambient + ";\n";
+        return section("scene", "float4 scene_ambient = " + m_options.scene_ambient + ";\n");
     }
 
     std::string parameters_text(bool of_scene) const
@@ -216,10 +218,8 @@ private:
             text += parameter.constant ? "static const " + declared + initial
                                        : declared + m_annotations.of(parameter) + initial;
         }
-        const bool shader = m_options.shader_type == "light" || m_options.shader_type == "volume";
-        return text.empty()
-                   ? ""
-                   : section(of_scene && !shader ? "lights and surroundings" : "parameters") + text;
+        const bool alone = m_options.shader_type == "light" || m_options.shader_type == "volume";
+        return section(of_scene && !alone ? "lights and surroundings" : "parameters", text);
     }
 
     std::string sampler_name(const Texture& texture) const
@@ -235,7 +235,7 @@ private:
                 text += (text.empty() ? "" : "\n") + texture_text(texture);
         if (m_options.use_oit)
             text += (text.empty() ? "" : "\n") + oit_text();
-        return text.empty() ? "" : section("textures") + text;
+        return section("textures", text);
     }
 
     std::string texture_text(const Texture& texture) const
@@ -354,8 +354,8 @@ private:
                                                                          : m_words.blending_off;
             states += m_options.two_sided ? m_words.two_sided : m_words.one_sided;
         }
-        return section("technique") + "technique T0\n{\n    pass P0\n    {\n" + states +
-               "        " + m_words.vertex_state + " = compile " +
+        return "technique T0\n{\n    pass P0\n    {\n" + states + "        " +
+               m_words.vertex_state + " = compile " +
                profile(m_options.vertex_shader_profile, m_words.vertex_profile) +
                " vertex_main();\n        " + m_words.fragment_state + " = compile " +
                profile(m_options.fragment_shader_profile, m_words.fragment_profile) +

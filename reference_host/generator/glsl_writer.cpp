@@ -31,11 +31,13 @@ public:
 
     std::string vertex_shader() const
     {
-        std::string text = head("vertex") + uniforms_text(variables_in(m_streams.vertex_body()));
-        text += streams_text("attribute", "in", "vertex_", m_streams.attributes());
-        text += streams_text("varying", "out", "fragment_", m_streams.varyings());
-        return text + "\nvoid main()\n{\n" + m_printer.statements(m_streams.vertex_body(), 1) +
-               "}\n";
+        return head("vertex") + uniforms_text(variables_in(m_streams.vertex_body())) +
+               section("streams",
+                       streams_text("attribute", "in", "vertex_", m_streams.attributes()) +
+                           streams_text("varying", "out", "fragment_", m_streams.varyings())) +
+               section("vertex program", "void main()\n{\n" +
+                                             m_printer.statements(m_streams.vertex_body(), 1) +
+                                             "}\n");
     }
 
     std::string fragment_shader() const
@@ -43,20 +45,25 @@ public:
         std::set<std::string> used = variables_in(m_fragment_body);
         used.merge(m_code.used_variables());
         check_texture_count(m_code, used, m_options);
-        std::string text = head("fragment") + uniforms_text(used) + textures_text(used);
-        text += streams_text("varying", "in", "fragment_", m_streams.varyings());
-        text += m_modern ? "\nout vec4 fragment_color;\n" : "";
-        text += structures_text(m_code, &m_streams, m_printer);
-        text += functions_text(m_code, m_printer, true);
-        const bool stateless = m_code.used_functions().back()->parameters.empty();
-        return text + "\nvoid main()\n{\n" + (stateless ? "" : "    State state;\n") +
-               m_printer.statements(m_fragment_body, 1) + "    " +
-               (m_modern ? "fragment_color" : "gl_FragColor") + " = " + m_code.name() +
-               (stateless ? "();\n}\n" : "(state);\n}\n");
+        return head("fragment") + uniforms_text(used) + textures_text(used) +
+               section("streams", streams_text("varying", "in", "fragment_", m_streams.varyings()) +
+                                      (m_modern ? "\nout vec4 fragment_color;\n" : "")) +
+               section("shading state", structures_text(m_code, &m_streams, m_printer)) +
+               section("shader", functions_text(m_code, m_printer, true)) +
+               section("fragment program", fragment_main());
     }
 
 private:
     static Expr back_face() { return logical_not(variable(Kind::boolean, "gl_FrontFacing")); }
+
+    std::string fragment_main() const
+    {
+        const bool stateless = m_code.used_functions().back()->parameters.empty();
+        return std::string("void main()\n{\n") + (stateless ? "" : "    State state;\n") +
+               m_printer.statements(m_fragment_body, 1) + "    " +
+               (m_modern ? "fragment_color" : "gl_FragColor") + " = " + m_code.name() +
+               (stateless ? "();\n}\n" : "(state);\n}\n");
+    }
 
     static std::set<std::string> variables_in(const Statements& statements)
     {
@@ -96,10 +103,7 @@ private:
         if (used.count("scene_ambient"))
             text += uniform(m_code.program().known_variable("scene_ambient"),
                             "vec4" + m_options.scene_ambient.substr(6));
-        text = text.empty() ? "" : "\n" + text;
-        for (const bool of_scene : {false, true})
-            text += parameters_text(used, of_scene);
-        return text;
+        return section("scene", text) + parameters_text(used, false) + parameters_text(used, true);
     }
 
     std::string parameters_text(const std::set<std::string>& used, bool of_scene) const
@@ -115,7 +119,7 @@ private:
                           m_printer.expression(value) + ";\n"
                     : uniform(variable(value->type, parameter.name), m_printer.expression(value));
         }
-        return text.empty() ? "" : "\n" + text;
+        return section(of_scene ? "lights and surroundings" : "parameters", text);
     }
 
     std::string textures_text(const std::set<std::string>& used) const
@@ -129,7 +133,7 @@ private:
         if (m_options.use_oit)
             text += "// Depth of the layer in front, from the pass before.\n"
                     "uniform sampler2D oit_depth_map;\n";
-        return text.empty() ? "" : "\n" + text;
+        return section("textures", text);
     }
 
     std::string streams_text(const std::string& old_word, const std::string& word,

@@ -29,10 +29,12 @@ public:
         const bool method = m_kind == "light" || m_kind == "volume";
         return head_comment(m_request, m_code, {"Target: C++17 source for the renderer"}) +
                "\n#include <cmath>\n#include <cstddef>\n\nnamespace " + scope + "\n{\n\n" +
-               swrc_prelude() + section("shading state") + state_text() + parameters_text() +
-               functions_text(m_code, m_printer, false) + section("shader") +
-               (method ? "\n// The method of the " + m_kind + ".\n" : "\n") +
-               m_printer.function(entry()) + "\n} // namespace " + scope + "\n";
+               swrc_prelude() + section("shading state", state_text()) +
+               section("parameters", parameters_text()) +
+               section("functions", functions_text(m_code, m_printer, false)) +
+               section(method ? "the method of the " + m_kind : "shader",
+                       m_printer.function(entry())) +
+               "\n} // namespace " + scope + "\n";
     }
 
     std::string scene() const

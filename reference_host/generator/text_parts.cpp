@@ -72,11 +72,14 @@ std::string head_comment(const Shader_request& request, const Shader_code& code,
     return comment;
 }
 
-std::string section(const std::string& title)
+std::string section(const std::string& title, const std::string& part)
 {
+    const std::size_t first = part.find_first_not_of('\n');
+    if (first == std::string::npos)
+        return "";
     const std::string head = "// ---- " + title + " ";
     return "\n" + head + std::string(comment_width - std::min(comment_width, head.size()), '-') +
-           "\n";
+           "\n" + part.substr(first);
 }
 
 std::string structure_text(const Shader_code& code, const std::string& name,

@@ -19,8 +19,9 @@ std::string copyright_comment(const std::string& text);
 std::string head_comment(const Shader_request& request, const Shader_code& code,
                          const std::vector<std::string>& lines);
 
-// "// ---- transforms ------", after an empty line.
-std::string section(const std::string& title);
+// A part of a text under its title, "// ---- transforms ------", after an empty line. Nothing when
+// the part is empty.
+std::string section(const std::string& title, const std::string& part);
 
 // A structure with the fields of those names only, in its own order; empty when there are none.
 std::string structure_text(const Shader_code& code, const std::string& name,
