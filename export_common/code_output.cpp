@@ -1,13 +1,12 @@
 #include "export_common/code_output.h"
 
+#include "export_common/output_names.h"
 #include "exporter_base/bytes.h"
 
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
-
-#include <wx/filename.h>
 
 namespace QZ
 {
@@ -74,7 +73,7 @@ bool write_code(const wxString& filename, TSDK::IGenerated_shader* shader)
 {
     if (!shader)
         return false;
-    shader->get_num_codes(); // the host expects the question; code 0 is taken on trust
+    shader->get_num_codes(); // asked in vain on purpose: code 0 is taken on trust
     wxString discarded_error;
     return write_bytes(filename, get_code_bytes(shader, 0).c_str(), discarded_error);
 }
@@ -86,13 +85,7 @@ bool save_buffer_to_file(const wxString& filename, const wxString& buffer, wxStr
 
 wxString add_extension(const wxString& filename, const wxString& extension)
 {
-    const wxFileName file(filename);
-    const wxString directory = file.GetPath(wxPATH_GET_VOLUME);
-    const wxString name = file.GetExt() == extension ? file.GetName() : file.GetFullName();
-    wxString result = directory;
-    if (!directory.empty())
-        result += wxFileName::GetPathSeparators()[0];
-    return result + name + wxT(".") + extension;
+    return split_output_name(filename, {extension}).with(wxT(".") + extension);
 }
 
 TSDK::IGenerated_shader* generate_code(TSDK::ICompilation_unit* unit, const char* target,

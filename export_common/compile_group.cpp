@@ -43,6 +43,19 @@ bool user_continues(wxWindow* parent, const wxString& message)
     return dialog.ShowModal() != wxID_NO;
 }
 
+// What becomes of a compilation for which something is missing: the user decides, or, when nobody
+// is to be asked, it fails with the reason on standard error and in `message`.
+bool may_continue(const wxString& missing, wxWindow* parent, bool interactive, wxString& message)
+{
+    if (interactive)
+        return user_continues(parent, missing);
+    std::fprintf(stderr,
+                 "%s non-interactive mode, we are missing lights or some environment. return\n",
+                 to_bytes(missing).c_str());
+    message = missing;
+    return false;
+}
+
 std::string node_name(TSDK::IGraph_node* node)
 {
     return node ? text_or_empty(node->get_name()) : "";
@@ -86,6 +99,8 @@ TSDK::ICompilation_unit* compile_group(TSDK::IGraph_view* view, TSDK::ITovira* a
     if (!compiler)
         return nullptr;
     Host_ref<TSDK::ICompiler_options> options = adopt(compiler->create_options());
+    if (!options)
+        return nullptr;
     set_option(options.get(), "shader_name", node_name(shader_node));
     if (resolve_unsized_arrays)
         set_option(options.get(), "resolve_unsized_arrays", "true");
@@ -104,18 +119,9 @@ TSDK::ICompilation_unit* compile_group(TSDK::IGraph_view* view, TSDK::ITovira* a
 
     const bool lights_missing = uses_lights && view->get_num_lights() == 0 && !preserve_light_loop;
     const wxString missing = missing_message(lights_missing, uses_environment && !environment);
-    if (!missing.empty()) {
-        if (!interactive) {
-            std::fprintf(stderr,
-                         "%s non-interactive mode, we are missing lights or some environment. "
-                         "return\n",
-                         to_bytes(missing).c_str());
-            message = missing;
-        }
-        if (!interactive || !user_continues(parent, missing)) {
-            release_in_order(environment, volume, compiler, options);
-            return nullptr;
-        }
+    if (!missing.empty() && !may_continue(missing, parent, interactive, message)) {
+        release_in_order(environment, volume, compiler, options);
+        return nullptr;
     }
 
     if (uses_lights && !preserve_light_loop)

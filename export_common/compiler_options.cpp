@@ -43,11 +43,9 @@ File open_copyright(const char** paths, int count, size_t& length)
     for (int i = 0; i < count; ++i) {
         if (!paths[i])
             continue;
-        const std::string path = copyright_path(paths[i]);
+        File file{std::fopen(copyright_path(paths[i]).c_str(), "rb")};
         struct stat status;
-        if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
-            continue;
-        if (File file{std::fopen(path.c_str(), "rb")}) {
+        if (file && ::fstat(::fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode)) {
             length = static_cast<size_t>(status.st_size);
             return file;
         }

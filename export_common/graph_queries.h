@@ -1,6 +1,6 @@
 // Questions about a shader node and what is connected to it.
 //
-// A null node, and null where the host should have returned an object, counts as "no".
+// A null node, and null where the host should have returned an object, counts as having nothing.
 #ifndef EXPORT_COMMON_GRAPH_QUERIES_H
 #define EXPORT_COMMON_GRAPH_QUERIES_H
 
@@ -31,7 +31,7 @@ wxString get_shader_name(TSDK::IGraph_node* node);
 // The node's kind as the host tells it; null where the host does, which stands for a surface.
 const char* get_shader_kind(TSDK::IGraph_node* node);
 
-// Whether the node is a surface shader: its kind is null or exactly "surface".
+// Whether the node is a surface shader: its kind is null or exactly "surface". So is a null node.
 bool is_surface(TSDK::IGraph_node* node);
 
 } // namespace TOVIRAEXPORT

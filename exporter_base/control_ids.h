@@ -1,6 +1,6 @@
 // The window ids of the controls on the exporters' panels.
 //
-// The ids never change: the host and its scripts find the controls by them. One id stands for one
+// The ids never change: whoever drives a panel finds the controls by them. One id stands for one
 // control, whatever panel shows it.
 #ifndef EXPORTER_BASE_CONTROL_IDS_H
 #define EXPORTER_BASE_CONTROL_IDS_H

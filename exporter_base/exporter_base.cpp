@@ -7,6 +7,9 @@
 #include "exporter_base/wx_compat.h"
 #include "sdk/interface_ids.h"
 
+#include <algorithm>
+#include <limits>
+
 #include <sys/stat.h>
 
 #include <wx/button.h>
@@ -28,9 +31,9 @@ namespace
 // Values of the container marker, to be recognised in a debugger.
 enum Container_marker { MARKER_NONE = 123456, MARKER_CONTAINER = 0, MARKER_DESTRUCTED = 7890 };
 
-// wx gives wxCENTRE no meaning in a sizer; the host's own panels set it, and so do these.
+// wx gives wxCENTRE no meaning in a sizer; it stays in the flags all the same.
 constexpr int low_bit = 0x1;
-constexpr int border = 5;
+constexpr int margin = 5;
 
 // Under GTK 3 a text field on the screen asks for more than the size that it has been given. So
 // that a later layout gives it no more and the controls below no less, it keeps what it needs at
@@ -41,6 +44,13 @@ void keep_field_sizes(wxWindow* panel)
          node = node->GetNext())
         if (wxTextCtrl* field = dynamic_cast<wxTextCtrl*>(node->GetData()))
             field->SetMinSize(field->GetBestSize());
+}
+
+// Somewhat larger, as far as there are larger numbers.
+int enlarged(int pixels)
+{
+    constexpr int extra = 4;
+    return std::min(pixels, std::numeric_limits<int>::max() - extra) + extra;
 }
 
 bool is_regular_file(const char* file)
@@ -90,8 +100,7 @@ const char* Exporter_base::get_name() const
     return m_name_bytes.c_str();
 }
 
-// ---- panel
-// ---------------------------------------------------------------------------------------
+// ---- panel ----
 
 int Exporter_base::create_ui(unsigned long long container, int width, TSDK::IGraph_view* view)
 {
@@ -129,9 +138,11 @@ void Exporter_base::set_ui_size(int width, int height)
 {
     if (!m_window || !m_top_panel)
         return;
-    const wxPoint at = m_top_panel->GetPosition();
-    m_top_panel->SetSize(at.x, at.y, width + 4, height + 4, force_size_event);
-    m_top_panel->SetSize(at.x, at.y, width, height, force_size_event);
+    at_border([&] {
+        const wxPoint at = m_top_panel->GetPosition();
+        m_top_panel->SetSize(at.x, at.y, enlarged(width), enlarged(height), force_size_event);
+        m_top_panel->SetSize(at.x, at.y, width, height, force_size_event);
+    });
 }
 
 void Exporter_base::window_closing(wxWindow*, bool) {}
@@ -142,7 +153,7 @@ void Exporter_base::create_new_container(unsigned long long container)
 
     wxBoxSizer* main_sizer = new wxBoxSizer(wxVERTICAL);
     wxBoxSizer* inner_sizer = new wxBoxSizer(wxHORIZONTAL);
-    main_sizer->Add(inner_sizer, 1, wxEXPAND | wxALL | low_bit, border);
+    main_sizer->Add(inner_sizer, 1, wxEXPAND | wxALL | low_bit, margin);
     inner_sizer->Add(m_top_panel, 1, wxEXPAND | low_bit, 0);
     m_window->SetSizer(main_sizer, true);
 }
@@ -208,13 +219,13 @@ void Exporter_base::create_common_ui(wxBoxSizer* sizer)
     wxButton* browse = create_browse_button(m_top_panel, ID_EXPORTFILE_BROWSE);
 
     wxBoxSizer* label_row = new wxBoxSizer(wxHORIZONTAL);
-    sizer->Add(label_row, 0, wxEXPAND | wxLEFT, border);
+    sizer->Add(label_row, 0, wxEXPAND | wxLEFT, margin);
     label_row->Add(label, 1, wxALL, 0);
 
     wxBoxSizer* field_row = new wxBoxSizer(wxHORIZONTAL);
-    sizer->Add(field_row, 0, wxEXPAND | wxALL, border);
-    field_row->Add(m_exportfile_control, 1, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM | low_bit, border);
-    field_row->Add(browse, 0, wxALL | low_bit, border);
+    sizer->Add(field_row, 0, wxEXPAND | wxALL, margin);
+    field_row->Add(m_exportfile_control, 1, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM | low_bit, margin);
+    field_row->Add(browse, 0, wxALL | low_bit, margin);
 }
 
 wxButton* Exporter_base::create_browse_button(wxWindow* parent, int id)
@@ -245,10 +256,13 @@ int Exporter_base::lay_out_panel(wxWindow* parent, wxSizer* sizer, int width)
 
 void Exporter_base::choose_exportfile()
 {
-    wxString path;
-    File_chooser chooser(m_window, this, wxT("exportfile"));
-    if (chooser.get_save_file(path) && m_exportfile_control)
-        m_exportfile_control->SetValue(path);
+    at_border([&] {
+        wxString path;
+        File_chooser chooser(m_window, this, wxT("exportfile"));
+        // The host may have closed the panel below the dialog.
+        if (chooser.get_save_file(path) && m_top_panel)
+            m_exportfile_control->SetValue(path);
+    });
 }
 
 const wxString& Exporter_base::get_exportfile_name() const
@@ -263,8 +277,7 @@ wxFont Exporter_base::get_os_specific_font(int size, int weight)
                   false, wxT("DejaVu LGC Sans"));
 }
 
-// ---- messages
-// ------------------------------------------------------------------------------------
+// ---- messages ----
 
 void Exporter_base::show_error(const wxString& msg)
 {

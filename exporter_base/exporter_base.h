@@ -70,8 +70,7 @@ public:
     Exporter_base(const Exporter_base&) = delete;
     Exporter_base& operator=(const Exporter_base&) = delete;
 
-    // ---- IExporter
-    // -------------------------------------------------------------------------------
+    // ---- IExporter ----
 
     // This exporter for INTERFACE_EXPORTER, null for any other id.
     TSDK::Interface* get_interface(int id) override;
@@ -86,8 +85,7 @@ public:
     void set_setting_value(unsigned int index, const char* value) override;
     const char* get_name() const override;
 
-    // ---- extension points
-    // ------------------------------------------------------------------------
+    // ---- extension points ----
 
     // slot 16: Fills the panel `parent`, which is `width` pixels wide, and returns the height in
     // pixels that it needs.
@@ -112,8 +110,7 @@ public:
     // slot 22: The target shading language. Static text; null counts as empty.
     virtual const char* get_language() const = 0;
 
-    // ---- own settings
-    // ----------------------------------------------------------------------------
+    // ---- own settings ----
 
     // Sets a setting; the first time registers it, with `value` as its default.
     void set_own_setting_value(const wxString& key, const wxString& value);
@@ -125,8 +122,7 @@ public:
     // replaced by "_".
     wxString get_base_setting_key() const;
 
-    // ---- panel and messages
-    // ----------------------------------------------------------------------
+    // ---- panel and messages ----
 
     // The text of the export-file field when the panel was last closed normally; empty before.
     const wxString& get_exportfile_name() const;
@@ -150,8 +146,7 @@ public:
     // the user says to replacing it (closing the question counts as yes). False for null.
     bool can_export(const char* file);
 
-    // ---- for the event handler
-    // -------------------------------------------------------------------
+    // ---- for the event handler ----
 
     // Asks for the export file and puts its path into the text field.
     void choose_exportfile();
@@ -192,7 +187,7 @@ private:
         bool operator()(const wxString& left, const wxString& right) const;
     };
 
-    const Setting_record* find_setting(unsigned int index) const;
+    Setting_record* find_setting(unsigned int index) const;
     void add_exporter_setting(const wxString& key, const wxString& value);
 
     void create_new_container(unsigned long long container);

@@ -37,15 +37,14 @@ bool Exporter_base::Key_less::operator()(const wxString& left, const wxString& r
     return to_bytes(left) < to_bytes(right);
 }
 
-// ---- by index
-// ------------------------------------------------------------------------------------
+// ---- by index ----
 
 unsigned int Exporter_base::get_num_settings()
 {
     return static_cast<unsigned int>(m_settings.size());
 }
 
-const Exporter_base::Setting_record* Exporter_base::find_setting(unsigned int index) const
+Exporter_base::Setting_record* Exporter_base::find_setting(unsigned int index) const
 {
     if (index >= m_settings.size())
         return nullptr;
@@ -72,15 +71,13 @@ const char* Exporter_base::get_setting_default(unsigned int index)
 
 void Exporter_base::set_setting_value(unsigned int index, const char* value)
 {
-    at_border(false, [&] {
-        if (index < m_settings.size())
-            std::next(m_settings.begin(), index)->second->set_value(from_bytes(value));
-        return true;
+    at_border([&] {
+        if (Setting_record* record = find_setting(index))
+            record->set_value(from_bytes(value));
     });
 }
 
-// ---- by key
-// --------------------------------------------------------------------------------------
+// ---- by key ----
 
 void Exporter_base::set_own_setting_value(const wxString& key, const wxString& value)
 {
@@ -122,8 +119,7 @@ void Exporter_base::register_exportfile_setting()
     register_file_setting(wxT("exportfile"), from_bytes(std::getenv("HOME")) + wxT("/untitled"));
 }
 
-// ---- static exporter settings
-// --------------------------------------------------------------------
+// ---- static exporter settings ----
 
 void Exporter_base::add_exporter_setting(const wxString& key, const wxString& value)
 {

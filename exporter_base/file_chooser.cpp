@@ -91,11 +91,12 @@ bool File_chooser::get_open_files(std::vector<wxString>& paths)
 
     wxArrayString chosen;
     dialog->GetPaths(chosen);
+    const size_t first_new = paths.size();
     for (size_t i = 0; i < chosen.GetCount(); ++i)
         if (!chosen[i].empty())
             paths.push_back(chosen[i]);
-    if (!chosen.IsEmpty())
-        store_path_if_not_empty(wxT("open"), chosen[0], selected_filter(*dialog));
+    if (first_new < paths.size())
+        store_path_if_not_empty(wxT("open"), paths[first_new], selected_filter(*dialog));
     return true;
 }
 

@@ -33,8 +33,9 @@ public:
     File_chooser(wxWindow* parent, Exporter_base* exporter, const wxString& name);
 
     // Each shows a modal dialog. On OK they return true with the chosen path or paths and remember
-    // path (of several: the first) and filter; otherwise they return false and change nothing.
-    // `paths` is appended to. A save dialog asks no question about existing files.
+    // path (of several: the first) and filter; otherwise they return false and change nothing. OK
+    // without a path, which GTK gives for a name that it can not express, counts as no choice of
+    // one file. `paths` is appended to. A save dialog asks no question about existing files.
     bool get_save_file(wxString& path);
     bool get_open_file(wxString& path);
     bool get_open_files(std::vector<wxString>& paths);

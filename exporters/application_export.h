@@ -38,9 +38,9 @@ bool export_and_report(Exporter_base& exporter, TSDK::ITovira* app, TSDK::IGraph
                        const wxString& extension, Export_function export_function);
 
 // The whole export of the applications that take one CgFX file of a surface shader, with `options`
-// as what differs between them. Apart from the questions on the way nothing is reported, and a
-// failed compilation, generation or write counts as success: the host shows the compiler's
-// diagnostics itself.
+// as what differs between them. Once the output is chosen and the node is a surface it is true,
+// also when the compilation, the generation or the write failed or the user declined to go on
+// without lights: none of that is reported.
 bool export_cgfx_surface(Exporter_base& exporter, TSDK::ITovira* app, TSDK::IGraph_view* view,
                          const Option_table& options);
 

@@ -8,6 +8,8 @@
 #include "exporter_base/bytes.h"
 #include "exporters/application_export.h"
 
+#include <string>
+
 namespace QZ
 {
 namespace TOVIRAEXPORT
@@ -30,8 +32,8 @@ string ParamID = "0x003";
 )";
 
 // The same, the script global that selects technique T0, and the texture coordinates 0 to 3 tied to
-// the map channels 1 to 4. The parser of 3ds Max has been fed these bytes ever since, the blank at
-// the end of the second "#ifdef _MAX_ " included: they stay as they are.
+// the map channels 1 to 4. Byte for byte what users' files have had so far, the blank at the end of
+// the second "#ifdef _MAX_ " included.
 constexpr char full_header[] = R"(#ifdef _MAX_
 string ParamID = "0x003";
 #endif
@@ -160,7 +162,7 @@ void compile_screen(Export& work)
 }
 
 // Surface shaders: with the scene's lights, environment and volume. The scene's ambient colour is
-// not set here: 3ds Max adds its own to every surface.
+// set for screen shaders only, on purpose.
 bool compile_surface(Export& work, wxString& error)
 {
     constexpr bool resolve_unsized_arrays = true;
@@ -227,10 +229,14 @@ bool write(Export& work, const wxString& path, wxString& error)
 bool run(Export& work, const wxString& path, wxString& error)
 {
     work.objects.take_node(work.view);
+    if (!work.objects.node) {
+        error = wxT("unable to create the shader");
+        return false;
+    }
     const char* kind = get_shader_kind(work.objects.node.get());
     work.kind = kind ? kind : "surface";
     work.objects.take_compiler(work.app);
-    work.objects.take_preferences(work.app); // no preference matters here; the host counts on it
+    work.objects.take_preferences(work.app); // held like the rest, though none is read
     work.objects.take_errors();
     work.options = work.objects.create_options();
     work.name = get_shader_name(work.objects.node.get());

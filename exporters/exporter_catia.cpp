@@ -10,6 +10,7 @@
 #include "exporters/catia_lights.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace QZ
 {

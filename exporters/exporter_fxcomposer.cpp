@@ -4,11 +4,11 @@
 #include "export_common/compile_group.h"
 #include "export_common/compiler_options.h"
 #include "export_common/graph_queries.h"
+#include "export_common/output_names.h"
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporters/file_check_boxes.h"
-#include "exporters/output_names.h"
 
 namespace QZ
 {
@@ -78,11 +78,6 @@ END_EVENT_TABLE()
 Exporter_fxcomposer_eventhandler::Exporter_fxcomposer_eventhandler(Exporter_fxcomposer* exporter)
     : m_exporter(exporter)
 {
-}
-
-Exporter_fxcomposer* Exporter_fxcomposer_eventhandler::get_exporter() const
-{
-    return m_exporter;
 }
 
 Exporter_fxcomposer::Exporter_fxcomposer()
@@ -177,8 +172,7 @@ bool Exporter_fxcomposer::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view
         show_error(wxT("Error: no export file name is specified."));
         return false;
     }
-    // What is flipped by default differs on purpose: OpenGL counts texture rows from below, as the
-    // compiler does, Direct3D from above.
+    // What is flipped by default differs between the two files on purpose.
     Output cgfx{Option_table(cgfx_options_before_flip), Option_table(cgfx_options_after_flip),
                 false};
     Output hlsl{Option_table(hlsl_options_before_flip), Option_table(hlsl_options_after_flip),
@@ -232,7 +226,7 @@ void Exporter_fxcomposer::write_outputs(TSDK::ITovira* app, TSDK::IGraph_view* v
         if (output.confirmed)
             write_code(output.path, shader.get());
         else
-            shader.abandon(); // on purpose: the host keeps what a refused file leaves behind
+            shader.abandon(); // on purpose: what is made for a refused file is not released
     };
     if (m_export_cgfx)
         write_output(cgfx);

@@ -21,10 +21,9 @@ class Exporter_fxcomposer_eventhandler : public wxEvtHandler
 {
 public:
     explicit Exporter_fxcomposer_eventhandler(Exporter_fxcomposer* exporter);
-    Exporter_fxcomposer* get_exporter() const;
 
 private:
-    Exporter_fxcomposer* m_exporter;
+    [[maybe_unused]] Exporter_fxcomposer* m_exporter;
 
     DECLARE_EVENT_TABLE()
 };
@@ -35,8 +34,9 @@ public:
     Exporter_fxcomposer();
     ~Exporter_fxcomposer() override;
 
-    // True when the questions on the way were answered with yes, also when the compilation, the
-    // generation or a write failed: the host shows the compiler's diagnostics itself.
+    // True once something is to be written and the node is a surface, also when the compilation,
+    // the generation or a write failed or the user declined to go on without lights: none of that
+    // is reported.
     bool export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view) override;
     int create_window(wxWindow* parent, int width, TSDK::IGraph_view* view) override;
     void window_closing(wxWindow* parent, bool cancelled) override;

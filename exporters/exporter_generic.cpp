@@ -3,8 +3,7 @@
 
 #include "exporter_base/bytes.h"
 #include "exporter_base/toviraexport_log.h"
-
-#include <algorithm>
+#include "exporters/generic_flags.h"
 
 namespace QZ
 {
@@ -38,21 +37,6 @@ constexpr Target targets[] = {
      wxT("ps_3_0")},
 };
 
-constexpr bool default_flags[Exporter_generic::FLAG_COUNT] = {
-    false, // two_sided
-    false, // face_forward
-    false, // rotate_cube_map
-    false, // flip_tex2d_v
-    true,  // generate_sampler_states
-    false, // alpha_transparency
-    false, // use_oit
-    true,  // depth_test
-    true,  // depth_write
-    false, // hlsl_sas_conformance
-    false, // use interfaces
-    false, // evaluate the volume shader
-};
-
 // The row of a target; null for a value that is none.
 const Target* find_target(int target)
 {
@@ -81,7 +65,8 @@ Exporter_generic::Exporter_generic(Target_language target)
         m_vertex_profile = row->vertex_profile;
         m_fragment_profile = row->fragment_profile;
     }
-    std::copy(std::begin(default_flags), std::end(default_flags), m_flags);
+    for (int flag = 0; flag < FLAG_COUNT; ++flag)
+        m_flags[flag] = generic_flags[flag].by_default;
     m_event_dispatcher->set_exporter(this);
 }
 

@@ -62,7 +62,7 @@ public:
 
     // False without an export when not exactly one node is selected or no file is named (the user
     // is told the latter); otherwise true, also when the compilation, the generation or a write
-    // failed or was refused: the host shows the compiler's diagnostics itself.
+    // failed or was refused: none of that is reported.
     bool export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view) override;
     int create_window(wxWindow* parent, int width, TSDK::IGraph_view* view) override;
     void window_closing(wxWindow* parent, bool discard) override;
@@ -115,7 +115,8 @@ private:
 
     Target_language m_target;
 
-    // The controls of the panel, which owns them; null when the target's panel has none.
+    // The controls of the panel, which owns them; null when the target's panel has none, stale
+    // after the panel's end.
     wxTextCtrl* m_annotation_map_text = nullptr;
     wxTextCtrl* m_glsl_version_text = nullptr;
     wxButton* m_annotation_map_button = nullptr;

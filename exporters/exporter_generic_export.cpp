@@ -6,9 +6,10 @@
 #include "export_common/compiler_options.h"
 #include "export_common/export_objects.h"
 #include "export_common/graph_queries.h"
+#include "export_common/output_names.h"
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
-#include "exporters/output_names.h"
+#include "exporters/generic_flags.h"
 
 namespace QZ
 {
@@ -17,22 +18,6 @@ namespace TOVIRAEXPORT
 
 namespace
 {
-
-// The compiler option of each flag that CgFX and HLSL FX share, in the order of the flags.
-constexpr const char* common_flag_options[] = {
-    "two_sided",
-    "face_forward",
-    "rotate_cube_map",
-    "flip_tex2d_v",
-    "generate_sampler_states",
-    "alpha_transparency",
-    "use_oit",
-    "depth_test",
-    "depth_write",
-    "hlsl_sas_conformance",
-};
-static_assert(sizeof common_flag_options / sizeof common_flag_options[0] ==
-              Exporter_generic::FLAG_USE_INTERFACES);
 
 constexpr Compiler_option fixed_fx_options[] = {
     {"generate_samplers", "true"},
@@ -78,7 +63,7 @@ bool Exporter_generic::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
     objects.take_node(view);
     if (get_exportfile_name().empty()) {
         show_error(wxT("Error! no export file name is specified."));
-        objects.node.abandon(); // on purpose: the host counts this selection as still in use
+        objects.node.abandon(); // on purpose: the selection is not released on this path
         return false;
     }
     if (!objects.node)
@@ -123,7 +108,7 @@ void Exporter_generic::set_common_fx_options(TSDK::ICompiler_options* options)
     set_option(options, "internal_space", m_internal_space == camera_index ? "camera" : "world");
     set_option(options, "vertex_stream_space", vertex_space_name(m_vertex_space));
     for (int flag = 0; flag < FLAG_USE_INTERFACES; ++flag)
-        set_option(options, common_flag_options[flag], flag_text(static_cast<Flag>(flag)));
+        set_option(options, generic_flags[flag].option, flag_text(static_cast<Flag>(flag)));
     set_options(options, Option_table(fixed_fx_options));
 }
 

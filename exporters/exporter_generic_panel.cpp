@@ -3,9 +3,11 @@
 // Every control carries the name of the compiler option that it feeds as its window name.
 #include "exporters/exporter_generic.h"
 
+#include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporter_base/file_chooser.h"
+#include "exporters/generic_flags.h"
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -25,40 +27,7 @@ namespace
 {
 
 constexpr int label_id = 5105; // of every label
-constexpr int border = 5;
-
-// Which targets' panels show a control.
-constexpr unsigned int on_cgfx = 1u << Exporter_generic::TARGET_CGFX;
-constexpr unsigned int on_hlsl = 1u << Exporter_generic::TARGET_HLSL;
-constexpr unsigned int on_fx = on_cgfx | on_hlsl;
-
-struct Check_box_row {
-    int id;
-    const wxChar* label;
-    const wxChar* option;
-    unsigned int fx_targets;
-    const wxChar* group_box; // on the effect panel
-};
-
-// The index of a row is the Flag.
-constexpr Check_box_row check_box_rows[Exporter_generic::FLAG_COUNT] = {
-    {ID_TWO_SIDED, wxT("Two sided"), wxT("two_sided"), on_cgfx, wxT("Normals")},
-    {ID_FACE_FORWARD, wxT("Face forward"), wxT("face_forward"), on_fx, wxT("Normals")},
-    {ID_ROTATE_CUBE_MAP, wxT("Rotate cube map"), wxT("rotate_cube_map"), on_fx, wxT("Texturing")},
-    {ID_FLIP_TEX2D_V, wxT("Vertically flip tex2d lookup"), wxT("flip_tex2d_v"), on_fx,
-     wxT("Texturing")},
-    {ID_GENERATE_SAMPLER_STATES, wxT("Generate sampler states"), wxT("generate_sampler_states"),
-     on_fx, wxT("Texturing")},
-    {ID_ALPHA_TRANSPARENCY, wxT("Alpha transparency"), wxT("alpha_transparency"), on_fx,
-     wxT("Transparency")},
-    {ID_USE_OIT, wxT("Order independent transparency"), wxT("use_oit"), on_fx, wxT("Transparency")},
-    {ID_DEPTH_TEST, wxT("Depth test"), wxT("depth_test"), on_fx, wxT("Depth buffer")},
-    {ID_DEPTH_WRITE, wxT("Depth write"), wxT("depth_write"), on_fx, wxT("Depth buffer")},
-    {ID_HLSL_SAS_CONFORMANCE, wxT("Enabled"), wxT("hlsl_sas_conformance"), on_hlsl,
-     wxT("Microsoft SAS")},
-    {ID_USE_INTERFACES, wxT("Use interfaces"), wxT("interfaces"), on_cgfx, wxT("Interfaces")},
-    {ID_EVAL_VOLUME, wxT("Evaluate volume shader"), wxT("eval_volume"), on_cgfx, wxT("Interfaces")},
-};
+constexpr int margin = 5;
 
 // The group boxes of check boxes on the effect panel, top to bottom.
 constexpr const wxChar* flag_group_boxes[] = {wxT("Normals"),       wxT("Texturing"),
@@ -85,20 +54,20 @@ public:
         return dressed(new wxStaticText(m_parent, label_id, text));
     }
 
-    wxTextCtrl* text(int id, const wxChar* option, const wxChar* initial) const
+    wxTextCtrl* text(int id, const char* option, const wxChar* initial) const
     {
         return named(new wxTextCtrl(m_parent, id, initial), option);
     }
 
-    wxCheckBox* check_box(int id, const wxChar* option, const wxChar* text) const
+    wxCheckBox* check_box(const Generic_flag& flag) const
     {
-        wxCheckBox* box = named(new wxCheckBox(m_parent, id, text), option);
+        wxCheckBox* box = named(new wxCheckBox(m_parent, flag.id, flag.label), flag.option);
         box->SetValue(false);
         return box;
     }
 
     template<size_t size>
-    wxComboBox* choice(int id, const wxChar* option, const wxChar* const (&entries)[size]) const
+    wxComboBox* choice(int id, const char* option, const wxChar* const (&entries)[size]) const
     {
         wxArrayString choices;
         for (const wxChar* entry : entries)
@@ -117,9 +86,9 @@ private:
     }
 
     template<typename Control>
-    Control* named(Control* control, const wxChar* option) const
+    Control* named(Control* control, const char* option) const
     {
-        control->SetName(option);
+        control->SetName(from_bytes(option));
         return dressed(control);
     }
 
@@ -130,8 +99,8 @@ private:
 // Adds a row that ends where the export-file row does.
 void add_row(wxBoxSizer* sizer, wxBoxSizer* row)
 {
-    row->AddSpacer(border);
-    sizer->Add(row, 0, wxEXPAND | wxALL, border);
+    row->AddSpacer(margin);
+    sizer->Add(row, 0, wxEXPAND | wxALL, margin);
 }
 
 // A titled box across the panel, added to its sizer.
@@ -140,16 +109,16 @@ wxStaticBoxSizer* add_group_box(wxWindow* parent, wxBoxSizer* sizer, const wxFon
 {
     wxStaticBoxSizer* box = new wxStaticBoxSizer(wxVERTICAL, parent, title);
     box->GetStaticBox()->SetFont(font);
-    sizer->Add(box, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, border);
+    sizer->Add(box, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, margin);
     return box;
 }
 
 // A two-column grid of labels and controls whose second column takes what width is left.
 wxFlexGridSizer* add_grid(wxSizer* sizer)
 {
-    wxFlexGridSizer* grid = new wxFlexGridSizer(0, 2, border, border);
+    wxFlexGridSizer* grid = new wxFlexGridSizer(0, 2, margin, margin);
     grid->AddGrowableCol(1, 1);
-    sizer->Add(grid, 0, wxEXPAND | wxALL, border);
+    sizer->Add(grid, 0, wxEXPAND | wxALL, margin);
     return grid;
 }
 
@@ -161,8 +130,7 @@ void add_grid_row(wxFlexGridSizer* grid, wxStaticText* label, wxWindow* control)
 
 } // namespace
 
-// ---- build
-// ---------------------------------------------------------------------------------------
+// ---- build ----
 
 int Exporter_generic::create_window(wxWindow* parent, int width, TSDK::IGraph_view*)
 {
@@ -185,13 +153,12 @@ void Exporter_generic::create_window_fx(wxWindow* parent, wxBoxSizer* sizer)
 {
     const Control_factory create(parent, get_os_specific_font(1, 90));
     wxStaticText* label = create.label(wxT("Annotation map file:"));
-    m_annotation_map_text =
-        create.text(ID_ANNOTATION_MAP_TEXT, wxT("annotation_map"), wxEmptyString);
+    m_annotation_map_text = create.text(ID_ANNOTATION_MAP_TEXT, "annotation_map", wxEmptyString);
     m_annotation_map_button = create_browse_button(parent, ID_ANNOTATION_MAP_BROWSE);
     wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, border);
+    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, margin);
     row->Add(m_annotation_map_text, 1, wxEXPAND);
-    row->Add(m_annotation_map_button, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, border);
+    row->Add(m_annotation_map_button, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, margin);
     add_row(sizer, row);
 
     create_profile_box(parent, sizer);
@@ -208,12 +175,11 @@ void Exporter_generic::create_profile_box(wxWindow* parent, wxBoxSizer* sizer)
     wxFlexGridSizer* grid = add_grid(box);
     const Control_factory create(parent, font);
     wxStaticText* label = create.label(wxT("Vertex shader profile:"));
-    m_vertex_profile_text =
-        create.text(ID_VERTEX_PROFILE, wxT("vertex_shader_profile"), wxT("vs_4_0"));
+    m_vertex_profile_text = create.text(ID_VERTEX_PROFILE, "vertex_shader_profile", wxT("vs_4_0"));
     add_grid_row(grid, label, m_vertex_profile_text);
     label = create.label(wxT("Fragment shader profile:"));
     m_fragment_profile_text =
-        create.text(ID_FRAGMENT_PROFILE, wxT("fragment_shader_profile"), wxT("ps_4_0"));
+        create.text(ID_FRAGMENT_PROFILE, "fragment_shader_profile", wxT("ps_4_0"));
     add_grid_row(grid, label, m_fragment_profile_text);
 }
 
@@ -224,12 +190,10 @@ void Exporter_generic::create_space_box(wxWindow* parent, wxBoxSizer* sizer)
     wxFlexGridSizer* grid = add_grid(box);
     const Control_factory create(parent, font);
     wxStaticText* label = create.label(wxT("Vertex coordinate space:"));
-    m_vertex_space_combo =
-        create.choice(ID_VERTEX_SPACE, wxT("vertex_stream_space"), vertex_spaces);
+    m_vertex_space_combo = create.choice(ID_VERTEX_SPACE, "vertex_stream_space", vertex_spaces);
     add_grid_row(grid, label, m_vertex_space_combo);
     label = create.label(wxT("Internal space:"));
-    m_internal_space_combo =
-        create.choice(ID_INTERNAL_SPACE, wxT("internal_space"), internal_spaces);
+    m_internal_space_combo = create.choice(ID_INTERNAL_SPACE, "internal_space", internal_spaces);
     add_grid_row(grid, label, m_internal_space_combo);
 }
 
@@ -238,22 +202,22 @@ void Exporter_generic::create_flag_box(wxWindow* parent, wxBoxSizer* sizer, cons
 {
     wxStaticBoxSizer* box = nullptr;
     for (int flag = 0; flag < FLAG_COUNT; ++flag) {
-        const Check_box_row& row = check_box_rows[flag];
-        if (wxString(row.group_box) != title || !(row.fx_targets & 1u << m_target))
+        const Generic_flag& row = generic_flags[flag];
+        const bool shown = m_target == TARGET_HLSL ? row.on_hlsl_panel : row.on_cgfx_panel;
+        if (!shown || wxString(row.group_box) != title)
             continue;
         if (!box) {
             box = add_group_box(parent, sizer, get_os_specific_font(1, 90), title);
-            box->AddSpacer(border);
+            box->AddSpacer(margin);
         }
-        box->Add(create_check_box(parent, static_cast<Flag>(flag)), 0, wxLEFT | wxBOTTOM, border);
+        box->Add(create_check_box(parent, static_cast<Flag>(flag)), 0, wxLEFT | wxBOTTOM, margin);
     }
 }
 
 wxCheckBox* Exporter_generic::create_check_box(wxWindow* parent, Flag flag)
 {
     const Control_factory create(parent, get_os_specific_font(1, 90));
-    const Check_box_row& row = check_box_rows[flag];
-    m_check_boxes[flag] = create.check_box(row.id, row.option, row.label);
+    m_check_boxes[flag] = create.check_box(generic_flags[flag]);
     return m_check_boxes[flag];
 }
 
@@ -261,17 +225,16 @@ void Exporter_generic::create_window_glsl(wxWindow* parent, wxBoxSizer* sizer)
 {
     const Control_factory create(parent, get_os_specific_font(1, 90));
     wxStaticText* label = create.label(wxT("GLSL version:"));
-    m_glsl_version_text = create.text(ID_GLSL_VERSION, wxT("glsl_version"), wxEmptyString);
+    m_glsl_version_text = create.text(ID_GLSL_VERSION, "glsl_version", wxEmptyString);
     wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, border);
+    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, margin);
     row->Add(m_glsl_version_text, 1, wxALIGN_CENTER_VERTICAL);
     add_row(sizer, row);
     for (Flag flag : glsl_flags)
-        sizer->Add(create_check_box(parent, flag), 0, wxLEFT | wxRIGHT | wxBOTTOM, border);
+        sizer->Add(create_check_box(parent, flag), 0, wxLEFT | wxRIGHT | wxBOTTOM, margin);
 }
 
-// ---- fill and read back
-// --------------------------------------------------------------------------
+// ---- fill and read back ----
 
 void Exporter_generic::fill_controls()
 {
@@ -317,15 +280,17 @@ void Exporter_generic::window_closing(wxWindow*, bool discard)
     read_text(m_glsl_version_text, m_glsl_version);
 }
 
-// ---- annotation map
-// ------------------------------------------------------------------------------
+// ---- annotation map ----
 
 void Exporter_generic::choose_annotation_map_file()
 {
-    wxString path;
-    File_chooser chooser(get_window(), this, wxT("annotationfile"));
-    if (chooser.get_open_file(path) && m_annotation_map_text)
-        m_annotation_map_text->SetValue(path);
+    at_border([&] {
+        wxString path;
+        File_chooser chooser(get_window(), this, wxT("annotationfile"));
+        // The host may have closed the panel below the dialog.
+        if (chooser.get_open_file(path) && get_top_panel())
+            m_annotation_map_text->SetValue(path);
+    });
 }
 
 void Exporter_generic::Event_dispatcher::set_exporter(Exporter_generic* exporter)

@@ -4,13 +4,14 @@
 #include "export_common/compiler_options.h"
 #include "export_common/export_objects.h"
 #include "export_common/graph_queries.h"
+#include "export_common/output_names.h"
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporters/file_check_boxes.h"
-#include "exporters/output_names.h"
 
 #include <cstdio>
+#include <string>
 
 namespace QZ
 {
@@ -31,11 +32,6 @@ END_EVENT_TABLE()
 Exporter_swrc_eventhandler::Exporter_swrc_eventhandler(Exporter_swrc* exporter)
     : m_exporter(exporter)
 {
-}
-
-Exporter_swrc* Exporter_swrc_eventhandler::get_exporter() const
-{
-    return m_exporter;
 }
 
 Exporter_swrc::Exporter_swrc() : Exporter_base("Corvane"), m_eventhandler(this) {}
@@ -100,7 +96,7 @@ void Exporter_swrc::update_filename(const wxString& filename, wxString& qz_filen
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is fixed
 wxString Exporter_swrc::get_src(TSDK::IGenerated_shader* shader, wxString code_type)
 {
-    shader->get_num_codes(); // the host expects the question; both codes are taken on trust
+    shader->get_num_codes(); // asked in vain on purpose: both codes are taken on trust
     if (code_type == wxT("cppfile"))
         return from_bytes(get_code_bytes(shader, cpp_code_index).c_str());
     if (code_type == wxT("qzfile"))

@@ -23,10 +23,9 @@ class Exporter_swrc_eventhandler : public wxEvtHandler
 {
 public:
     explicit Exporter_swrc_eventhandler(Exporter_swrc* exporter);
-    Exporter_swrc* get_exporter() const;
 
 private:
-    Exporter_swrc* m_exporter;
+    [[maybe_unused]] Exporter_swrc* m_exporter;
 
     DECLARE_EVENT_TABLE()
 };

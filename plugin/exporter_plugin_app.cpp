@@ -30,7 +30,7 @@ wxAppConsole* wxCreateApp()
     return new Exporter_plugin_app;
 }
 
-wxAppInitializer wxTheAppInitializer(reinterpret_cast<wxAppInitializerFunction>(wxCreateApp));
+wxAppInitializer wxTheAppInitializer(wxCreateApp);
 
 Exporter_plugin_app& wxGetApp()
 {

@@ -9,7 +9,7 @@ packages=(
     libpugixml-dev libcli11-dev libfmt-dev    # the stand-in host: documents, command line, texts
     libosmesa6-dev libgl-dev libpng-dev libjpeg62-turbo-dev # its pictures, without a display
     libgtest-dev libgmock-dev libbenchmark-dev # tests and benchmarks
-    libx11-dev                                # looks whether a display can be opened
+    libx11-dev libxtst-dev                    # opens displays; presses keys and buttons in tests
     xvfb xauth fonts-dejavu-core fonts-dejavu-extra # a display for the panels
     glslang-tools                             # a compiler that checks exported GLSL
     bison flex xz-utils dpkg-dev              # scripts/fetch-validators.sh builds with these
@@ -21,11 +21,17 @@ for package in "${packages[@]}"; do
     status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
     [ "$status" = installed ] || missing+=("$package")
 done
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
 if [ ${#missing[@]} -gt 0 ]; then
-    as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     echo "Installing: ${missing[*]}"
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
+
+# The tests of numbers in texts want a locale with a decimal comma, in both encodings.
+for encoding in UTF-8 ISO-8859-1; do
+    locale -a | grep -qix "de_DE.${encoding//-/}" ||
+        "${as_root[@]}" localedef -i de_DE -f "$encoding" "de_DE.$encoding"
+done

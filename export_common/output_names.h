@@ -1,6 +1,6 @@
 // Output names derived from the one name that the user chose. Pure text: no file is looked at.
-#ifndef EXPORTERS_OUTPUT_NAMES_H
-#define EXPORTERS_OUTPUT_NAMES_H
+#ifndef EXPORT_COMMON_OUTPUT_NAMES_H
+#define EXPORT_COMMON_OUTPUT_NAMES_H
 
 #include <initializer_list>
 
@@ -24,7 +24,7 @@ struct Output_stem {
 // Takes a chosen name apart. The own extensions are given without the dot; case counts:
 //   "/d/x.fx" -> "/d/", "x", "fx"      "/d/x.FX" -> "/d/", "x.FX", ""      "x" -> "", "x", ""
 Output_stem split_output_name(const wxString& chosen,
-                              std::initializer_list<const wxChar*> own_extensions);
+                              std::initializer_list<wxString> own_extensions);
 
 } // namespace TOVIRAEXPORT
 } // namespace QZ

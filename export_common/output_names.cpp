@@ -1,4 +1,4 @@
-#include "exporters/output_names.h"
+#include "export_common/output_names.h"
 
 #include <wx/filename.h>
 
@@ -13,7 +13,7 @@ wxString Output_stem::with(const wxString& suffix) const
 }
 
 Output_stem split_output_name(const wxString& chosen,
-                              std::initializer_list<const wxChar*> own_extensions)
+                              std::initializer_list<wxString> own_extensions)
 {
     const wxFileName file(chosen);
     Output_stem stem;
@@ -21,7 +21,7 @@ Output_stem split_output_name(const wxString& chosen,
     if (!stem.directory.empty())
         stem.directory += wxFileName::GetPathSeparators()[0];
     stem.base = file.GetFullName();
-    for (const wxChar* extension : own_extensions) {
+    for (const wxString& extension : own_extensions) {
         if (file.GetExt() == extension) {
             stem.base = file.GetName();
             stem.extension = extension;
