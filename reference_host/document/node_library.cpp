@@ -51,7 +51,7 @@ public:
 private:
     std::string take(std::size_t length)
     {
-        const std::string taken(m_rest.substr(0, length));
+        std::string taken(m_rest.substr(0, length));
         m_rest.remove_prefix(length);
         skip_blanks();
         return taken;
@@ -80,9 +80,9 @@ bool is_number(const std::string& word)
 Value identity(Type type)
 {
     Value value{type, {}, {}};
-    const int size = type == Type::matrix33 ? 3 : 4;
-    for (int i = 0; i < size; ++i)
-        value.numbers[static_cast<std::size_t>(i * size + i)] = 1.0;
+    const std::size_t size = type == Type::matrix33 ? 3 : 4;
+    for (std::size_t i = 0; i < size; ++i)
+        value.numbers[i * size + i] = 1.0;
     return value;
 }
 

@@ -212,11 +212,11 @@ private:
             if (parameter.of_scene != of_scene || !m_used.count(parameter.name))
                 continue;
             const Expr value = literal(parameter.value);
-            const std::string declared = m_printer.type(value->type) + " " + parameter.name;
-            const std::string initial = " = " + m_printer.expression(value) + ";\n";
             text += text.empty() ? "" : "\n";
-            text += parameter.constant ? "static const " + declared + initial
-                                       : declared + m_annotations.of(parameter) + initial;
+            text += parameter.constant ? "static const " : "";
+            text += m_printer.type(value->type) + " " + parameter.name;
+            text += parameter.constant ? "" : m_annotations.of(parameter);
+            text += " = " + m_printer.expression(value) + ";\n";
         }
         const bool alone = m_options.shader_type == "light" || m_options.shader_type == "volume";
         return section(of_scene && !alone ? "lights and surroundings" : "parameters", text);

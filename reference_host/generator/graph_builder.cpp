@@ -138,7 +138,7 @@ Expr Graph_builder::compute(const Output_definition& output, const std::string& 
     if (output.implementation.empty())
         throw Refusal{m_current, "a shader cannot be an input of a pattern"};
     const Shading_type type = shading_type(output.type);
-    const Expr value = as_type(parsed(output.implementation), type);
+    Expr value = as_type(parsed(output.implementation), type);
     if (is_simple(value))
         return value;
     const std::string unique = m_context.names.take(name);
@@ -163,9 +163,9 @@ Expr Graph_builder::find_variable(const std::string& name)
     const auto shared = m_shared.find(name);
     if (shared != m_shared.end())
         return shared->second;
-    if (const Expr source = scene_source(name))
+    if (Expr source = scene_source(name))
         return source;
-    const Expr known = m_context.program.find_variable(name);
+    Expr known = m_context.program.find_variable(name);
     if (!known && is_transform(name))
         throw Notation_error("the target has no matrix \"" + name + "\"");
     return known;
@@ -216,7 +216,7 @@ Expr Graph_builder::given_value(const Node& node, const Input& input,
 {
     const Value value =
         to_working_space(input.value ? *input.value : defined.value, input.color_space);
-    const Expr constant = literal(value);
+    Expr constant = literal(value);
     // Documents write out the normal of a surface's default, which is no constant.
     if (&node == &m_shader && !defined.default_source.empty())
         return scene_source(defined.default_source);
@@ -239,7 +239,7 @@ Expr Graph_builder::absent_value(const Node& node, const Input_definition& defin
     if (!defined.default_source.empty())
         return scene_source(defined.default_source);
     // Lights and the like show all that they have; surfaces what the document sets.
-    const Expr constant = literal(defined.value);
+    Expr constant = literal(defined.value);
     if (&node != &m_shader || m_prefix.empty() || !is_float(constant->type))
         return constant;
     Expr& made = m_editable[defined.name];
@@ -256,7 +256,7 @@ Expr Graph_builder::scene_source(const std::string& name)
 
 Expr Graph_builder::call(const std::string& function, std::vector<Expr> arguments)
 {
-    using Special = Expr (Graph_builder::*)(std::vector<Expr>);
+    using Special = Expr (Graph_builder::*)(const std::vector<Expr>&);
     static const std::unordered_map<std::string, Special> specials = {
         {"image", &Graph_builder::image},
         {"color_image", &Graph_builder::color_image},
@@ -270,7 +270,7 @@ Expr Graph_builder::call(const std::string& function, std::vector<Expr> argument
     };
     const auto special = specials.find(function);
     if (special != specials.end())
-        return (this->*special->second)(std::move(arguments));
+        return (this->*special->second)(arguments);
     return m_context.program.call(function, std::move(arguments));
 }
 
@@ -302,13 +302,13 @@ Expr Graph_builder::lookup(const Texture& texture, const Expr& place)
 
 // image(file, texcoord, address mode of u, of v, default): a texel in the type of the default.
 // Nodes of colours decode it.
-Expr Graph_builder::image(std::vector<Expr> arguments)
+Expr Graph_builder::image(const std::vector<Expr>& arguments)
 {
     const Type type = m_definition->generic;
     return texel(arguments, type == Type::color3 || type == Type::color4);
 }
 
-Expr Graph_builder::color_image(std::vector<Expr> arguments)
+Expr Graph_builder::color_image(const std::vector<Expr>& arguments)
 {
     return texel(arguments, true);
 }
@@ -351,7 +351,7 @@ Expr Graph_builder::addressed(const Expr& coordinate, const std::string& mode)
 }
 
 // cube_image(file, direction): the colour of a cube map in a direction of the internal space.
-Expr Graph_builder::cube_image(std::vector<Expr> arguments)
+Expr Graph_builder::cube_image(const std::vector<Expr>& arguments)
 {
     if (arguments.size() != 2 || arguments[0]->type != Kind::text)
         throw Notation_error("the file name must be known");
@@ -364,7 +364,7 @@ Expr Graph_builder::cube_image(std::vector<Expr> arguments)
     return to_working_space(swizzle(lookup(texture, direction), "xyz"), file.color_space, *this);
 }
 
-Expr Graph_builder::texture_set(std::vector<Expr> arguments)
+Expr Graph_builder::texture_set(const std::vector<Expr>& arguments)
 {
     const Expr& set = arguments.at(0);
     if (!is_literal(set) || set->numbers[0] < 0 || set->numbers[0] >= texture_sets)
@@ -373,7 +373,7 @@ Expr Graph_builder::texture_set(std::vector<Expr> arguments)
 }
 
 // channels_of(value, "rgb1"): components by their letters, and the digits 0 and 1.
-Expr Graph_builder::channels_of(std::vector<Expr> arguments)
+Expr Graph_builder::channels_of(const std::vector<Expr>& arguments)
 {
     const Expr& value = arguments.at(0);
     const std::string& channels = arguments.at(1)->text;
@@ -400,7 +400,7 @@ Expr Graph_builder::channels_of(std::vector<Expr> arguments)
 }
 
 // transform_names(from, to): "to world", "to object", or "" between spaces that are the same.
-Expr Graph_builder::transform_names(std::vector<Expr> arguments)
+Expr Graph_builder::transform_names(const std::vector<Expr>& arguments)
 {
     const auto is_world = [](const Expr& name) { return name->text == "world"; };
     for (const Expr& name : arguments)
@@ -413,7 +413,7 @@ Expr Graph_builder::transform_names(std::vector<Expr> arguments)
 }
 
 // tangent_space_normal(value): a constant stands for the normal as it is.
-Expr Graph_builder::tangent_space_normal(std::vector<Expr> arguments)
+Expr Graph_builder::tangent_space_normal(const std::vector<Expr>& arguments)
 {
     if (is_literal(arguments.at(0)))
         return scene_source("normal");
@@ -423,13 +423,13 @@ Expr Graph_builder::tangent_space_normal(std::vector<Expr> arguments)
 }
 
 // refused(reason): for nodes that no target can express.
-Expr Graph_builder::refused(std::vector<Expr> arguments)
+Expr Graph_builder::refused(const std::vector<Expr>& arguments)
 {
     throw Refusal{m_current, arguments.at(0)->text};
 }
 
 // vertex_property(name, default): a property of the mesh by its usual names.
-Expr Graph_builder::vertex_property(std::vector<Expr> arguments)
+Expr Graph_builder::vertex_property(const std::vector<Expr>& arguments)
 {
     const std::string& name = arguments.at(0)->text;
     const Expr& fallback = arguments.at(1);

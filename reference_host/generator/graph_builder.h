@@ -74,15 +74,15 @@ private:
     Expr absent_value(const Node& node, const Input_definition& defined);
     Expr scene_source(const std::string& name);
 
-    Expr image(std::vector<Expr> arguments);
-    Expr color_image(std::vector<Expr> arguments);
-    Expr transform_names(std::vector<Expr> arguments);
-    Expr cube_image(std::vector<Expr> arguments);
-    Expr texture_set(std::vector<Expr> arguments);
-    Expr channels_of(std::vector<Expr> arguments);
-    Expr vertex_property(std::vector<Expr> arguments);
-    Expr tangent_space_normal(std::vector<Expr> arguments);
-    Expr refused(std::vector<Expr> arguments);
+    Expr image(const std::vector<Expr>& arguments);
+    Expr color_image(const std::vector<Expr>& arguments);
+    Expr transform_names(const std::vector<Expr>& arguments);
+    Expr cube_image(const std::vector<Expr>& arguments);
+    Expr texture_set(const std::vector<Expr>& arguments);
+    Expr channels_of(const std::vector<Expr>& arguments);
+    Expr vertex_property(const std::vector<Expr>& arguments);
+    Expr tangent_space_normal(const std::vector<Expr>& arguments);
+    Expr refused(const std::vector<Expr>& arguments);
     Expr texel(const std::vector<Expr>& arguments, bool decodes);
     Expr addressed(const Expr& coordinate, const std::string& mode);
     Expr lookup(const Texture& texture, const Expr& place);

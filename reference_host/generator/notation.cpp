@@ -294,7 +294,7 @@ private:
 
     Expr expression()
     {
-        const Expr condition = operation(1);
+        Expr condition = operation(1);
         if (!m_words.accept("?"))
             return condition;
         if (is_true(condition) || is_false(condition))
@@ -315,7 +315,7 @@ private:
             m_words.expect(":");
             return expression();
         }
-        const Expr taken = expression();
+        Expr taken = expression();
         m_words.expect(":");
         m_words.skip_expression();
         return taken;
@@ -407,7 +407,7 @@ private:
     {
         const std::string word(m_words.take());
         if (word == "(") {
-            const Expr inner = expression();
+            Expr inner = expression();
             m_words.expect(")");
             return inner;
         }
@@ -436,7 +436,7 @@ private:
     Expr named(const std::string& name)
     {
         const auto local = m_locals.find(name);
-        const Expr found = local != m_locals.end() ? local->second : m_scope.find_variable(name);
+        Expr found = local != m_locals.end() ? local->second : m_scope.find_variable(name);
         if (!found)
             throw Notation_error("unknown name \"" + name + "\"");
         return found;

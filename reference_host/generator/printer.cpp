@@ -136,7 +136,7 @@ std::string wrapped_line(const std::string& text, int depth)
         const std::size_t cut = break_position(rest, first, longest_line);
         if (cut == std::string::npos)
             break;
-        lines += rest.substr(0, cut) + "\n";
+        lines.append(rest, 0, cut).append("\n");
         rest = indent + std::string(indentation, ' ') + rest.substr(cut + 1);
         first = indent.size() + indentation + 1;
     }

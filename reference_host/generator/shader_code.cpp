@@ -122,9 +122,9 @@ void Shader_code::add_environment()
     Graph_builder builder(m_context, node, make_identifier(node.name) + "_");
     m_environment_function = m_names.take(node.name);
     const Node_definition* definition = find_definition(node);
-    const Shading_type type = shading_type(definition ? definition->outputs[0].type : Type::none);
-    if (!is_float(type))
+    if (!definition || !is_float(shading_type(definition->outputs[0].type)))
         throw Refusal{&node, "its value is no colour of an environment"};
+    const Shading_type type = shading_type(definition->outputs[0].type);
     const Expr value = builder.shader_expression(definition->outputs[0].implementation);
     Function function{Kind::float3,
                       m_environment_function,

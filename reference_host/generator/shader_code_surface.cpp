@@ -96,7 +96,7 @@ bool Shader_code::contributes(const std::string& slot) const
 // What the surface sends to the eye without lights: ambient light and emission.
 Expr Shader_code::own_light(Graph_builder& builder)
 {
-    const Expr emission = slot(builder, "emission");
+    Expr emission = slot(builder, "emission");
     if (m_options.scene_ambient.empty() || !find_surface_model(m_request.shader->category)->lit)
         return emission;
     const Expr ambient = parse_expression("scene_ambient.xyz * surface.base_color", m_program);
@@ -108,7 +108,7 @@ Expr Shader_code::opacity(Graph_builder& builder)
 {
     if (!m_options.alpha_transparency)
         return literal(1.0);
-    const Expr opacity = slot(builder, "opacity");
+    Expr opacity = slot(builder, "opacity");
     if (!contributes("transmission") || reads_environment())
         return opacity;
     m_program.define("opacity", opacity);
@@ -120,7 +120,7 @@ Expr Shader_code::opacity(Graph_builder& builder)
 // The normal in the internal space.
 Expr Shader_code::normal(Graph_builder& builder)
 {
-    const Expr given = slot(builder, "normal");
+    Expr given = slot(builder, "normal");
     const std::string expression =
         slot_expression(*find_surface_model(m_request.shader->category), "normal");
     if (!builder.reads_world_space(expression))
