@@ -220,18 +220,11 @@ Expr Graph_builder::given_value(const Node& node, const Input& input,
     // Documents write out the normal of a surface's default, which is no constant.
     if (&node == &m_shader && !defined.default_source.empty())
         return scene_source(defined.default_source);
-    // A weight that is left at zero adds nothing to the shader; integers and texts choose its
-    // shape.
-    const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer ||
-                        (m_prefix.empty() && value.type == Type::vector3) ||
-                        (is_zero(constant) && is_zero(literal(defined.value)));
-    if (&node != &m_shader || steers)
-        return constant;
-    Expr& made = m_editable[input.name];
-    if (!made)
-        made = m_context.uniforms.editable(m_prefix + input.name, value, input.ui,
-                                           {defined.min, defined.max}, !m_prefix.empty());
-    return made;
+    const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer;
+    // A weight that is left at zero adds nothing to a surface, and vectors are nothing to edit.
+    const bool idle = m_prefix.empty() && (value.type == Type::vector3 ||
+                                           (is_zero(constant) && is_zero(literal(defined.value))));
+    return &node != &m_shader || steers || idle ? constant : editable(defined, value, input.ui);
 }
 
 Expr Graph_builder::absent_value(const Node& node, const Input_definition& defined)
@@ -240,12 +233,20 @@ Expr Graph_builder::absent_value(const Node& node, const Input_definition& defin
         return scene_source(defined.default_source);
     // Lights and the like show all that they have; surfaces what the document sets.
     Expr constant = literal(defined.value);
-    if (&node != &m_shader || m_prefix.empty() || !is_float(constant->type))
-        return constant;
+    return &node != &m_shader || m_prefix.empty() || !is_float(constant->type)
+               ? constant
+               : editable(defined, defined.value, {});
+}
+
+Expr Graph_builder::editable(const Input_definition& defined, const Value& value, Ui_hints ui)
+{
+    const bool of_scene = !m_prefix.empty();
+    if (of_scene && ui.folder.empty())
+        ui.folder = m_shader.name;
     Expr& made = m_editable[defined.name];
     if (!made)
-        made = m_context.uniforms.editable(m_prefix + defined.name, defined.value, {},
-                                           {defined.min, defined.max}, true);
+        made = m_context.uniforms.editable(m_prefix + defined.name, value, ui,
+                                           {defined.min, defined.max}, of_scene);
     return made;
 }
 

@@ -39,7 +39,9 @@ struct Refusal {
 class Graph_builder : public Notation_scope
 {
 public:
-    // Literal inputs of `shader` become parameters, called `prefix` + the input's name.
+    // Literal inputs of `shader` become parameters, called `prefix` + the input's name. The prefix
+    // is empty for what is exported itself; lights and other parts of the scene have one, and show
+    // all their inputs.
     Graph_builder(Build_context& context, const Node& shader, const std::string& prefix);
 
     // An expression in the notation over the inputs of the shader; what is connected to those that
@@ -72,6 +74,7 @@ private:
     Expr connected(const Input& input);
     Expr given_value(const Node& node, const Input& input, const Input_definition& defined);
     Expr absent_value(const Node& node, const Input_definition& defined);
+    Expr editable(const Input_definition& defined, const Value& value, Ui_hints ui);
     Expr scene_source(const std::string& name);
 
     Expr image(const std::vector<Expr>& arguments);
