@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <cstdio>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -47,10 +50,13 @@ Result finish(std::unique_ptr<reference_host::Compiled_shader> compiled, const s
 
 std::unique_ptr<Shader_graph> graph_of(const std::string& elements)
 {
-    const std::string file = testing::TempDir() + "/generation.mtlx";
+    // Tests run at the same time, each in a process of its own.
+    const std::string file =
+        testing::TempDir() + "/generation" + std::to_string(getpid()) + ".mtlx";
     std::ofstream(file) << "<?xml version=\"1.0\"?>\n<materialx version=\"1.39\">\n"
                         << elements << "</materialx>\n";
     reference_host::Read_result read = reference_host::read_materialx(file, {});
+    std::remove(file.c_str());
     EXPECT_TRUE(read.graph) << read.error << " (line " << read.place.line << ")";
     return read.graph ? std::move(read.graph) : std::make_unique<Shader_graph>();
 }
