@@ -28,6 +28,7 @@ namespace
 
 constexpr int label_id = 5105; // of every label
 constexpr int margin = 5;
+constexpr int grid_margin = 3; // in a group box: the narrowest panels need what is left
 
 // The group boxes of check boxes on the effect panel, top to bottom.
 constexpr const wxChar* flag_group_boxes[] = {wxT("Normals"),       wxT("Texturing"),
@@ -118,7 +119,7 @@ wxFlexGridSizer* add_grid(wxSizer* sizer)
 {
     wxFlexGridSizer* grid = new wxFlexGridSizer(0, 2, margin, margin);
     grid->AddGrowableCol(1, 1);
-    sizer->Add(grid, 0, wxEXPAND | wxALL, margin);
+    sizer->Add(grid, 0, wxEXPAND | wxALL, grid_margin);
     return grid;
 }
 

@@ -21,9 +21,8 @@ void handle_events()
     wxTheApp->Yield(true);
 }
 
-bool wait_until(const std::function<bool()>& condition)
+bool wait_until(const std::function<bool()>& condition, std::chrono::milliseconds patience)
 {
-    constexpr std::chrono::seconds patience(30);
     constexpr unsigned long pause_ms = 2;
     const auto start = std::chrono::steady_clock::now();
     for (handle_events(); !condition(); handle_events()) {

@@ -8,6 +8,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wx_test_main.h"
 
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -20,7 +21,8 @@ namespace TEST
 {
 
 // Handles events until the condition holds; false when it does not within half a minute.
-bool wait_until(const std::function<bool()>& condition);
+bool wait_until(const std::function<bool()>& condition,
+                std::chrono::milliseconds patience = std::chrono::seconds(30));
 
 // Handles the events that are there.
 void handle_events();
