@@ -346,6 +346,8 @@ bool Dialog_driver::is_prepared() const
 
 void Dialog_driver::reply()
 {
+    if (m_answer.meanwhile)
+        m_answer.meanwhile();
     if (m_answer.reply == Reply::escape_key || m_answer.reply == Reply::return_key) {
         take_focus(m_dialog);
         return enter(Step::focusing);

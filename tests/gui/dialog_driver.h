@@ -15,6 +15,7 @@
 
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,7 @@ struct Dialog_answer {
     std::string name = {};               // of a save dialog; empty leaves it as it is
     std::vector<std::string> files = {}; // of an open dialog, full paths; none: as they are
     std::string wait_for_path = {};      // the path that the dialog must propose before it is noted
+    std::function<void()> meanwhile = {}; // what happens while the dialog is open
 };
 
 // What the user saw when the dialog had appeared, as bytes.
@@ -111,7 +113,7 @@ private:
     Step m_step = Step::appearing;
     std::chrono::steady_clock::time_point m_step_start;
     std::chrono::steady_clock::time_point m_last_attempt;
-    Dialog_answer m_answer{Reply::cancel, -1, {}, {}, {}};
+    Dialog_answer m_answer{Reply::cancel};
     std::deque<Dialog_answer> m_answers;
     std::vector<Shown_dialog> m_shown;
     std::vector<std::string> m_complaints;

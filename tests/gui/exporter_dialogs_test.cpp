@@ -6,6 +6,7 @@
 
 #include <wx/event.h>
 #include <wx/filedlg.h>
+#include <wx/panel.h>
 #include <wx/textctrl.h>
 
 namespace QZ
@@ -131,6 +132,24 @@ TEST_F(Exporter_dialogs, texts_reach_the_dialog_exactly_as_registered)
         EXPECT_EQ(to_bytes(control<wxTextCtrl>(ID_EXPORTFILE_TEXT)->GetValue()),
                   folder.file(row.saved));
         exporter->remove_ui(nullptr, true);
+    }
+}
+
+// The event goes to the panel itself: its button dies with it, and nothing of wx may outlive that.
+TEST_F(Exporter_dialogs, survive_the_panel_that_is_closed_below_them)
+{
+    for (const int button : {ID_EXPORTFILE_BROWSE, ID_ANNOTATION_MAP_BROWSE}) {
+        Exporter_base* exporter = find("Custom CgFX");
+        open_panel(*exporter, 400);
+        Dialog_answer answer{Reply::accept};
+        answer.name = button == ID_EXPORTFILE_BROWSE ? "scene" : "";
+        if (button == ID_ANNOTATION_MAP_BROWSE)
+            answer.files = {folder.write("map.axml", "")};
+        answer.meanwhile = [exporter] { exporter->remove_ui(nullptr, true); };
+        dialogs.answer_next(answer);
+        wxCommandEvent event(wxEVT_COMMAND_BUTTON_CLICKED, button);
+        exporter->get_top_panel()->GetEventHandler()->ProcessEvent(event);
+        EXPECT_EQ(exporter->get_top_panel(), nullptr);
     }
 }
 
