@@ -87,4 +87,20 @@ void remove_unused(Statements& statements)
     statements = std::move(kept);
 }
 
+void inline_result(Statements& statements)
+{
+    if (statements.size() < 2)
+        return;
+    const Statement& named = statements[statements.size() - 2];
+    Statement& last = statements.back();
+    const bool names_result = named.kind == Statement::Kind::declare && named.value &&
+                              last.kind == Statement::Kind::give_back &&
+                              last.value->op == Op::variable && last.value->name == named.name &&
+                              named.value->type == named.type;
+    if (!names_result)
+        return;
+    last.value = named.value;
+    statements.erase(statements.end() - 2);
+}
+
 } // namespace reference_host

@@ -67,6 +67,10 @@ void visit(const Statements& statements, const std::function<void(const Expressi
 // values of nodes are declared.
 void remove_unused(Statements& statements);
 
+// Where the last but one statement only names the value that the last one gives back, gives it back
+// without the name.
+void inline_result(Statements& statements);
+
 } // namespace reference_host
 
 #endif

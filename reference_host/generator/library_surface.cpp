@@ -90,8 +90,8 @@ constexpr const char* texts[] = {
     if (has_coat)
     {
         float coat = surface.coat * fresnel(float3(ior_reflectance(surface.coat_ior)), v_dot_h).x;
-        response = response * mix(float3(1.0), surface.coat_color, surface.coat) * (1.0 - coat)
-                 + coat * ggx_lobe(n_dot_l, n_dot_v, n_dot_h, surface.coat_roughness);
+        response *= mix(float3(1.0), surface.coat_color, surface.coat) * (1.0 - coat);
+        response += coat * ggx_lobe(n_dot_l, n_dot_v, n_dot_h, surface.coat_roughness);
     }
     return response * light.tsl_contribution.xyz * n_dot_l;
 })",

@@ -117,6 +117,7 @@ const Function& Program::instance(const Library_function& library, const Shading
         Generic_scope scope(*this, generic);
         // Parsing adds the functions that this one calls, so that they stand before it.
         Function parsed = parse_function(library.text, scope);
+        inline_result(parsed.body); // conditions that do not hold here may leave it alone
         m_functions.push_back(std::move(parsed));
         made = &m_functions.back();
     }

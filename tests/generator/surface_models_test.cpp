@@ -47,6 +47,16 @@ TEST(Surface_models, all_generate_with_their_defaults)
     EXPECT_FALSE(contains(text_of("surface_unlit", ""), "light_response"));
 }
 
+TEST(Surface_models, parts_that_are_not_used_leave_no_trace)
+{
+    EXPECT_TRUE(contains(text_of("standard_surface", ""),
+                         "float3 diffuse_albedo(Surface surface)\n"
+                         "{\n    return surface.base_color;\n}\n"));
+    EXPECT_TRUE(contains(text_of("standard_surface", float_input("metalness", "0.5")),
+                         "    float3 result = surface.base_color;\n"
+                         "    result *= 1.0 - surface.metalness;\n    return result;\n"));
+}
+
 TEST(Surface_models, every_input_is_read_or_listed)
 {
     for (const char* category : categories) {
