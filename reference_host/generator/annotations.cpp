@@ -6,6 +6,8 @@
 
 #include <sys/stat.h>
 
+#include <cmath>
+
 namespace reference_host
 {
 namespace
@@ -15,24 +17,41 @@ const std::map<std::string, std::string> plain_names = {
     {"UIName", "UIName"}, {"UIWidget", "UIWidget"}, {"UIMin", "UIMin"},
     {"UIMax", "UIMax"},   {"UIStep", "UIStep"},     {"UIFolder", "UIFolder"}};
 
-const std::map<std::string, std::string> sas_names = {
-    {"UIName", "SasUiLabel"}, {"UIWidget", "SasUiControl"}, {"UIMin", "SasUiMin"},
-    {"UIMax", "SasUiMax"},    {"UIStep", "SasUiSteps"},     {"UIFolder", "SasUiGroup"}};
+// Standard annotations and semantics 1.1, which has no folders; SasUiSteps would be a count.
+const std::map<std::string, std::string> sas_names = {{"UIName", "SasUiLabel"},
+                                                      {"UIWidget", "SasUiControl"},
+                                                      {"UIMin", "SasUiMin"},
+                                                      {"UIMax", "SasUiMax"},
+                                                      {"UIStep", "SasUiStride"}};
 
-const char* widget_of(const Effect_parameter& parameter)
+const char* widget_of(const Effect_parameter& parameter, bool sas)
 {
     switch (parameter.value.type) {
     case Type::color3:
     case Type::color4:
-        return "Color";
+        return sas ? "ColorPicker" : "Color";
     case Type::float1:
     case Type::integer:
         return "Slider";
     case Type::boolean:
-        return "CheckBox";
+        return sas ? "Any" : "CheckBox";
     default:
         return "Numeric";
     }
+}
+
+// What the document says; else for whole numbers one, for others a hundredth of their range rounded
+// down to a power of ten. None where the range has no end or no width.
+std::optional<double> step_of(const Effect_parameter& parameter)
+{
+    const Range& range = parameter.range;
+    if (parameter.step || !range.min || !range.max || *range.max <= *range.min)
+        return parameter.step;
+    if (parameter.value.type == Type::integer)
+        return 1.0;
+    constexpr double rounding = 1e-9; // of the logarithm
+    const double digits = std::log10((*range.max - *range.min) / 100.0);
+    return std::pow(10.0, std::floor(digits + rounding));
 }
 
 std::string block(const std::vector<std::string>& lines)
@@ -66,7 +85,8 @@ std::string quoted(const std::string& text)
 
 Annotations::Annotations(const Text_options& options, const std::string& folder,
                          Diagnostics& diagnostics)
-    : m_names(options.hlsl_sas_conformance ? sas_names : plain_names),
+    : m_sas(options.hlsl_sas_conformance),
+      m_names(m_sas ? sas_names : plain_names),
       m_resource_name(options.texture_resource_annotation),
       m_keeps_unmapped(options.generate_umapped_annotations)
 {
@@ -116,7 +136,7 @@ std::string Annotations::of(const Effect_parameter& parameter) const
 {
     std::vector<std::string> lines;
     add(lines, "UIName", parameter.label);
-    add(lines, "UIWidget", widget_of(parameter));
+    add(lines, "UIWidget", widget_of(parameter, m_sas));
     const Type type = parameter.value.type;
     const bool slides = type == Type::float1 || type == Type::integer;
     const Range& range = parameter.range;
@@ -124,10 +144,9 @@ std::string Annotations::of(const Effect_parameter& parameter) const
         add(lines, "UIMin", *range.min);
     if (slides && range.max)
         add(lines, "UIMax", *range.max);
-    if (slides && (parameter.step || (range.min && range.max)))
-        add(lines, "UIStep",
-            parameter.step.value_or(type == Type::integer ? 1.0
-                                                          : (*range.max - *range.min) / 100.0));
+    const std::optional<double> step = step_of(parameter);
+    if (slides && step)
+        add(lines, "UIStep", *step);
     add(lines, "UIFolder", parameter.folder);
     add(lines, "UIHelp", parameter.description);
     return block(lines);

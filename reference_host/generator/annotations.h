@@ -7,8 +7,9 @@
 //       <annotation name="UIName" target="SasUiLabel"/>
 //     </annotations>
 //
-// Without a file the built-in map holds, which knows all of them but UIHelp. Annotations that are
-// not in the map are left out, or keep their names where the caller asks for them too.
+// Without a file the built-in map holds. It knows all of them but UIHelp; for a target that reads
+// standard annotations and semantics (SAS) it knows no UIFolder either. Annotations that are not in
+// the map are left out, or keep their names where the caller asks for them too.
 #ifndef REFERENCE_HOST_GENERATOR_ANNOTATIONS_H
 #define REFERENCE_HOST_GENERATOR_ANNOTATIONS_H
 
@@ -41,6 +42,7 @@ private:
                   const std::string& value) const;
     void read_map(const std::string& file, Diagnostics& diagnostics);
 
+    bool m_sas;
     std::map<std::string, std::string> m_names;
     std::string m_resource_name;
     bool m_keeps_unmapped;

@@ -55,6 +55,24 @@ TEST(Parameters, hints_of_the_document_win_over_those_of_the_node)
         EXPECT_TRUE(contains(text, part)) << part;
 }
 
+TEST(Parameters, steps_are_powers_of_ten_and_need_a_range)
+{
+    const struct {
+        const char *min, *max, *lines;
+    } rows[] = {{"0", "1", "UIMax = 1.0;\n    float UIStep = 0.01;\n>"},
+                {"1", "20", "UIMax = 20.0;\n    float UIStep = 0.1;\n>"},
+                {"0", "8", "UIMax = 8.0;\n    float UIStep = 0.01;\n>"},
+                {"0", "5000", "UIMax = 5000.0;\n    float UIStep = 10.0;\n>"},
+                {"1", "1", "UIMax = 1.0;\n>"},
+                {"2", "1", "UIMax = 1.0;\n>"}};
+    for (const auto& row : rows)
+        EXPECT_TRUE(contains(
+            lit_text(std::string(R"(<input name="specular_IOR" type="float" value="1" uimin=")") +
+                     row.min + "\" uimax=\"" + row.max + "\"/>"),
+            row.lines))
+            << row.min << " " << row.max;
+}
+
 TEST(Parameters, texts_of_annotations_are_escaped)
 {
     EXPECT_TRUE(contains(lit_text(R"(<input name="base" type="float" value="1"

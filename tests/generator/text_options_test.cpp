@@ -283,7 +283,9 @@ TEST_F(Text_options, sas_conformance_renames_annotations_and_binds_matrices)
     EXPECT_TRUE(
         contains(after, "int GlobalParameter : SasGlobal\n<\n    int3 SasVersion = {1, 1, 0};"));
     EXPECT_TRUE(contains(after, "string SasBindAddress = \"Sas.Camera.ObjectToProjection\";"));
-    EXPECT_TRUE(contains(after, "string SasUiLabel = \"Tint\";"));
+    EXPECT_TRUE(contains(after, "string SasUiLabel = \"Tint\";\n"
+                                "    string SasUiControl = \"ColorPicker\";"));
+    EXPECT_TRUE(contains(after, "float SasUiStride = 0.01;"));
     EXPECT_FALSE(contains(after, "UIName"));
 }
 
