@@ -31,7 +31,7 @@ public:
 
     std::string vertex_shader() const
     {
-        return head("vertex") + uniforms_text(variables_in(m_streams.vertex_body())) +
+        return head("vertex") + scene_text(variables_in(m_streams.vertex_body())) +
                section("streams",
                        streams_text("attribute", "in", "vertex_", m_streams.attributes()) +
                            streams_text("varying", "out", "fragment_", m_streams.varyings())) +
@@ -45,7 +45,8 @@ public:
         std::set<std::string> used = variables_in(m_fragment_body);
         used.merge(m_code.used_variables());
         check_texture_count(m_code, used, m_options);
-        return head("fragment") + uniforms_text(used) + textures_text(used) +
+        return head("fragment") + scene_text(used) + parameters_text(used, false) +
+               textures_text(used) + parameters_text(used, true) +
                section("streams", streams_text("varying", "in", "fragment_", m_streams.varyings()) +
                                       (m_modern ? "\nout vec4 fragment_color;\n" : "")) +
                section("shading state", structures_text(m_code, &m_streams, m_printer)) +
@@ -92,7 +93,7 @@ private:
                (initialized ? " = " + initial : "") + ";\n";
     }
 
-    std::string uniforms_text(const std::set<std::string>& used) const
+    std::string scene_text(const std::set<std::string>& used) const
     {
         std::string text;
         for (const Transform& transform : transforms())
@@ -103,7 +104,7 @@ private:
         if (used.count("scene_ambient"))
             text += uniform(m_code.program().known_variable("scene_ambient"),
                             "vec4" + m_options.scene_ambient.substr(6));
-        return section("scene", text) + parameters_text(used, false) + parameters_text(used, true);
+        return section("scene", text);
     }
 
     std::string parameters_text(const std::set<std::string>& used, bool of_scene) const
