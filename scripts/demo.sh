@@ -6,12 +6,12 @@ cd "$(dirname "$0")/.."
 
 scripts/install.sh
 cmake --preset default >/dev/null
-cmake --build --preset default --target toviraexport toviraexport_all shader-export
+cmake --build --preset default --target toviraexport toviraexport_all shader-export qzcheck
 
 output=build/demo
 rm -rf "$output"
 failed=0
-printf '%-22s %-10s %-34s %7s  %s\n' document exporter files bytes 'accepted by'
+printf '%-25s %-22s %-28s %7s  %s\n' document exporter files bytes 'accepted by'
 for document in samples/*.mtlx; do
     scene=()
     grep -q '_light name' "$document" || # a document without lights gets two
@@ -22,9 +22,9 @@ done
 
 echo
 for document in wood_textured marble_procedural plastic_two_lights metal_environment; do
-    vertex=$(echo "$output/$document"/*GLSL*/*_v.gl)
+    vertex=$(echo "$output/$document"/custom_glsl/*_v.gl)
     build/reference_host/app/shader-export render "$vertex" "${vertex%_v.gl}_f.gl" \
-        -o "$output/$document.png"
+        --search-path samples -o "$output/$document.png"
     echo "drawn: $output/$document.png"
 done
 

@@ -18,7 +18,7 @@ rm -rf "$output"
 mkdir -p "$output"
 failed=0
 
-# first_words KIND FILE...: who accepted, or why nobody did; fails when a compiler refused.
+# judge KIND FILE...: who accepted, or why nobody did; fails when a compiler refused.
 judge()
 {
     local verdicts status=0
@@ -27,7 +27,8 @@ judge()
         grep '^refused' <<<"$verdicts" | head -n 1
         return 1
     elif [ $status -eq 0 ]; then
-        sed -n 's/^accepted: \([^ ]*\).*/\1/p' <<<"$verdicts" | sort -u | paste -sd ' '
+        sed -n -e 's/^accepted: \([^ ]*\).*/\1/p' -e 's/^undecided: \([^ :]*\).*/(\1: no verdict)/p' \
+            <<<"$verdicts" | sort -u | paste -sd ' '
     else
         head -n 1 <<<"$verdicts"
     fi
@@ -43,7 +44,7 @@ row()
     done
     bytes=$(cat "$@" | wc -c)
     verdict=$(judge "$kind" "$@") || failed=1
-    printf '%-22s %-10s %-34s %7d  %s\n' \
+    printf '%-25s %-22s %-28s %7d  %s\n' \
         "$(basename "$document" .mtlx)" "$exporter" "$names" "$bytes" "$verdict"
 }
 
@@ -60,14 +61,15 @@ status=0
 shopt -s nullglob
 for folder in "$output"/*/; do
     exporter=$(basename "$folder")
+    exporter=${exporter#autodesk_}
     for file in "$folder"*; do
         case $exporter:$file in
-        catia*.fx) row catia catia "$file" ;;
-        *.cgfx) row "$(printf %.10s "$exporter")" cgfx "$file" ;;
-        *.fx) row "$(printf %.10s "$exporter")" hlsl "$file" ;;
-        *_v.gl) row "$(printf %.10s "$exporter")" glsl "$file" "${file%_v.gl}_f.gl" ;;
-        *.cpp) row "$(printf %.10s "$exporter")" cpp "$file" ;;
-        *.qz) row "$(printf %.10s "$exporter")" qz "$file" ;;
+        catia*.fx) row "$exporter" catia "$file" ;;
+        *.cgfx) row "$exporter" cgfx "$file" ;;
+        *.fx) row "$exporter" hlsl "$file" ;;
+        *_v.gl) row "$exporter" glsl "$file" "${file%_v.gl}_f.gl" ;;
+        *.cpp) row "$exporter" cpp "$file" ;;
+        *.qz) row "$exporter" qz "$file" ;;
         esac
     done
 done
