@@ -27,8 +27,10 @@ judge()
         grep '^refused' <<<"$verdicts" | head -n 1
         return 1
     elif [ $status -eq 0 ]; then
-        sed -n -e 's/^accepted: \([^ ]*\).*/\1/p' -e 's/^undecided: \([^ :]*\).*/(\1: no verdict)/p' \
-            <<<"$verdicts" | sort -u | paste -sd ' '
+        {
+            sed -n 's/^accepted: \([^ ]*\).*/\1/p' <<<"$verdicts" | sort -u
+            sed -n 's/^undecided: \([^ :]*\).*/(\1: no verdict)/p' <<<"$verdicts" | sort -u
+        } | paste -sd ' '
     else
         head -n 1 <<<"$verdicts"
     fi
