@@ -1,13 +1,10 @@
 #include "tests/generator/generation.h"
 
 #include "reference_host/document/materialx_reader.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <cstdio>
-#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -50,13 +47,11 @@ Result finish(std::unique_ptr<reference_host::Compiled_shader> compiled, const s
 
 std::unique_ptr<Shader_graph> graph_of(const std::string& elements)
 {
-    // Tests run at the same time, each in a process of its own.
+    const QZ::TEST::Temporary_folder folder;
     const std::string file =
-        testing::TempDir() + "/generation" + std::to_string(getpid()) + ".mtlx";
-    std::ofstream(file) << "<?xml version=\"1.0\"?>\n<materialx version=\"1.39\">\n"
-                        << elements << "</materialx>\n";
+        folder.write("scene.mtlx", "<?xml version=\"1.0\"?>\n<materialx version=\"1.39\">\n" +
+                                       elements + "</materialx>\n");
     reference_host::Read_result read = reference_host::read_materialx(file, {});
-    std::remove(file.c_str());
     EXPECT_TRUE(read.graph) << read.error << " (line " << read.place.line << ")";
     return read.graph ? std::move(read.graph) : std::make_unique<Shader_graph>();
 }

@@ -1,10 +1,9 @@
 // Each option of the second set changes the text in its own way and in no other.
 #include "tests/generator/generation.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <fstream>
 
 using namespace generation;
 using testing::IsEmpty;
@@ -297,8 +296,9 @@ TEST_F(Text_options, unmapped_annotations_appear_on_demand_only)
 
 TEST_F(Text_options, an_annotation_map_renames_and_leaves_out)
 {
-    const std::string file = testing::TempDir() + "/map.axml";
-    std::ofstream(file) << "<annotations><annotation name='UIName' target='Label'/></annotations>";
+    const QZ::TEST::Temporary_folder folder;
+    const std::string file = folder.write(
+        "map.axml", "<annotations><annotation name='UIName' target='Label'/></annotations>");
     const std::string after = text({{"annotation_map", file}});
     EXPECT_TRUE(contains(after, "float3 tint\n<\n    string Label = \"Tint\";\n> ="));
     EXPECT_EQ(text({{"annotation_map", "missing.axml"}}), text({}));

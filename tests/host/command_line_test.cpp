@@ -1,5 +1,5 @@
 // The program as a user runs it: in a process of its own.
-#include "tests/host/temporary_folder.h"
+#include "tests/host/documents.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #include "reference_host/document/materialx_reader.h"
 #include "reference_host/host/export_session.h"
 #include "sdk/interface_ids.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/host/documents.h"
 
 #include <gmock/gmock.h>
 

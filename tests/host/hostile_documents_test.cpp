@@ -1,7 +1,7 @@
 // Documents that no artist makes. Each must end in a graph or in one error, soon and without a
 // crash.
 #include "reference_host/document/materialx_reader.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/host/documents.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // One error for a document that cannot be used: the file, the line, and what is wrong.
 #include "reference_host/document/materialx_reader.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/host/documents.h"
 
 #include <gmock/gmock.h>
 

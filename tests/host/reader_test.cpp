@@ -1,5 +1,5 @@
 #include "reference_host/document/materialx_reader.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/host/documents.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "reference_host/document/materialx_reader.h"
 #include "reference_host/host/render_settings.h"
-#include "tests/host/temporary_folder.h"
+#include "tests/host/documents.h"
 
 #include <gtest/gtest.h>
 

@@ -26,8 +26,10 @@ Temporary_folder::~Temporary_folder()
 
 std::string Temporary_folder::write(const std::string& name, const std::string& content) const
 {
-    std::ofstream(file(name), std::ios::binary) << content;
-    return file(name);
+    const std::filesystem::path path = file(name);
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+    return path.string();
 }
 
 std::string Temporary_folder::read(const std::string& name) const

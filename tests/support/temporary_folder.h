@@ -23,7 +23,7 @@ public:
     // The path of a file in the folder.
     std::string file(const std::string& name) const { return m_path + "/" + name; }
 
-    // Creates or replaces a file and returns its path.
+    // Creates or replaces a file, and makes its folder when the name has one. Returns its path.
     std::string write(const std::string& name, const std::string& content) const;
 
     // The content of a file; "<no file>" when there is none.
