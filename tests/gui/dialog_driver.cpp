@@ -123,7 +123,7 @@ class File_dialog_hook : public wxModalDialogHook
 {
     int Enter(wxDialog* dialog) override
     {
-        if (const wxFileDialog* file_dialog = wxDynamicCast(dialog, wxFileDialog)) {
+        if (const auto* file_dialog = dynamic_cast<const wxFileDialog*>(dialog)) {
             wx_wildcard = to_bytes(file_dialog->GetWildcard());
             wx_style = file_dialog->GetWindowStyleFlag();
         }
