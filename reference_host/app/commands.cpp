@@ -31,10 +31,26 @@ std::string file_name_of(const std::string& exporter_name)
     return name;
 }
 
-void print_reasons(const Export_outcome& outcome)
+// What went wrong on standard error, the files on standard output.
+void print_outcome(const Export_outcome& outcome, const char* indent)
 {
+    print_diagnostics(outcome.diagnostics);
     for (const std::string& reason : outcome.reasons)
         std::fprintf(stderr, "shader-export: error: %s\n", reason.c_str());
+    for (const Written_file& file : outcome.files)
+        std::printf("%s%s  %zu bytes\n", indent, file.path.c_str(), file.content.size());
+}
+
+// The folder of one exporter in that of a batch, made when missing.
+fs::path make_exporter_folder(const std::string& batch, const std::string& exporter_name)
+{
+    const fs::path folder = fs::path(batch) / file_name_of(exporter_name);
+    std::error_code failure;
+    fs::create_directories(folder, failure);
+    if (failure)
+        throw std::runtime_error("cannot make the folder '" + folder.string() +
+                                 "': " + failure.message());
+    return folder;
 }
 
 } // namespace
@@ -63,10 +79,7 @@ int export_document(const Export_command& command)
     const Plugin_library plugin(command.plugin);
     const auto exporter = plugin.make_exporter(plugin.find_exporter(command.exporter));
     const Export_outcome outcome = run_export(document, *exporter, command.output, command.scene);
-    print_diagnostics(outcome.diagnostics);
-    print_reasons(outcome);
-    for (const Written_file& file : outcome.files)
-        std::printf("%s  %zu bytes\n", file.path.c_str(), file.content.size());
+    print_outcome(outcome, "");
     return outcome.is_success() ? 0 : 1;
 }
 
@@ -85,21 +98,13 @@ int export_batch(const Batch_command& command)
     int failures = 0;
     for (const int index : indices) {
         const std::string& name = names[static_cast<size_t>(index)];
-        const fs::path folder = fs::path(command.folder) / file_name_of(name);
-        std::error_code failure;
-        fs::create_directories(folder, failure);
-        if (failure)
-            throw std::runtime_error("cannot make the folder '" + folder.string() +
-                                     "': " + failure.message());
+        const fs::path folder = make_exporter_folder(command.folder, name);
         std::printf("%s\n", name.c_str());
         std::fflush(stdout); // before what the export says on standard error
         const auto exporter = plugin.make_exporter(index);
         const std::string output = (folder / document.node().name).string();
         const Export_outcome outcome = run_export(document, *exporter, output, command.scene);
-        print_diagnostics(outcome.diagnostics);
-        print_reasons(outcome);
-        for (const Written_file& file : outcome.files)
-            std::printf("  %s  %zu bytes\n", file.path.c_str(), file.content.size());
+        print_outcome(outcome, "  ");
         if (!outcome.is_success())
             std::printf("  failed\n");
         failures += outcome.is_success() ? 0 : 1;

@@ -35,13 +35,6 @@ private:
     wxPanel* m_area;
 };
 
-bool has_error(const Diagnostics& diagnostics)
-{
-    return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
-        return diagnostic.severity == Severity::error;
-    });
-}
-
 void add_reasons_of_boxes(const std::vector<Answered_box>& boxes, std::vector<std::string>& reasons)
 {
     for (const Answered_box& box : boxes) {
@@ -93,7 +86,7 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
     Export_outcome outcome;
     outcome.files = watch.changes();
     outcome.diagnostics = record.diagnostics;
-    if (has_error(record.diagnostics))
+    if (has_errors(record.diagnostics))
         outcome.reasons.push_back("the shader could not be compiled");
     add_reasons_of_boxes(answers.boxes(), outcome.reasons);
     if (!returned && outcome.reasons.empty())

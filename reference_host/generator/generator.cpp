@@ -174,6 +174,13 @@ void find_scene(const Shader_graph& graph, Shader_request& request, Diagnostics&
 
 } // namespace
 
+bool has_errors(const Diagnostics& diagnostics)
+{
+    return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
+        return diagnostic.severity == Severity::error;
+    });
+}
+
 Shader_usage shader_usage(const Node& node)
 {
     Shader_usage usage;

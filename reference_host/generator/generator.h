@@ -4,9 +4,8 @@
 //   1. compile_group or compile_node checks the graph below the shader and keeps what the first set
 //      of options says (lights, environment, volume, internal space, ...). The result refers to the
 //      graph, which must outlive it.
-//   2. Compiled_shader::generate makes the texts for a target, steered by the second set of
-//   options.
-//      It may be called any number of times; equal options give equal bytes.
+//   2. Compiled_shader::generate makes the texts for a target as the second set of options says. It
+//      may be called any number of times; equal options give equal bytes.
 // Everything that goes wrong becomes a diagnostic; nothing throws.
 #ifndef REFERENCE_HOST_GENERATOR_GENERATOR_H
 #define REFERENCE_HOST_GENERATOR_GENERATOR_H
@@ -34,6 +33,9 @@ struct Diagnostic {
 };
 
 using Diagnostics = std::vector<Diagnostic>;
+
+// Whether one of them is an error.
+bool has_errors(const Diagnostics& diagnostics);
 
 struct Generator_settings {
     // How the file name of an image stands in the text. Receives the name as the reader resolved it

@@ -328,11 +328,4 @@ bool covers_screen(const Text_options& options)
     return options.shader_type == "environment" || options.shader_type == "lens";
 }
 
-bool has_errors(const Diagnostics& diagnostics)
-{
-    return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
-        return diagnostic.severity == Severity::error;
-    });
-}
-
 } // namespace reference_host

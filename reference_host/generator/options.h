@@ -6,6 +6,7 @@
 #ifndef REFERENCE_HOST_GENERATOR_OPTIONS_H
 #define REFERENCE_HOST_GENERATOR_OPTIONS_H
 
+#include "reference_host/document/light_kind.h"
 #include "reference_host/generator/generator.h"
 
 #include <optional>
@@ -16,8 +17,6 @@ namespace reference_host
 {
 
 enum class Space { object, world, camera, screen };
-
-enum class Light_kind { directional, point, spot }; // the codes 0, 1, 2
 
 struct Light_option {
     std::string name; // of the light's node
@@ -87,8 +86,6 @@ Text_options read_text_options(const Option_set& options, Diagnostics& diagnosti
 
 // Whether the shader is a pass that covers the screen: an environment or a lens.
 bool covers_screen(const Text_options& options);
-
-bool has_errors(const Diagnostics& diagnostics);
 
 } // namespace reference_host
 

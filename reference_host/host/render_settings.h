@@ -2,6 +2,7 @@
 #ifndef REFERENCE_HOST_HOST_RENDER_SETTINGS_H
 #define REFERENCE_HOST_HOST_RENDER_SETTINGS_H
 
+#include "reference_host/document/light_kind.h"
 #include "reference_host/document/shader_graph.h"
 
 #include <array>
@@ -11,9 +12,6 @@
 
 namespace reference_host
 {
-
-// The kinds of lights with their codes at the border to the plug-in.
-enum class Light_kind { directional = 0, point = 1, spot = 2 };
 
 struct Render_light {
     const Node* node = nullptr;
