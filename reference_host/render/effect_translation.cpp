@@ -4,6 +4,7 @@
 #include "reference_host/render/effect_text.h"
 #include "reference_host/render/process.h"
 #include "reference_host/render/shader_tokens.h"
+#include "reference_host/render/temporary_folder.h"
 #include "reference_host/render/text_file.h"
 
 #include <algorithm>
@@ -111,8 +112,7 @@ private:
     bool m_ready = false;
 };
 
-// ---- inputs of the vertex program
-// -----------------------------------------------------------------
+// ---- inputs of the vertex program -------------------------------------------
 
 // What the Cg compiler calls the streams that OpenGL knows by itself; others keep their semantic.
 struct Stream_name {
@@ -176,8 +176,7 @@ void rename_inputs(Stage& stage)
                           declarations);
 }
 
-// ---- parameters
-// -----------------------------------------------------------------------------------
+// ---- parameters -------------------------------------------------------------
 
 bool is_matrix(const Cg_variable& variable)
 {

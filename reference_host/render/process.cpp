@@ -1,8 +1,6 @@
 #include "reference_host/render/process.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -69,21 +67,6 @@ Process_result run_program(const std::vector<std::string>& command)
     }
     close(ends[0]);
     return result;
-}
-
-Temporary_folder::Temporary_folder()
-{
-    std::error_code no_folder;
-    std::string name = (std::filesystem::temp_directory_path(no_folder) / "render-XXXXXX").string();
-    if (!no_folder && mkdtemp(name.data()))
-        m_path = name;
-}
-
-Temporary_folder::~Temporary_folder()
-{
-    std::error_code ignored; // a folder that stays behind is no reason to fail
-    if (!m_path.empty())
-        std::filesystem::remove_all(m_path, ignored);
 }
 
 } // namespace reference_host

@@ -1,6 +1,5 @@
 #include "reference_host/render/process.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace reference_host
@@ -33,18 +32,6 @@ TEST(Run_program, tells_a_program_that_does_not_run_to_its_end)
     EXPECT_EQ(run_program({}).status, -1);
     EXPECT_EQ(run_program({"/nonexistent/program"}).status, -1);
     EXPECT_EQ(run_program({"sh", "-c", "kill -9 $$"}).status, -1);
-}
-
-TEST(Temporary_folder, goes_away_with_its_files)
-{
-    std::string path;
-    {
-        const Temporary_folder folder;
-        path = folder.path();
-        ASSERT_TRUE(std::filesystem::is_directory(path));
-        std::filesystem::create_directory(path + "/inner");
-    }
-    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #ifndef TESTS_RENDER_TEST_FILES_H
 #define TESTS_RENDER_TEST_FILES_H
 
-#include "reference_host/render/process.h"
+#include "reference_host/render/temporary_folder.h"
 
 #include <string>
 
