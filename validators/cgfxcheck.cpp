@@ -24,8 +24,7 @@
 namespace
 {
 
-// ---- states of Direct3D 9 effects
-// -------------------------------------------------------------------
+// ---- states of Direct3D 9 effects -------------------------------------------
 
 // Values of a state, separated by blanks; none: it takes numbers, booleans or programs.
 constexpr char compare_values[] = "Never Less Equal LessEqual Greater NotEqual GreaterEqual Always";
@@ -105,8 +104,7 @@ void register_direct3d_states(CGcontext context)
         add_values(cgCreateSamplerState(context, state.name, state.type), state.values);
 }
 
-// ---- the check
-// ------------------------------------------------------------------------------------
+// ---- the check --------------------------------------------------------------
 
 struct Binding {
     std::string list;

@@ -2,9 +2,8 @@
 //
 // The road of a document:
 //   1. document_files reads the file and what it includes into one list of elements.
-//   2. graph_scopes makes the nodes: those of the document, of its node graphs, and of each use of
-//   a
-//      custom node that a node graph implements.
+//   2. graph_scopes makes the nodes: those of the document, those of its node graphs, and those of
+//      each use of a custom node that a node graph implements.
 //   3. connection_resolver follows every input to what feeds it, through node graphs and interface
 //      names.
 //   4. graph_checks compares the result with the node library and looks for cycles.

@@ -21,7 +21,8 @@ struct Stream {
 class Streams
 {
 public:
-    // Throws Refusal when the shader needs more than the language can hand over.
+    // Throws Notation_error when the shader needs more than the language can hand over, or two
+    // attributes of the vertex are bound to one semantic.
     Streams(Shader_code& code, const Text_options& options, Language language);
 
     const std::vector<Stream>& attributes() const { return m_attributes; }

@@ -109,8 +109,7 @@ GLuint link(const Drawing& drawing, std::string& error)
     return 0;
 }
 
-// ---- uniforms
-// -------------------------------------------------------------------------------------
+// ---- uniforms ---------------------------------------------------------------
 
 enum class Number { real, integer };
 
@@ -224,8 +223,7 @@ std::vector<float> matrix_values(const Matrix& matrix, GLenum type)
             matrix[6], matrix[8], matrix[9], matrix[10]};
 }
 
-// ---- textures
-// -------------------------------------------------------------------------------------
+// ---- textures ---------------------------------------------------------------
 
 void load_image(GLenum target, const Image& image)
 {
@@ -311,8 +309,7 @@ void fill_uniforms(GLuint program, const Drawing& drawing)
     }
 }
 
-// ---- the draw
-// -------------------------------------------------------------------------------------
+// ---- the draw ---------------------------------------------------------------
 
 void fill_inputs(GLuint program, const Mesh& mesh)
 {

@@ -47,7 +47,7 @@ TEST(Surface_models, all_generate_with_their_defaults)
     EXPECT_FALSE(contains(text_of("surface_unlit", ""), "light_response"));
 }
 
-TEST(Surface_models, parts_that_are_not_used_leave_no_trace)
+TEST(Surface_models, values_are_not_named_only_to_be_given_back)
 {
     EXPECT_TRUE(contains(text_of("standard_surface", ""),
                          "float3 diffuse_albedo(Surface surface)\n"

@@ -88,8 +88,7 @@ void expect_near(const Pixel& pixel, const Pixel& expected, int tolerance)
         EXPECT_NEAR(pixel[channel], expected[channel], tolerance) << "channel " << channel;
 }
 
-// ---- the scene
-// --------------------------------------------------------------------------------------
+// ---- the scene --------------------------------------------------------------
 
 TEST_F(Render, the_sphere_stands_upright_in_the_middle_and_faces_the_camera)
 {
@@ -142,8 +141,7 @@ TEST_F(Render, every_glsl_version_from_110_to_450_is_drawn)
     }
 }
 
-// ---- textures
-// ---------------------------------------------------------------------------------------
+// ---- textures ---------------------------------------------------------------
 
 class Render_textures : public Render
 {
@@ -212,8 +210,7 @@ TEST_F(Render_textures, become_a_checker_with_a_note_when_they_are_not_found)
     EXPECT_FALSE(image.at(middle, middle - 15) == background);
 }
 
-// ---- refusals
-// ---------------------------------------------------------------------------------------
+// ---- refusals ---------------------------------------------------------------
 
 struct Refusal {
     const char* fixture; // the one of the plain pair that is changed
@@ -319,8 +316,7 @@ TEST_F(Render, an_absent_compiler_is_said_to_be_fetched_by_the_script)
     EXPECT_THAT(render(m_request).error, HasSubstr("scripts/fetch-validators.sh brings it"));
 }
 
-// ---- effects
-// ----------------------------------------------------------------------------------------
+// ---- effects ----------------------------------------------------------------
 
 TEST_F(Render_effect, one_material_looks_the_same_as_cgfx_hlsl_and_glsl)
 {
