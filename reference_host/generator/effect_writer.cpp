@@ -152,8 +152,8 @@ private:
     std::string head() const
     {
         std::string text = m_options.fx_header;
-        if (!text.empty() && text.back() != '\n')
-            text += '\n';
+        if (!text.empty())
+            text += text.back() == '\n' ? "\n" : "\n\n";
         const bool world = m_code.internal_space() == Space::world;
         return text + copyright_comment(m_options.user_copyright) +
                head_comment(

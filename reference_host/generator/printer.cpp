@@ -93,13 +93,17 @@ std::size_t break_position(const std::string& line, std::size_t first, std::size
     std::size_t best = std::string::npos;
     int best_level = std::numeric_limits<int>::max();
     int depth = 0;
+    bool in_template = false; // is not broken
     for (std::size_t i = 1; i + 1 < std::min(limit, line.size()); ++i) {
         depth += line[i] == '(';
         depth -= line[i] == ')';
+        // Operators have a blank before them, the angle brackets of templates have none.
+        if ((line[i] == '<' || line[i] == '>') && line[i - 1] != ' ')
+            in_template = line[i] == '<';
         const int level = depth * deepest_break + break_level(line, i);
         // The first third of a line is left whole: there is the target of an assignment.
-        if (line[i] == ' ' && i > first && i > limit / 3 && break_level(line, i) < deepest_break &&
-            level <= best_level) {
+        if (line[i] == ' ' && !in_template && i > first && i > limit / 3 &&
+            break_level(line, i) < deepest_break && level <= best_level) {
             best = i;
             best_level = level;
         }

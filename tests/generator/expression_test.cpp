@@ -105,6 +105,8 @@ TEST(Lines, are_broken_at_the_outermost_comma)
     const std::string inner(40, 'a');
     EXPECT_EQ(wrapped_line("x = f(g(" + inner + ", " + inner + "), " + inner + ");", 1),
               "    x = f(g(" + inner + ", " + inner + "),\n        " + inner + ");\n");
+    EXPECT_EQ(wrapped_line(inner + "(s<0, 1>(" + inner + " * " + inner + "));", 0),
+              inner + "(s<0, 1>(" + inner + "\n    * " + inner + "));\n");
     EXPECT_EQ(wrapped_line("short;", 0), "short;\n");
     const std::string unbreakable(150, 'b');
     EXPECT_EQ(wrapped_line(unbreakable, 0), unbreakable + "\n");

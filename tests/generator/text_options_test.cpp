@@ -65,7 +65,8 @@ TEST_F(Text_options, shader_name_names_the_shader_and_its_function)
 TEST_F(Text_options, fx_header_is_the_first_bytes)
 {
     const std::string header = "#ifdef _MAX_\nstring ParamID = \"0x003\";\n#endif\n";
-    EXPECT_EQ(text({{"fx_header", header}}), header + text({}));
+    EXPECT_EQ(text({{"fx_header", header}}), header + "\n" + text({}));
+    EXPECT_EQ(text({{"fx_header", "// a"}}), "// a\n\n" + text({}));
 }
 
 TEST_F(Text_options, copyright_is_a_comment_whatever_is_in_it)
