@@ -162,7 +162,7 @@ void Exporter_base::create_new_container(unsigned long long container)
 void Exporter_base::create_new_container_linux(unsigned long long container)
 {
     detach_from_panel();
-    m_window = reinterpret_cast<wxWindow*>(container);
+    m_window = reinterpret_cast<wxWindow*>(container); // NOLINT(performance-no-int-to-ptr)
     m_container_marker = MARKER_CONTAINER;
     m_top_panel = new wxPanel(m_window, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                               wxTAB_TRAVERSAL | wxNO_BORDER);
