@@ -1,5 +1,6 @@
 #include "reference_host/generator/annotations.h"
 
+#include "reference_host/generator/names.h"
 #include "reference_host/generator/printer.h"
 
 #include <pugixml.hpp>
@@ -107,8 +108,15 @@ void Annotations::read_map(const std::string& file, Diagnostics& diagnostics)
         return;
     }
     m_names.clear();
-    for (const pugi::xml_node row : root.children("annotation"))
-        m_names[row.attribute("name").value()] = row.attribute("target").value();
+    for (const pugi::xml_node row : root.children("annotation")) {
+        const std::string target = row.attribute("target").value();
+        if (target == make_identifier(target))
+            m_names[row.attribute("name").value()] = target;
+        else
+            diagnostics.push_back({Severity::warning,
+                                   "\"" + file + "\": \"" + target + "\" is no annotation's name",
+                                   {}});
+    }
 }
 
 void Annotations::add_line(std::vector<std::string>& lines, const std::string& type,

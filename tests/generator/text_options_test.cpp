@@ -305,6 +305,22 @@ TEST_F(Text_options, an_annotation_map_renames_and_leaves_out)
     EXPECT_EQ(text({{"annotation_map", "missing.axml"}}), text({}));
 }
 
+TEST_F(Text_options, an_annotation_map_gives_no_names_that_break_the_text)
+{
+    const QZ::TEST::Temporary_folder folder;
+    const std::string file = folder.write("map.axml", "<annotations>"
+                                                      "<annotation name='UIName' target='Label'/>"
+                                                      "<annotation name='UIMin' target='a b;'/>"
+                                                      "<annotation name='UIMax' target='float'/>"
+                                                      "<annotation name='UIStep'/>"
+                                                      "</annotations>");
+    const Result result = generate(*m_graph, m_target, m_group, {{"annotation_map", file}});
+    EXPECT_TRUE(contains(result.text(), "string Label = \"Tint\";"));
+    EXPECT_FALSE(contains(result.text(), "a b;") || contains(result.text(), "float float"));
+    for (const char* target : {"\"a b;\"", "\"float\"", "\"\""})
+        EXPECT_TRUE(contains(result.messages(), target + std::string(" is no annotation's name")));
+}
+
 TEST_F(Text_options, format_hlsl_is_another_column_of_words)
 {
     const std::string hlsl = text({{"format", "HLSL"}, {"add_default_states", "true"}});
