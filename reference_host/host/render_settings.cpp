@@ -12,6 +12,8 @@ namespace reference_host
 namespace
 {
 
+constexpr float full_circle = 360.0f; // degrees
+
 struct Light_row {
     Light_kind kind;
     const char* word;
@@ -144,6 +146,8 @@ std::optional<Light_request> parse_light(const std::string& text)
             return std::nullopt;
     }
     if (parts.size() > 2 && !(request.spread = parse_length(parts[2])))
+        return std::nullopt;
+    if (request.spread && *request.spread > full_circle)
         return std::nullopt;
     if (parts.size() > 3 && !(request.distance_limit = parse_length(parts[3])))
         return std::nullopt;

@@ -43,7 +43,7 @@ struct Lighting_request {
 };
 
 // Reads NAME[:TYPE[:SPREAD[:LIMIT]]], where TYPE is directional, point, spot or its code. Nothing
-// when the text is not of that form.
+// when the text is not of that form or a cone is wider than a full circle.
 std::optional<Light_request> parse_light(const std::string& text);
 
 // The lights of the document in its order, then the requested ones. A requested name that a light

@@ -61,7 +61,7 @@ TEST(Light_text, takes_a_kind_by_word_and_by_code)
 TEST(Light_text, is_refused_when_a_part_is_wrong)
 {
     for (const char* text : {"", ":spot", "k:", "k:area", "k:3", "k:spot:x", "k:spot:-1",
-                             "k:spot:1:x", "k:spot:1:2:3"})
+                             "k:spot:361", "k:spot:1:x", "k:spot:1:2:3"})
         EXPECT_FALSE(parse_light(text)) << text;
 }
 
