@@ -1,6 +1,12 @@
 #include "reference_host/app/command_line.h"
 
+#include <cstdio>
+
 int main(int argc, char** argv)
 {
-    return reference_host::run_command_line(argc, argv);
+    const int status = reference_host::run_command_line(argc, argv);
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return status;
+    std::perror("shader-export: error: standard output");
+    return status == 0 ? 1 : status;
 }

@@ -8,6 +8,7 @@
 
 #include <wx/app.h>
 #include <wx/image.h>
+#include <wx/log.h>
 #include <wx/stopwatch.h>
 #include <wx/utils.h>
 
@@ -60,6 +61,8 @@ Wx_runtime::Wx_runtime()
     int count = 1;
     if (!wxEntryStart(count, arguments) || !wxTheApp->CallOnInit())
         throw std::runtime_error("the window system cannot be started");
+    // The toolkit's own errors are lines too: a window for them would wait for a user for ever.
+    delete wxLog::SetActiveTarget(new wxLogStderr);
     silence_gtk_warnings();
     wxInitAllImageHandlers();
 }

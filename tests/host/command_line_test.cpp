@@ -211,6 +211,19 @@ TEST_F(Program, takes_a_picture_of_a_panel)
     EXPECT_EQ("", m_errors) << "the toolkit's own warnings are of no use to a user";
 }
 
+TEST_F(Program, ends_when_a_picture_cannot_be_written)
+{
+    run({"panel", "--plugin", PLUGIN, "--exporter", "5", "--screenshot", "/nowhere/panel.png"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("the picture '/nowhere/panel.png' cannot be written"));
+}
+
+TEST_F(Program, does_not_succeed_when_its_output_is_lost)
+{
+    const int result = std::system("'" SHADER_EXPORT "' --help >/dev/full 2>/dev/null");
+    EXPECT_EQ(1, WEXITSTATUS(result));
+}
+
 TEST_F(Program, calls_wrong_usage_by_its_name)
 {
     const std::string wood = sample("wood_textured");
