@@ -179,56 +179,78 @@ struct Requests {
     Panel_command panel;
 };
 
-void add_commands(CLI::App& app, Requests& requests, int& status)
+void add_list(CLI::App& app, std::string& plugin, int& status)
 {
-    CLI::App* list = app.add_subcommand("list", "Lists the exporters");
-    add_plugin(*list, requests.plugin);
-    list->callback([&] { status = list_exporters(requests.plugin); });
+    CLI::App* command = app.add_subcommand("list", "Lists the exporters");
+    add_plugin(*command, plugin);
+    command->callback([&] { status = list_exporters(plugin); });
+}
 
-    CLI::App* nodes = app.add_subcommand("nodes", "Lists the nodes of a document");
-    nodes->add_option("FILE", requests.nodes.document, "A MaterialX document")->required();
-    add_search_path(*nodes, requests.nodes.search_path);
-    nodes->callback(
-        [&] { status = list_nodes(requests.nodes.document, requests.nodes.search_path); });
+void add_nodes(CLI::App& app, Scene_request& request, int& status)
+{
+    CLI::App* command = app.add_subcommand("nodes", "Lists the nodes of a document");
+    command->add_option("FILE", request.document, "A MaterialX document")->required();
+    add_search_path(*command, request.search_path);
+    command->callback([&] { status = list_nodes(request.document, request.search_path); });
+}
 
-    CLI::App* one = app.add_subcommand("export", "Exports a node through one exporter");
-    add_scene_options(*one, requests.exported.scene);
-    add_answers(*one, requests.exported.scene);
-    add_exporter(*one, requests.exported.exporter);
-    one->add_option("--output", requests.exported.output, "The export file name")
+void add_export(CLI::App& app, Export_command& request, int& status)
+{
+    CLI::App* command = app.add_subcommand("export", "Exports a node through one exporter");
+    add_scene_options(*command, request.scene);
+    add_answers(*command, request.scene);
+    add_exporter(*command, request.exporter);
+    command->add_option("--output", request.output, "The export file name")
         ->type_name("PATH")
         ->required();
-    add_plugin(*one, requests.exported.plugin);
-    one->callback([&] { status = export_document(requests.exported); });
+    add_plugin(*command, request.plugin);
+    command->callback([&] { status = export_document(request); });
+}
 
-    CLI::App* batch = app.add_subcommand("batch", "Exports a node through several exporters");
-    add_scene_options(*batch, requests.batch.scene);
-    add_answers(*batch, requests.batch.scene);
-    batch->add_option("--exporter", requests.batch.exporters, "One of them (default: all)")
+void add_batch(CLI::App& app, Batch_command& request, int& status)
+{
+    CLI::App* command = app.add_subcommand("batch", "Exports a node through several exporters");
+    add_scene_options(*command, request.scene);
+    add_answers(*command, request.scene);
+    command->add_option("--exporter", request.exporters, "One of them (default: all)")
         ->type_name("EXPORTER")
         ->allow_extra_args(false);
-    batch
-        ->add_option("--output", requests.batch.folder,
-                     "A folder; each exporter gets its own in it")
+    command->add_option("--output", request.folder, "A folder; each exporter gets its own in it")
         ->type_name("FOLDER")
         ->required();
-    add_plugin(*batch, requests.batch.plugin);
-    batch->callback([&] { status = export_batch(requests.batch); });
+    add_plugin(*command, request.plugin);
+    command->callback([&] { status = export_batch(request); });
+}
 
-    CLI::App* panel = app.add_subcommand("panel", "Shows an exporter's option panel");
-    add_exporter(*panel, requests.panel.exporter);
-    panel->add_option("--screenshot", requests.panel.screenshot, "Writes a picture of it")
+void add_panel(CLI::App& app, Panel_command& request, int& status)
+{
+    CLI::App* command = app.add_subcommand("panel", "Shows an exporter's option panel");
+    add_exporter(*command, request.exporter);
+    command->add_option("--screenshot", request.screenshot, "Writes a picture of it")
         ->type_name("FILE.png");
-    panel->add_option("--width", requests.panel.width, "The width of the window's area in pixels")
+    command->add_option("--width", request.width, "The width of the window's area in pixels")
         ->check(CLI::Range(1, 4000));
-    add_plugin(*panel, requests.panel.plugin);
-    panel->callback([&] { status = show_panel(requests.panel); });
+    add_plugin(*command, request.plugin);
+    command->callback([&] { status = show_panel(request); });
+}
 
-    CLI::App* window = app.add_subcommand("window", "Opens a window that exports a document");
-    add_scene_options(*window, requests.window);
-    add_plugin(*window, requests.plugin);
-    window->callback([&] { status = show_window(requests.window, requests.plugin); });
+void add_window(CLI::App& app, Scene_request& scene, std::string& plugin, int& status)
+{
+    CLI::App* command = app.add_subcommand("window", "Opens a window that exports a document");
+    add_scene_options(*command, scene);
+    add_plugin(*command, plugin);
+    command->callback([&] { status = show_window(scene, plugin); });
+}
 
+// The requests are filled while the command line is parsed, and must outlive that.
+void add_commands(CLI::App& app, Requests& requests, int& status)
+{
+    add_list(app, requests.plugin, status);
+    add_nodes(app, requests.nodes, status);
+    add_export(app, requests.exported, status);
+    add_batch(app, requests.batch, status);
+    add_panel(app, requests.panel, status);
+    add_window(app, requests.window, requests.plugin, status);
     add_render_commands(app, status);
 }
 

@@ -1,5 +1,5 @@
-// Catches message boxes before they appear. The only part of the host that differs between
-// wxWidgets 3, which has a hook for this, and 2.8, where GTK's modal run is replaced.
+// Catches message boxes before they appear. wxWidgets 3 has a hook for this; with 2.8 GTK's modal
+// run is replaced.
 #ifndef REFERENCE_HOST_APP_MESSAGE_BOX_CATCHER_H
 #define REFERENCE_HOST_APP_MESSAGE_BOX_CATCHER_H
 

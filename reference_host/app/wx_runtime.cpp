@@ -33,16 +33,19 @@ void silence_gtk_warnings()
 #endif
 }
 
-#if wxCHECK_VERSION(3, 0, 0)
-// A failed check of wx is a line for the developer, not a window for the user.
-void report_assert(const wxString& file, int line, const wxString&, const wxString& condition,
-                   const wxString& message)
+// A failed check of wx is a line for the developer, not a window for the user. wx 2.8 has no
+// handler.
+void report_asserts()
 {
-    using QZ::TOVIRAEXPORT::to_bytes;
-    std::fprintf(stderr, "%s:%d: error: wx assertion %s: %s\n", to_bytes(file).c_str(), line,
-                 to_bytes(condition).c_str(), to_bytes(message).c_str());
-}
+#if wxCHECK_VERSION(3, 0, 0)
+    wxSetAssertHandler([](const wxString& file, int line, const wxString&,
+                          const wxString& condition, const wxString& message) {
+        using QZ::TOVIRAEXPORT::to_bytes;
+        std::fprintf(stderr, "%s:%d: error: wx assertion %s: %s\n", to_bytes(file).c_str(), line,
+                     to_bytes(condition).c_str(), to_bytes(message).c_str());
+    });
 #endif
+}
 
 } // namespace
 
@@ -51,9 +54,7 @@ Wx_runtime::Wx_runtime()
     setenv("GSETTINGS_BACKEND", "memory", 1); // the desktop's settings are not ours to touch
     if (!has_display())
         m_display.emplace();
-#if wxCHECK_VERSION(3, 0, 0)
-    wxSetAssertHandler(report_assert);
-#endif
+    report_asserts();
     wxApp::SetInstance(new Host_app);
     // Only the program's name: GTK would take some of our own options for its own.
     static char name[] = "shader-export";
