@@ -4,7 +4,6 @@
 #include "reference_host/document/node_library.h"
 
 #include <algorithm>
-#include <array>
 
 namespace reference_host
 {

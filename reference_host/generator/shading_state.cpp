@@ -1,7 +1,5 @@
 #include "reference_host/generator/shading_state.h"
 
-#include <utility>
-
 namespace reference_host
 {
 namespace

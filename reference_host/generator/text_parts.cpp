@@ -101,12 +101,12 @@ std::string structures_text(const Shader_code& code, const Streams* streams, con
         for (const State_field* field : streams->fields())
             state.insert(field->name);
     std::set<std::string> iterator = code.used_fields("Light_iterator");
-    // What lights of a list give back has all fields.
-    if (code.lighting() == Lighting::list || !iterator.empty())
+    // What the lights of a list give back has all fields.
+    if (code.lighting() == Lighting::list ||
+        (code.lighting() == Lighting::renderer && !iterator.empty()))
         for (const Variable_declaration& field :
              code.program().find_structure("Light_iterator")->fields)
-            if (code.lighting() != Lighting::fixed)
-                iterator.insert(field.name);
+            iterator.insert(field.name);
     return structure_text(code, "State", state, printer) +
            structure_text(code, "Light_iterator", iterator, printer) +
            structure_text(code, "Surface", code.used_fields("Surface"), printer);

@@ -7,7 +7,6 @@
 #include "reference_host/host/render_settings.h"
 
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 

@@ -1,6 +1,5 @@
 #include "reference_host/render/cg_listing.h"
 
-#include <cstdlib>
 #include <locale>
 #include <sstream>
 

@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <set>
-
 using namespace reference_host;
 using namespace QZ::TSDK;
 using testing::ElementsAre;
