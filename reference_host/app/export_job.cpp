@@ -93,7 +93,8 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
         outcome.reasons.push_back("the exporter refused, without saying why");
     for (const std::string& text : record.texts) {
         if (!is_written(text, outcome.files))
-            outcome.reasons.push_back("a generated text did not reach its file");
+            outcome.reasons.push_back("a generated text did not reach its file for '" + output +
+                                      "': is the folder there and writable, the disk not full?");
     }
     if (outcome.files.empty() && outcome.reasons.empty())
         outcome.reasons.push_back("no file was written");

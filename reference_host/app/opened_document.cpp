@@ -27,17 +27,17 @@ const Node* first_of(const Shader_graph& graph, bool (*fits)(const Node&))
     return nullptr;
 }
 
-const Node& chosen_node(const Shader_graph& graph, const std::string& name)
+const Node& chosen_node(const Shader_graph& graph, const Scene_request& request)
 {
-    if (name.empty()) {
+    if (request.node.empty()) {
         if (const Node* node = default_node(graph))
             return *node;
-        throw Document_failure(graph.document + ": error: there is no surface material and no "
-                                                "surface shader; choose a node with --node");
+        throw Document_failure(request.document + ": error: there is no surface material and no "
+                                                  "surface shader; choose a node with --node");
     }
-    if (const Node* node = graph.find_node(name))
+    if (const Node* node = graph.find_node(request.node))
         return *node;
-    throw std::invalid_argument("the document has no node '" + name + "'");
+    throw std::invalid_argument("the document has no node '" + request.node + "'");
 }
 
 // Where an image lies: in the document's folder or one of the search path; as if in the document's
@@ -80,7 +80,7 @@ const Node* default_node(const Shader_graph& graph)
 Opened_document::Opened_document(const Scene_request& request)
     : m_request(request),
       m_graph(open_document(request.document, request.search_path)),
-      m_node(&chosen_node(*m_graph, request.node)),
+      m_node(&chosen_node(*m_graph, m_request)),
       m_render_settings(make_render_settings(*m_graph, request.render))
 {
 }

@@ -150,7 +150,15 @@ TEST_F(Program, fails_when_the_file_cannot_be_written)
     run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output",
          m_folder.file("none/wood")});
     EXPECT_EQ(1, m_status);
-    EXPECT_THAT(m_errors, HasSubstr("did not reach its file"));
+    EXPECT_THAT(m_errors, HasSubstr("did not reach its file for '" + m_folder.file("none/wood")));
+}
+
+TEST_F(Program, names_a_document_without_surfaces_as_the_user_did)
+{
+    const std::string file = m_folder.write("empty.mtlx", "<materialx version='1.39'/>");
+    run({"export", file, "--plugin", PLUGIN, "--exporter", "5", "--output", output()});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr(file + ": error: there is no surface material"));
 }
 
 TEST_F(Program, fails_without_a_file_name_with_the_message_of_the_plug_in)
