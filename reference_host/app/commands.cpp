@@ -44,7 +44,7 @@ void print_outcome(const Export_outcome& outcome, const char* indent)
 // The folder of one exporter in that of a batch, made when missing.
 fs::path make_exporter_folder(const std::string& batch, const std::string& exporter_name)
 {
-    const fs::path folder = fs::path(batch) / file_name_of(exporter_name);
+    fs::path folder = fs::path(batch) / file_name_of(exporter_name);
     std::error_code failure;
     fs::create_directories(folder, failure);
     if (failure)

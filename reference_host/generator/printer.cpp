@@ -133,6 +133,7 @@ std::string number_text(double number)
 std::string wrapped_line(const std::string& text, int depth)
 {
     const std::string indent(static_cast<std::size_t>(depth) * indentation, ' ');
+    const std::string further_indent = indent + std::string(indentation, ' ');
     std::string rest = indent + text;
     std::string lines;
     std::size_t first = indent.size() + 1;
@@ -141,8 +142,8 @@ std::string wrapped_line(const std::string& text, int depth)
         if (cut == std::string::npos)
             break;
         lines.append(rest, 0, cut).append("\n");
-        rest = indent + std::string(indentation, ' ') + rest.substr(cut + 1);
-        first = indent.size() + indentation + 1;
+        rest.replace(0, cut + 1, further_indent);
+        first = further_indent.size() + 1;
     }
     return lines + rest + "\n";
 }
