@@ -31,8 +31,8 @@ constexpr const char* screen = "1280x2000x24"; // high enough for the longest pa
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(silence, stream);
     const std::string number = std::to_string(report);
-    execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", screen, "-nolisten", "tcp",
-           static_cast<char*>(nullptr));
+    execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", screen, "-noreset",
+           "-nolisten", "tcp", static_cast<char*>(nullptr));
     _exit(127);
 }
 

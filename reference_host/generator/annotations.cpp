@@ -113,9 +113,10 @@ void Annotations::read_map(const std::string& file, Diagnostics& diagnostics)
         if (target == make_identifier(target))
             m_names[row.attribute("name").value()] = target;
         else
-            diagnostics.push_back({Severity::warning,
-                                   "\"" + file + "\": \"" + target + "\" is no annotation's name",
-                                   {}});
+            diagnostics.push_back(
+                {Severity::warning,
+                 quoted(file) + ": " + quoted(target) + " is no annotation's name",
+                 {}});
     }
 }
 

@@ -45,7 +45,7 @@ int assert_count = 0;
     ::dup2(silence, STDERR_FILENO);
     const std::string descriptor = std::to_string(pipe_end);
     ::execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1280x1024x24",
-             "-nolisten", "tcp", nullptr);
+             "-noreset", "-nolisten", "tcp", nullptr);
     ::_exit(127);
 }
 
