@@ -13,9 +13,9 @@ rm -rf "$output"
 failed=0
 printf '%-25s %-22s %-28s %7s  %s\n' document exporter files bytes 'accepted by'
 for document in samples/*.mtlx; do
-    scene=()
+    scene=(--environment Studio)
     grep -q '_light name' "$document" || # a document without lights gets two
-        scene=(--light key:directional --light fill:point)
+        scene+=(--light key:directional --light fill:point)
     scripts/export-and-check.sh build "$document" "$output/$(basename "$document" .mtlx)" \
         "${scene[@]}" || failed=1
 done
