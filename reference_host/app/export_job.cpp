@@ -76,8 +76,9 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
     {
         Hidden_window window;
         Exporter_panel panel(exporter, session.view(), window.area(), panel_width);
-        panel.set_file_name(output);
         set_panel_options(window.area(), request.options);
+        panel.set_file_name(
+            output); // last: the output is what the user named, whatever the options
         panel.close();
     }
     const bool returned = exporter.export_shader(session.application(), session.view());
