@@ -30,6 +30,12 @@ namespace
 
 using namespace TOVIRAEXPORT;
 
+struct Check_box_case {
+    int id;
+    const char* option;
+    const char* value; // after a click
+};
+
 class Panel_input : public Window_test
 {
 protected:
@@ -143,18 +149,23 @@ protected:
         return option_value(host.options(last), name);
     }
 
-    Recording_host host;
-};
+    // Opens the panel, clicks every box, closes it and exports: the compiler is told of each.
+    void expect_clicks_to_show(Exporter_base& exporter, const std::vector<Check_box_case>& cases)
+    {
+        show(exporter);
+        for (const Check_box_case& row : cases)
+            click_check_box(row.id);
+        close_and_export(exporter);
+        for (const Check_box_case& row : cases)
+            EXPECT_EQ(option(row.option), row.value) << row.option;
+    }
 
-struct Check_box_case {
-    int id;
-    const char* option;
-    const char* value; // after a click
+    Recording_host host;
 };
 
 TEST_F(Panel_input, cgfx_check_boxes_by_mouse)
 {
-    const Check_box_case cases[] = {
+    const std::vector<Check_box_case> cases = {
         {ID_TWO_SIDED, "two_sided", "true"},
         {ID_FACE_FORWARD, "face_forward", "true"},
         {ID_ROTATE_CUBE_MAP, "rotate_cube_map", "true"},
@@ -168,17 +179,12 @@ TEST_F(Panel_input, cgfx_check_boxes_by_mouse)
         {ID_EVAL_VOLUME, "eval_volume", "true"},
     };
     Exporter_generic exporter(Exporter_generic::TARGET_CGFX);
-    show(exporter);
-    for (const Check_box_case& row : cases)
-        click_check_box(row.id);
-    close_and_export(exporter);
-    for (const Check_box_case& row : cases)
-        EXPECT_EQ(option(row.option), row.value) << row.option;
+    expect_clicks_to_show(exporter, cases);
 }
 
 TEST_F(Panel_input, hlsl_check_boxes_by_mouse)
 {
-    const Check_box_case cases[] = {
+    const std::vector<Check_box_case> cases = {
         {ID_FACE_FORWARD, "face_forward", "true"},
         {ID_ROTATE_CUBE_MAP, "rotate_cube_map", "true"},
         {ID_FLIP_TEX2D_V, "flip_tex2d_v", "true"},
@@ -190,12 +196,7 @@ TEST_F(Panel_input, hlsl_check_boxes_by_mouse)
         {ID_HLSL_SAS_CONFORMANCE, "hlsl_sas_conformance", "true"},
     };
     Exporter_generic exporter(Exporter_generic::TARGET_HLSL);
-    show(exporter);
-    for (const Check_box_case& row : cases)
-        click_check_box(row.id);
-    close_and_export(exporter);
-    for (const Check_box_case& row : cases)
-        EXPECT_EQ(option(row.option), row.value) << row.option;
+    expect_clicks_to_show(exporter, cases);
     EXPECT_EQ(option("two_sided"), "false"); // this panel has no box for it
 }
 
