@@ -1,12 +1,15 @@
 // From generated code to files: copying texts out of the host, writing them, forming output names.
 //
-// Nothing here speaks to the user: failures are results and texts for the exporter to show.
+// Code stays bytes on its way, and there is one copy of it here: a shader may be large. Nothing
+// here speaks to the user: failures are results and texts for the exporter to show.
 #ifndef EXPORT_COMMON_CODE_OUTPUT_H
 #define EXPORT_COMMON_CODE_OUTPUT_H
 
 #include "sdk/itovira_compiler.h"
 
-#include <string>
+#include <initializer_list>
+#include <memory>
+#include <string_view>
 
 #include <wx/string.h>
 
@@ -15,8 +18,27 @@ namespace QZ
 namespace TOVIRAEXPORT
 {
 
+// One text of a generated shader, copied from the host.
+class Code_text
+{
+public:
+    Code_text() = default;
+
+    // Copies text `code_index` of `shader`, which is not null. The index is not checked. Empty when
+    // the host leaves the buffer empty or memory runs out.
+    Code_text(TSDK::IGenerated_shader* shader, int code_index);
+
+    // The text up to its first NUL. Valid as long as this object.
+    const char* c_str() const { return m_buffer ? m_buffer.get() : ""; }
+
+private:
+    std::unique_ptr<char[]> m_buffer; // NUL-terminated
+};
+
 // Copies text `code_index` into `code`, which is empty on failure. On failure `error` says why: no
 // shader, or an index at or beyond the count (a negative one goes to the host as it is).
+bool get_shader_source_code(TSDK::IGenerated_shader* shader, int code_index, Code_text& code,
+                            wxString& error);
 bool get_shader_source_code(TSDK::IGenerated_shader* shader, int code_index, wxString& code,
                             wxString& error);
 
@@ -24,17 +46,17 @@ bool get_shader_source_code(TSDK::IGenerated_shader* shader, int code_index, wxS
 // fails.
 bool write_code(const wxString& filename, TSDK::IGenerated_shader* shader);
 
-// Creates or truncates `filename` and writes the text up to its first NUL. False with "write open
+// Creates or truncates `filename` and writes the pieces one after the other. False with "write open
 // failed [name]" or "write failed [name]" in `error`; what was written until then stays.
+bool save_bytes_to_file(const wxString& filename, std::initializer_list<std::string_view> pieces,
+                        wxString& error);
+
+// The same for one text, up to its first NUL.
 bool save_buffer_to_file(const wxString& filename, const wxString& buffer, wxString& error);
 
 // `filename` with the extension (given without the dot). An extension that it has already stays
 // once and case counts: "a.fx" -> "a.fx", "a.FX" -> "a.FX.fx", "a.txt" -> "a.txt.fx".
 wxString add_extension(const wxString& filename, const wxString& extension);
-
-// Text `code_index` of a shader as bytes; empty when the host gives none or memory runs out. The
-// index is not checked.
-std::string get_code_bytes(TSDK::IGenerated_shader* shader, int code_index);
 
 // Asks a unit for code; null when there is no unit, no option set, or the generation failed. New
 // reference.

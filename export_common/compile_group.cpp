@@ -2,9 +2,8 @@
 
 #include "export_common/compiler_options.h"
 #include "export_common/graph_queries.h"
-#include "export_common/host_ref.h"
-#include "export_common/number_text.h"
 #include "exporter_base/bytes.h"
+#include "exporter_base/number_text.h"
 #include "sdk/interface_ids.h"
 
 #include <cstdio>
@@ -137,6 +136,18 @@ TSDK::ICompilation_unit* compile_group(TSDK::IGraph_view* view, TSDK::ITovira* a
     TSDK::ICompilation_unit* unit = compiler->compile(graph.get(), errors, options.get());
     release_in_order(graph, compiler, options, environment, volume);
     return unit;
+}
+
+Host_ref<TSDK::ICompilation_unit> compile_group(TSDK::IGraph_view* view, TSDK::ITovira* app,
+                                                TSDK::ICompiler_errors* errors,
+                                                TSDK::IGraph_node* shader_node, int flags,
+                                                wxWindow* parent, bool interactive,
+                                                wxString& message)
+{
+    return adopt(compile_group(view, app, errors, shader_node,
+                               (flags & RESOLVE_UNSIZED_ARRAYS) != 0,
+                               (flags & PRESERVE_LIGHT_LOOP) != 0, (flags & WORLD_SPACE) != 0,
+                               (flags & IGNORE_LITERAL) != 0, parent, interactive, message));
 }
 
 } // namespace TOVIRAEXPORT

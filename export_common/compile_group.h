@@ -2,6 +2,7 @@
 #ifndef EXPORT_COMMON_COMPILE_GROUP_H
 #define EXPORT_COMMON_COMPILE_GROUP_H
 
+#include "export_common/host_ref.h"
 #include "sdk/igraph_node.h"
 #include "sdk/igraph_view.h"
 #include "sdk/itovira.h"
@@ -41,6 +42,21 @@ TSDK::ICompilation_unit* compile_group(TSDK::IGraph_view* view, TSDK::ITovira* a
                                        bool preserve_light_loop, bool world_space,
                                        bool ignore_literal, wxWindow* parent, bool interactive,
                                        wxString& message);
+
+// The four switches of a compilation, named.
+enum Group_flag {
+    RESOLVE_UNSIZED_ARRAYS = 1,
+    PRESERVE_LIGHT_LOOP = 2,
+    WORLD_SPACE = 4,
+    IGNORE_LITERAL = 8
+};
+
+// The same with the Group_flags that are on, joined by |.
+Host_ref<TSDK::ICompilation_unit> compile_group(TSDK::IGraph_view* view, TSDK::ITovira* app,
+                                                TSDK::ICompiler_errors* errors,
+                                                TSDK::IGraph_node* shader_node, int flags,
+                                                wxWindow* parent, bool interactive,
+                                                wxString& message);
 
 } // namespace TOVIRAEXPORT
 } // namespace QZ

@@ -1,12 +1,8 @@
 #include "export_common/compiler_options.h"
 
-#include "export_common/number_text.h"
 #include "exporter_base/bytes.h"
-
-#include <cstdio>
-#include <memory>
-
-#include <sys/stat.h>
+#include "exporter_base/files.h"
+#include "exporter_base/number_text.h"
 
 #include <wx/filename.h>
 
@@ -17,11 +13,6 @@ namespace TOVIRAEXPORT
 
 namespace
 {
-
-struct Close_file {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, Close_file>;
 
 char path_separator()
 {
@@ -34,23 +25,6 @@ std::string copyright_path(const char* directory)
     if (!path.empty() && path.back() != '/' && path.back() != '\\')
         path += path_separator();
     return path + "user_copyright.txt";
-}
-
-// The first copyright file that exists and opens, and its length in bytes; an empty file when there
-// is none.
-File open_copyright(const char** paths, int count, size_t& length)
-{
-    for (int i = 0; i < count; ++i) {
-        if (!paths[i])
-            continue;
-        File file{std::fopen(copyright_path(paths[i]).c_str(), "rb")};
-        struct stat status;
-        if (file && ::fstat(::fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode)) {
-            length = static_cast<size_t>(status.st_size);
-            return file;
-        }
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -96,13 +70,13 @@ void set_user_copyright_option(TSDK::ITovira* app, TSDK::ICompiler_options* opti
 {
     int count = 0;
     const char** paths = app->get_search_paths(count);
-    size_t length = 0;
-    const File file = paths ? open_copyright(paths, count, length) : nullptr;
-    if (!file)
-        return;
-    std::string text(length, '\0');
-    text.resize(std::fread(&text[0], 1, length, file.get()));
-    set_option(options, "user_copyright", text);
+    std::string text;
+    for (int i = 0; paths && i < count; ++i) {
+        if (paths[i] && read_text_file(copyright_path(paths[i]), text)) {
+            set_option(options, "user_copyright", text);
+            return;
+        }
+    }
 }
 
 namespace DETAIL

@@ -216,9 +216,8 @@ const char* get_shader_kind(TSDK::IGraph_node* node)
     return node ? node->get_shader_type() : nullptr;
 }
 
-bool is_surface(TSDK::IGraph_node* node)
+bool is_surface_kind(const char* kind)
 {
-    const char* kind = get_shader_kind(node);
     return !kind || std::strcmp(kind, "surface") == 0;
 }
 

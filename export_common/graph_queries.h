@@ -31,8 +31,8 @@ wxString get_shader_name(TSDK::IGraph_node* node);
 // The node's kind as the host tells it; null where the host does, which stands for a surface.
 const char* get_shader_kind(TSDK::IGraph_node* node);
 
-// Whether the node is a surface shader: its kind is null or exactly "surface". So is a null node.
-bool is_surface(TSDK::IGraph_node* node);
+// Whether a node's kind is that of a surface shader: null or exactly "surface".
+bool is_surface_kind(const char* kind);
 
 } // namespace TOVIRAEXPORT
 } // namespace QZ

@@ -4,13 +4,12 @@
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporter_base/file_chooser.h"
+#include "exporter_base/files.h"
 #include "exporter_base/wx_compat.h"
 #include "sdk/interface_ids.h"
 
 #include <algorithm>
 #include <limits>
-
-#include <sys/stat.h>
 
 #include <wx/button.h>
 #include <wx/filename.h>
@@ -46,17 +45,11 @@ void keep_field_sizes(wxWindow* panel)
             field->SetMinSize(field->GetBestSize());
 }
 
-// Somewhat larger, as far as there are larger numbers.
+// Adds 4 pixels, saturating at INT_MAX.
 int enlarged(int pixels)
 {
     constexpr int extra = 4;
     return std::min(pixels, std::numeric_limits<int>::max() - extra) + extra;
-}
-
-bool is_regular_file(const char* file)
-{
-    struct stat status;
-    return ::stat(file, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 } // namespace
@@ -117,8 +110,8 @@ bool Exporter_base::remove_ui(TSDK::IGraph_view*, bool discard)
     if (!m_top_panel)
         return false;
     return at_border(false, [&] {
-        if (!discard && m_exportfile_control) {
-            m_exportfile_name = m_exportfile_control->GetValue();
+        if (!discard && m_exportfile_field) {
+            m_exportfile_name = m_exportfile_field.text();
             set_own_setting_value(get_base_setting_key() + wxT("_exportfile_save"),
                                   m_exportfile_name);
         }
@@ -162,27 +155,36 @@ void Exporter_base::create_new_container(unsigned long long container)
 void Exporter_base::create_new_container_linux(unsigned long long container)
 {
     detach_from_panel();
+    m_exportfile_field = Text_field();                 // the new panel need not have one
     m_window = reinterpret_cast<wxWindow*>(container); // NOLINT(performance-no-int-to-ptr)
     m_container_marker = MARKER_CONTAINER;
     m_top_panel = new wxPanel(m_window, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                               wxTAB_TRAVERSAL | wxNO_BORDER);
     m_top_panel->PushEventHandler(&m_eventhandler);
-    m_top_panel->Connect(
-        wxEVT_DESTROY, wxWindowDestroyEventHandler(Exporter_base_eventhandler::on_panel_destroyed),
-        nullptr, &m_eventhandler);
+    connect_to_panel(wxID_ANY, wxEVT_DESTROY,
+                     wxWindowDestroyEventHandler(Exporter_base_eventhandler::on_panel_destroyed),
+                     &m_eventhandler);
 }
 
 // The plug-in is delivered for Linux only; the hosts of other systems make no container.
 void Exporter_base::create_new_container_win_nt(unsigned long long) {}
 void Exporter_base::create_new_container_macosx(unsigned long long) {}
 
+void Exporter_base::connect_to_panel(int id, wxEventType type, wxObjectEventFunction function,
+                                     wxEvtHandler* sink)
+{
+    m_panel_connections.push_back({id, type, function, sink});
+    m_top_panel->Connect(id, type, function, nullptr, sink);
+}
+
 void Exporter_base::detach_from_panel()
 {
     if (!m_top_panel)
         return;
-    m_top_panel->Disconnect(
-        wxEVT_DESTROY, wxWindowDestroyEventHandler(Exporter_base_eventhandler::on_panel_destroyed),
-        nullptr, &m_eventhandler);
+    for (const Panel_connection& connection : m_panel_connections)
+        m_top_panel->Disconnect(connection.id, connection.type, connection.function, nullptr,
+                                connection.sink);
+    m_panel_connections.clear();
     while (m_top_panel->GetEventHandler() != m_top_panel)
         m_top_panel->PopEventHandler(false);
 }
@@ -214,8 +216,9 @@ void Exporter_base::create_common_ui(wxBoxSizer* sizer)
 
     wxStaticText* label = new wxStaticText(m_top_panel, wxID_ANY, wxT("File name:"));
     label->SetFont(font);
-    m_exportfile_control = new wxTextCtrl(m_top_panel, ID_EXPORTFILE_TEXT, initial_text);
-    m_exportfile_control->SetFont(font);
+    wxTextCtrl* field = new wxTextCtrl(m_top_panel, ID_EXPORTFILE_TEXT, initial_text);
+    field->SetFont(font);
+    m_exportfile_field = Text_field(field, initial_text);
     wxButton* browse = create_browse_button(m_top_panel, ID_EXPORTFILE_BROWSE);
 
     wxBoxSizer* label_row = new wxBoxSizer(wxHORIZONTAL);
@@ -224,7 +227,7 @@ void Exporter_base::create_common_ui(wxBoxSizer* sizer)
 
     wxBoxSizer* field_row = new wxBoxSizer(wxHORIZONTAL);
     sizer->Add(field_row, 0, wxEXPAND | wxALL, margin);
-    field_row->Add(m_exportfile_control, 1, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM | low_bit, margin);
+    field_row->Add(field, 1, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM | low_bit, margin);
     field_row->Add(browse, 0, wxALL | low_bit, margin);
 }
 
@@ -259,9 +262,10 @@ void Exporter_base::choose_exportfile()
     at_border([&] {
         wxString path;
         File_chooser chooser(m_window, this, wxT("exportfile"));
-        // The host may have closed the panel below the dialog.
-        if (chooser.get_save_file(path) && m_top_panel)
-            m_exportfile_control->SetValue(path);
+        // The host may have closed the panel below the dialog, or sent the event to a panel that
+        // has no such field.
+        if (chooser.get_save_file(path) && m_top_panel && m_exportfile_field)
+            m_exportfile_field.fill(path);
     });
 }
 
@@ -293,6 +297,14 @@ void Exporter_base::show_message(const wxString& caption, const wxString& msg, l
 {
     wxMessageDialog dialog(m_window, msg, caption, style);
     dialog.ShowModal();
+}
+
+bool Exporter_base::require_exportfile_name(const wxString& message)
+{
+    if (!m_exportfile_name.empty())
+        return true;
+    show_error(message);
+    return false;
 }
 
 bool Exporter_base::can_export(const char* file)

@@ -17,6 +17,7 @@
 #define EXPORTER_BASE_EXPORTER_BASE_H
 
 #include "exporter_base/exporter_base_eventhandler.h"
+#include "exporter_base/text_field.h"
 #include "plugin/iexporter.h"
 
 #include <map>
@@ -30,7 +31,6 @@ class wxBoxSizer;
 class wxButton;
 class wxPanel;
 class wxSizer;
-class wxTextCtrl;
 class wxWindow;
 
 namespace QZ
@@ -142,13 +142,17 @@ public:
     void show_error(const wxString& msg);
     void show_warning(const wxString& msg);
 
+    // Whether the user has named an export file; shows `message` as an error when not.
+    bool require_exportfile_name(const wxString& message);
+
     // Whether `file` may be written: true when no regular file of that name exists, otherwise what
     // the user says to replacing it (closing the question counts as yes). False for null.
     bool can_export(const char* file);
 
     // ---- for the event handler ----
 
-    // Asks for the export file and puts its path into the text field.
+    // Asks for the export file and puts its path into the text field. A panel without that field
+    // stays as it is.
     void choose_exportfile();
 
     // Lets go of the panel if it is the given window.
@@ -177,11 +181,24 @@ protected:
     // the fitting height. Pixels.
     static int lay_out_panel(wxWindow* parent, wxSizer* sizer, int width);
 
-    // Takes every pushed handler off the panel. The destructor of an exporter that pushes one of
-    // its own calls this first, in case the panel is still there.
+    // Lets `sink` handle an event that the control `id` (or wxID_ANY) sends to the panel, until the
+    // exporter lets go of the panel in whatever way. `sink` must live until then.
+    void connect_to_panel(int id, wxEventType type, wxObjectEventFunction function,
+                          wxEvtHandler* sink);
+
+    // Takes every connected and every pushed handler off the panel. The destructor of an exporter
+    // that pushes one of its own calls this first, in case the panel is still there.
     void detach_from_panel();
 
 private:
+    // A handler connected to the panel.
+    struct Panel_connection {
+        int id;
+        wxEventType type;
+        wxObjectEventFunction function;
+        wxEvtHandler* sink;
+    };
+
     // Keys are compared as bytes, so that the order of the settings is the same in every build.
     struct Key_less {
         bool operator()(const wxString& left, const wxString& right) const;
@@ -197,7 +214,7 @@ private:
     void show_message(const wxString& caption, const wxString& msg, long style);
 
     std::map<wxString, Setting_record*, Key_less> m_settings;
-    wxTextCtrl* m_exportfile_control = nullptr; // owned by the panel; stale after the panel's end
+    Text_field m_exportfile_field; // its control is the panel's; stale after the panel's end
     wxString m_exportfile_name;
     std::map<wxString, wxString, Key_less> m_exporter_settings;
     wxWindow* m_window = nullptr;   // the host's
@@ -206,6 +223,7 @@ private:
     Exporter_base_eventhandler m_eventhandler;
     wxString m_name;
     std::string m_name_bytes; // lent to the host
+    std::vector<Panel_connection> m_panel_connections;
 };
 
 } // namespace TOVIRAEXPORT

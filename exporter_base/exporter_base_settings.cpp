@@ -4,6 +4,7 @@
 
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
+#include "exporter_base/number_text.h"
 #include "exporter_base/toviraexport_log.h"
 
 #include <cstdio>
@@ -132,7 +133,7 @@ void Exporter_base::register_chooser_properties(const wxString& setting,
     const wxString prefix = get_base_setting_key() + wxT("::") + setting + wxT("::");
     add_exporter_setting(prefix + wxT("wildcard"), properties.wildcard);
     for (size_t i = 0; i < properties.extensions.size(); ++i)
-        add_exporter_setting(prefix + wxString::Format(wxT("extension::%d"), static_cast<int>(i)),
+        add_exporter_setting(prefix + wxT("extension::") + decimal(static_cast<int>(i)),
                              properties.extensions[i]);
     add_exporter_setting(prefix + wxT("caption::open"), properties.caption_open);
     add_exporter_setting(prefix + wxT("caption::save"), properties.caption_save);

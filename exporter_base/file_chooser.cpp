@@ -1,6 +1,8 @@
 #include "exporter_base/file_chooser.h"
 
+#include "exporter_base/dialog_paths.h"
 #include "exporter_base/exporter_base.h"
+#include "exporter_base/number_text.h"
 #include "exporter_base/toviraexport_log.h"
 #include "exporter_base/wx_compat.h"
 
@@ -15,7 +17,7 @@ namespace TOVIRAEXPORT
 namespace
 {
 
-// A stored number; text that is none counts as 0.
+// A stored number; a text that is not a number counts as 0.
 long to_int(const wxString& text)
 {
     long value = 0;
@@ -54,12 +56,14 @@ File_chooser::File_chooser(wxWindow* parent, Exporter_base* exporter, const wxSt
 bool File_chooser::get_save_file(wxString& path)
 {
     const std::unique_ptr<wxFileDialog> dialog = create_dialog(wxT("save"), wxFD_SAVE);
-    if (dialog->ShowModal() != wxID_OK) {
+    const bool confirmed = dialog->ShowModal() == wxID_OK;
+    const wxString saved = confirmed ? get_saved_path(*dialog) : wxString();
+    if (saved.empty()) {
         m_filename.Clear();
         return false;
     }
     const int filter_index = selected_filter(*dialog);
-    path = with_filter_extension(dialog->GetPath(), filter_index);
+    path = with_filter_extension(saved, filter_index);
     m_filename = wxFileName(path).GetFullName();
     store_path_if_not_empty(wxT("save"), path, filter_index);
     return true;
@@ -69,7 +73,6 @@ bool File_chooser::get_open_file(wxString& path)
 {
     const std::unique_ptr<wxFileDialog> dialog =
         create_dialog(wxT("open"), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-    // A file whose name the toolkit can not express is confirmed with an empty path: no choice.
     if (dialog->ShowModal() != wxID_OK || dialog->GetPath().empty()) {
         m_filename.Clear();
         return false;
@@ -111,8 +114,7 @@ void File_chooser::store_path_if_not_empty(const wxString& kind, const wxString&
     if (path.empty())
         return;
     m_exporter->set_own_setting_value(setting_key(kind), path);
-    m_exporter->set_own_setting_value(setting_key(wxT("filter_index")),
-                                      wxString::Format(wxT("%d"), filter_index));
+    m_exporter->set_own_setting_value(setting_key(wxT("filter_index")), decimal(filter_index));
 }
 
 wxString File_chooser::setting_key(const wxString& suffix) const
@@ -134,13 +136,15 @@ std::unique_ptr<wxFileDialog> File_chooser::create_dialog(const wxString& kind, 
     m_filename = start.GetFullName();
     const long filter_index =
         to_int(m_exporter->get_own_setting_value(setting_key(wxT("filter_index"))));
+    const wxString folder = start.GetPath(wxPATH_GET_VOLUME);
     const wxString caption = property(wxT("caption::") + kind);
     const wxString wildcard = property(wxT("wildcard"));
 
     // Several wildcards end in a bar, which 2.8 takes as it is and 3.x complains about.
     const Assert_silencer quiet;
-    std::unique_ptr<wxFileDialog> dialog(new wxFileDialog(
-        m_parent, caption, start.GetPath(wxPATH_GET_VOLUME), m_filename, wildcard, style));
+    std::unique_ptr<wxFileDialog> dialog(
+        new wxFileDialog(m_parent, caption, folder, m_filename, wildcard, style));
+    set_start_folder(*dialog, folder);
     // 3.x has added the first filter's extension to the name by now.
     if (style & wxFD_SAVE)
         dialog->SetFilename(m_filename);
@@ -154,7 +158,7 @@ std::unique_ptr<wxFileDialog> File_chooser::create_dialog(const wxString& kind, 
 wxString File_chooser::with_filter_extension(const wxString& path, int filter_index) const
 {
     wxFileName file(path);
-    const wxString extension = property(wxString::Format(wxT("extension::%d"), filter_index));
+    const wxString extension = property(wxT("extension::") + decimal(filter_index));
     const bool known = extension != wxT("<undefined>") && extension != wxT("*");
     if (property(wxT("extension_autoadd")) == wxT("true") && known && !file.HasExt())
         file.SetExt(extension);

@@ -34,8 +34,9 @@ public:
 
     // Each shows a modal dialog. On OK they return true with the chosen path or paths and remember
     // path (of several: the first) and filter; otherwise they return false and change nothing. OK
-    // without a path, which GTK gives for a name that it can not express, counts as no choice of
-    // one file. `paths` is appended to. A save dialog asks no question about existing files.
+    // without a path, which GTK gives for a file that it cannot express, counts as cancelled where
+    // one file is asked for. `paths` is appended to. A save dialog asks no question about existing
+    // files.
     bool get_save_file(wxString& path);
     bool get_open_file(wxString& path);
     bool get_open_files(std::vector<wxString>& paths);

@@ -4,9 +4,7 @@
 #include "export_common/compile_group.h"
 #include "export_common/export_objects.h"
 #include "export_common/graph_queries.h"
-#include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
-#include "exporters/application_export.h"
 
 #include <string>
 
@@ -81,11 +79,25 @@ int texcoord4 : Texcoord
 #endif
 )";
 
-// The tables are cut where a value is set that is only known at the export.
-//
-// Tangent and binormal are crossed on purpose: what 3ds Max delivers under one name is what the
-// compiler's shaders take for the other.
-constexpr Compiler_option screen_options_before_names[] = {
+// What the options of one export are computed from.
+struct Max_shader {
+    std::string kind; // of the node
+    std::string name; // under which the node is exported
+};
+
+std::optional<std::string> shader_kind(const Max_shader& shader)
+{
+    return shader.kind;
+}
+
+std::optional<std::string> shader_name(const Max_shader& shader)
+{
+    return shader.name;
+}
+
+// Tangent and binormal are crossed on purpose, in both tables: what 3ds Max delivers under one name
+// is what the compiler's shaders take for the other.
+constexpr Option_row<Max_shader> screen_options[] = {
     {"fx_header", short_header},
     {"format", "HLSL"},
     {"vertex_shader_profile", "vs_3_0"},
@@ -94,9 +106,8 @@ constexpr Compiler_option screen_options_before_names[] = {
     {"depth_test", "false"},
     {"depth_write", "false"},
     {"screen_space_vertices", "true"},
-};
-
-constexpr Compiler_option screen_options_after_names[] = {
+    {"shader_type", shader_kind},
+    {"shader_name", shader_name},
     {"generate_umapped_annotations", "false"},
     {"vs_binding_tangent", "BINORMAL"},
     {"vs_binding_binormal", "TANGENT"},
@@ -109,7 +120,7 @@ constexpr Compiler_option screen_options_after_names[] = {
     {"generate_sampler_default_address_mode", "true"},
 };
 
-constexpr Compiler_option surface_options_before_name[] = {
+constexpr Option_row<Max_shader> surface_options[] = {
     {"fx_header", full_header},
     {"format", "HLSL"},
     {"vertex_shader_profile", "vs_3_0"},
@@ -124,161 +135,87 @@ constexpr Compiler_option surface_options_before_name[] = {
     {"two_sided", "true"},
     {"shader_type", "surface"},
     {"add_default_states", "true"},
-};
-
-constexpr Compiler_option surface_options_after_name[] = {
+    {"shader_name", shader_name},
     {"interfaces", "false"}, // set a second time, as it always has been
-    {"internal_space", "world"},    {"texture_resource_annotation", "ResourceName"},
-    {"alpha_transparency", "true"}, {"generate_sampler_default_address_mode", "true"},
+    {"internal_space", "world"},
+    {"texture_resource_annotation", "ResourceName"},
+    {"alpha_transparency", "true"},
+    {"generate_sampler_default_address_mode", "true"},
 };
 
-// One export: what its steps hand on to each other.
-struct Export {
-    TSDK::ITovira* app;
-    TSDK::IGraph_view* view;
-    wxWindow* parent;
-    bool interactive;
-    std::string kind; // of the node
-    wxString name;    // under which the node is exported
-    Export_objects objects;
-    Host_ref<TSDK::ICompiler_options> options;
-    Host_ref<TSDK::ICompilation_unit> unit;
-};
-
-// Environment and lens shaders: the node by itself, drawn over the whole screen. Leaves no unit
-// when the compiler fails.
-void compile_screen(Export& work)
+// Writes what the options make of the unit. False with a message that tells the step that failed.
+bool generate_and_write(TSDK::ICompilation_unit* unit, TSDK::ICompiler_options* options,
+                        const wxString& path, wxString& reason)
 {
-    work.unit = work.objects.compile_node(nullptr);
-    if (!work.unit)
-        return;
-    TSDK::ICompiler_options* options = work.options.get();
-    set_options(options, Option_table(screen_options_before_names));
-    set_option(options, "shader_type", work.kind);
-    set_option(options, "shader_name", work.name);
-    set_options(options, Option_table(screen_options_after_names));
-    set_scene_ambient_option(options, work.view);
-    set_user_copyright_option(work.app, options);
-}
-
-// Surface shaders: with the scene's lights, environment and volume. The scene's ambient colour is
-// set for screen shaders only, on purpose.
-bool compile_surface(Export& work, wxString& error)
-{
-    constexpr bool resolve_unsized_arrays = true;
-    constexpr bool preserve_light_loop = false;
-    constexpr bool world_space = true;
-    constexpr bool ignore_literal = true;
-
-    wxString compile_error;
-    work.unit =
-        adopt(compile_group(work.view, work.app, work.objects.errors.get(), work.objects.node.get(),
-                            resolve_unsized_arrays, preserve_light_loop, world_space,
-                            ignore_literal, work.parent, work.interactive, compile_error));
-    if (!work.unit) {
-        error = wxT("Fail to compile a surface shader\n") + compile_error;
-        return false;
-    }
-    TSDK::ICompiler_options* options = work.options.get();
-    set_options(options, Option_table(surface_options_before_name));
-    set_option(options, "shader_name", work.name);
-    set_options(options, Option_table(surface_options_after_name));
-    set_user_copyright_option(work.app, options);
-    return true;
-}
-
-// Compiles by kind. False with a message for a kind that 3ds Max does not take and for a surface
-// that does not compile.
-bool compile(Export& work, wxString& error)
-{
-    if (work.kind == "environment" || work.kind == "lens") {
-        compile_screen(work);
-        return true;
-    }
-    if (work.kind == "surface")
-        return compile_surface(work, error);
-    const wxString kind = from_bytes(work.kind.c_str());
-    if (work.kind == "light" || work.kind == "volume")
-        error = kind + wxT(" shaders are not supported for export to 3ds Max");
-    else
-        error = wxT("unknown shader type \"") + kind + wxT("\"");
-    return false;
-}
-
-bool write(Export& work, const wxString& path, wxString& error)
-{
-    const Host_ref<TSDK::IGenerated_shader> shader =
-        adopt(generate_code(work.unit.get(), "FX", work.options.get()));
-    if (!shader) {
-        error = wxT("unable to create the shader");
-        return false;
-    }
-    wxString code;
+    const Host_ref<TSDK::IGenerated_shader> shader = adopt(generate_code(unit, "FX", options));
+    Code_text code;
     wxString messages;
-    if (!get_shader_source_code(shader.get(), 0, code, messages)) {
-        error = wxT("can not generate code.\n") + messages;
-        return false;
-    }
-    if (!save_buffer_to_file(path, code, messages)) {
-        error = wxT("can not write the code [") + path + wxT("]\n") + messages;
-        return false;
-    }
-    return true;
-}
-
-bool run(Export& work, const wxString& path, wxString& error)
-{
-    work.objects.take_node(work.view);
-    if (!work.objects.node) {
-        error = wxT("unable to create the shader");
-        return false;
-    }
-    const char* kind = get_shader_kind(work.objects.node.get());
-    work.kind = kind ? kind : "surface";
-    work.objects.take_compiler(work.app);
-    work.objects.take_preferences(work.app); // held like the rest, though none is read
-    work.objects.take_errors();
-    work.options = work.objects.create_options();
-    work.name = get_shader_name(work.objects.node.get());
-    return compile(work, error) && write(work, path, error);
+    if (!shader)
+        reason = wxT("unable to create the shader");
+    else if (!get_shader_source_code(shader.get(), 0, code, messages))
+        reason = wxT("can not generate code.\n") + messages;
+    else if (!save_bytes_to_file(path, {code.c_str()}, messages))
+        reason = wxT("can not write the code [") + path + wxT("]\n") + messages;
+    return reason.empty();
 }
 
 } // namespace
 
-Exporter_3dsmax::Exporter_3dsmax() : Exporter_base("Autodesk 3ds Max legacy (HLSL)") {}
+Exporter_3dsmax::Exporter_3dsmax() : Application_exporter(facts_of<Exporter_3dsmax>(), dialog) {}
 
 bool Exporter_3dsmax::export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view)
 {
-    return at_border(false, [&] {
-        return export_and_report(*this, app, view, wxT("fx"), export_3dsmax_shader);
-    });
-}
-
-int Exporter_3dsmax::create_window(wxWindow* parent, int width, TSDK::IGraph_view*)
-{
-    return create_exportfile_panel(parent, width);
-}
-
-void Exporter_3dsmax::initialize()
-{
-    register_exportfile_setting();
-    register_chooser_properties(wxT("exportfile"), chooser_properties(dialog));
-}
-
-// This exporter writes HLSL only. The text is part of its settings' keys and stays.
-const char* Exporter_3dsmax::get_language() const
-{
-    return "Cg and HLSL";
+    return export_and_report(app, view, export_3dsmax_shader);
 }
 
 bool export_3dsmax_shader(TSDK::ITovira* app, TSDK::IGraph_view* view, const wxString& path,
                           wxWindow* parent, bool interactive, wxString& error)
 {
-    Export work = {app, view, parent, interactive, {}, {}, {}, {}, {}};
+    const auto fail = [&error](const wxString& reason) {
+        error = wxT("Error exporting shader: ") + reason;
+        return false;
+    };
+    error.Clear();
+    Export_objects objects;
+    objects.take_node(view);
+    if (!objects.node)
+        return fail(wxT("unable to create the shader"));
+    const char* kind = get_shader_kind(objects.node.get());
+    Max_shader shader;
+    shader.kind = kind ? kind : "surface";
+    objects.take_compiler(app);
+    objects.take_preferences(app); // held like the rest, though none is read
+    objects.take_errors();
+    const Host_ref<TSDK::ICompiler_options> options = objects.create_options();
+    shader.name = to_bytes(get_shader_name(objects.node.get()));
+
+    Host_ref<TSDK::ICompilation_unit> unit;
+    if (shader.kind == "environment" || shader.kind == "lens") {
+        // The node by itself, drawn over the whole screen. The scene's ambient colour is set for
+        // these only, on purpose.
+        unit = objects.compile_node(nullptr);
+        if (!unit)
+            return fail(wxT("unable to create the shader"));
+        set_options(options.get(), screen_options, shader);
+        set_scene_ambient_option(options.get(), view);
+    } else if (shader.kind == "surface") {
+        wxString compile_error;
+        unit = compile_group(view, app, objects.errors.get(), objects.node.get(),
+                             RESOLVE_UNSIZED_ARRAYS | WORLD_SPACE | IGNORE_LITERAL, parent,
+                             interactive, compile_error);
+        if (!unit)
+            return fail(wxT("Fail to compile a surface shader\n") + compile_error);
+        set_options(options.get(), surface_options, shader);
+    } else if (shader.kind == "light" || shader.kind == "volume") {
+        return fail(from_bytes(shader.kind.c_str()) +
+                    wxT(" shaders are not supported for export to 3ds Max"));
+    } else {
+        return fail(wxT("unknown shader type \"") + from_bytes(shader.kind.c_str()) + wxT("\""));
+    }
+    set_user_copyright_option(app, options.get());
+
     wxString reason;
-    const bool done = run(work, path, reason);
-    error = done ? wxString() : wxT("Error exporting shader: ") + reason;
-    return done;
+    return generate_and_write(unit.get(), options.get(), path, reason) || fail(reason);
 }
 
 } // namespace TOVIRAEXPORT

@@ -3,7 +3,7 @@
 #ifndef EXPORTERS_EXPORTER_3DSMAX_H
 #define EXPORTERS_EXPORTER_3DSMAX_H
 
-#include "exporter_base/exporter_base.h"
+#include "exporters/application_exporter.h"
 
 namespace QZ
 {
@@ -12,16 +12,13 @@ namespace TOVIRAEXPORT
 
 // The panel holds only the export-file row; what the compiler is told depends on nothing but the
 // kind of the selected shader.
-class Exporter_3dsmax : public Exporter_base
+class Exporter_3dsmax : public Application_exporter
 {
 public:
     Exporter_3dsmax();
 
     // True when the file was written; every failure of the export itself is shown in a box.
     bool export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view) override;
-    int create_window(wxWindow* parent, int width, TSDK::IGraph_view* view) override;
-    void initialize() override;
-    const char* get_language() const override;
 };
 
 // Exports the selected node to `path`. `parent` and `interactive` are compile_group's. `error` is

@@ -6,7 +6,7 @@
 #ifndef EXPORTERS_EXPORTER_CATIA_H
 #define EXPORTERS_EXPORTER_CATIA_H
 
-#include "exporter_base/exporter_base.h"
+#include "exporters/application_exporter.h"
 
 namespace QZ
 {
@@ -15,16 +15,13 @@ namespace TOVIRAEXPORT
 
 // The panel holds only the export-file row; what the compiler is told is fixed, but for the tangent
 // streams and a preference.
-class Exporter_catia : public Exporter_base
+class Exporter_catia : public Application_exporter
 {
 public:
     Exporter_catia();
 
     // True when the file was written; every failure of the export itself is shown in a box.
     bool export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view) override;
-    int create_window(wxWindow* parent, int width, TSDK::IGraph_view* view) override;
-    void initialize() override;
-    const char* get_language() const override;
 };
 
 // Exports the selected node to `path`. `parent` and `interactive` are compile_group's. `error` is

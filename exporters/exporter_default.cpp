@@ -1,5 +1,7 @@
 #include "exporters/exporter_default.h"
 
+#include "exporters/exporter_table.h"
+
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/radiobut.h>
@@ -12,7 +14,7 @@ namespace QZ
 namespace TOVIRAEXPORT
 {
 
-Exporter_default::Exporter_default() : Exporter_base("default exporter") {}
+Exporter_default::Exporter_default() : Exporter_base(facts_of<Exporter_default>().name) {}
 
 bool Exporter_default::export_shader(TSDK::ITovira*, TSDK::IGraph_view*)
 {
@@ -41,7 +43,7 @@ void Exporter_default::initialize() {}
 
 const char* Exporter_default::get_language() const
 {
-    return "none";
+    return facts_of<Exporter_default>().language;
 }
 
 } // namespace TOVIRAEXPORT

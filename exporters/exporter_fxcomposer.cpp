@@ -3,11 +3,13 @@
 #include "export_common/code_output.h"
 #include "export_common/compile_group.h"
 #include "export_common/compiler_options.h"
+#include "export_common/export_objects.h"
 #include "export_common/graph_queries.h"
 #include "export_common/output_names.h"
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
+#include "exporters/exporter_table.h"
 #include "exporters/file_check_boxes.h"
 
 namespace QZ
@@ -18,7 +20,13 @@ namespace TOVIRAEXPORT
 namespace
 {
 
-constexpr Compiler_option cgfx_options_before_flip[] = {
+std::optional<std::string> flip_tex2d_v(const bool& flip)
+{
+    return switch_text(flip);
+}
+
+// Both tables are computed from the preference.
+constexpr Option_row<bool> cgfx_options[] = {
     {"shader_type", "surface"},
     {"format", "CgFX"},
     {"vertex_shader_profile", "vp40"},
@@ -30,47 +38,37 @@ constexpr Compiler_option cgfx_options_before_flip[] = {
     {"vs_binding_tangent", "TANGENT"},
     {"vs_binding_binormal", "BINORMAL"},
     {"rotate_cube_map", "true"},
-};
-
-constexpr Compiler_option cgfx_options_after_flip[] = {
+    {"flip_tex2d_v", flip_tex2d_v},
     {"alpha_transparency", "true"},
     {"add_default_states", "true"},
     {"internal_space", "world"},
 };
 
-constexpr Compiler_option hlsl_options_before_flip[] = {
+constexpr Option_row<bool> hlsl_options[] = {
     {"shader_type", "surface"},          {"format", "HLSL"},
     {"vertex_shader_profile", "vs_3_0"}, {"fragment_shader_profile", "ps_3_0"},
     {"generate_samplers", "true"},       {"generate_umapped_annotations", "false"},
     {"vs_binding_tangent", "TANGENT"},   {"vs_binding_binormal", "BINORMAL"},
-    {"rotate_cube_map", "true"},
+    {"rotate_cube_map", "true"},         {"flip_tex2d_v", flip_tex2d_v},
+    {"alpha_transparency", "true"},      {"add_default_states", "true"},
+    {"internal_space", "world"},         {"two_sided", "true"},
 };
 
-constexpr Compiler_option hlsl_options_after_flip[] = {
-    {"alpha_transparency", "true"},
-    {"add_default_states", "true"},
-    {"internal_space", "world"},
-    {"two_sided", "true"},
-};
+// Completes the options of one of the two files, generates its text and, where the user lets it be
+// written, writes it.
+void generate_and_write(TSDK::ITovira* app, TSDK::IGraph_view* view, TSDK::ICompilation_unit* unit,
+                        TSDK::ICompiler_options* options, bool confirmed, const wxString& path)
+{
+    set_scene_ambient_option(options, view);
+    set_user_copyright_option(app, options);
+    Host_ref<TSDK::IGenerated_shader> shader = adopt(generate_code(unit, "FX", options));
+    if (confirmed)
+        write_code(path, shader.get());
+    else
+        shader.abandon(); // on purpose: what is made for a refused file is not released
+}
 
 } // namespace
-
-// One of the two files.
-struct Exporter_fxcomposer::Output {
-    Output(const Option_table& options_before_flip, const Option_table& options_after_flip,
-           bool flip_by_default)
-        : before_flip(options_before_flip),
-          after_flip(options_after_flip),
-          default_flip(flip_by_default)
-    {
-    }
-
-    Option_table before_flip;
-    Option_table after_flip;
-    bool default_flip; // flip_tex2d_v, when the user prefers neither
-    wxString path;
-    bool confirmed = false; // the user lets it be written
-};
 
 BEGIN_EVENT_TABLE(Exporter_fxcomposer_eventhandler, wxEvtHandler)
 END_EVENT_TABLE()
@@ -81,7 +79,7 @@ Exporter_fxcomposer_eventhandler::Exporter_fxcomposer_eventhandler(Exporter_fxco
 }
 
 Exporter_fxcomposer::Exporter_fxcomposer()
-    : Exporter_base("FX Composer (HLSL/CgFX)"), m_eventhandler(this)
+    : Exporter_base(facts_of<Exporter_fxcomposer>().name), m_eventhandler(this)
 {
 }
 
@@ -104,7 +102,7 @@ void Exporter_fxcomposer::initialize()
 
 const char* Exporter_fxcomposer::get_language() const
 {
-    return "Cg and HLSL";
+    return facts_of<Exporter_fxcomposer>().language;
 }
 
 int Exporter_fxcomposer::create_window(wxWindow* parent, int width, TSDK::IGraph_view*)
@@ -146,92 +144,63 @@ bool Exporter_fxcomposer::export_shader(TSDK::ITovira* app, TSDK::IGraph_view* v
     return at_border(false, [&] { return run_export(app, view); });
 }
 
-// Asks about both files before anything is compiled. False when none of them is to be written.
-bool Exporter_fxcomposer::confirm_outputs(Output& cgfx, Output& hlsl)
+bool Exporter_fxcomposer::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
 {
+    constexpr bool interactive = true;
+    if (!has_single_selection(app, view) ||
+        !require_exportfile_name(wxT("Error: no export file name is specified.")))
+        return false;
+    wxString cgfx_path;
+    wxString fx_path;
+    if (!update_filename(get_exportfile_name(), cgfx_path, fx_path)) {
+        show_error(wxT("Error: Illegal pathname.[") + get_exportfile_name() + wxT("]"));
+        return false;
+    }
     if (!m_export_cgfx && !m_export_hlsl) {
         show_error(wxT("Error: Neither CgFX nor HLSL FX file creation has been chosen."));
         return false;
     }
-    cgfx.confirmed = m_export_cgfx && can_export(to_bytes(cgfx.path).c_str());
-    hlsl.confirmed = m_export_hlsl && can_export(to_bytes(hlsl.path).c_str());
-    return cgfx.confirmed || hlsl.confirmed;
-}
-
-bool Exporter_fxcomposer::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
-{
-    constexpr bool resolve_unsized_arrays = true;
-    constexpr bool preserve_light_loop = false;
-    constexpr bool world_space = true;
-    constexpr bool ignore_literal = false;
-    constexpr bool interactive = true;
-
-    if (!has_single_selection(app, view))
-        return false;
-    if (get_exportfile_name().empty()) {
-        show_error(wxT("Error: no export file name is specified."));
-        return false;
-    }
-    // What is flipped by default differs between the two files on purpose.
-    Output cgfx{Option_table(cgfx_options_before_flip), Option_table(cgfx_options_after_flip),
-                false};
-    Output hlsl{Option_table(hlsl_options_before_flip), Option_table(hlsl_options_after_flip),
-                true};
-    if (!update_filename(get_exportfile_name(), cgfx.path, hlsl.path)) {
-        show_error(wxT("Error: Illegal pathname.[") + get_exportfile_name() + wxT("]"));
-        return false;
-    }
-    if (!confirm_outputs(cgfx, hlsl))
+    // Both files are asked about before anything is compiled.
+    const bool cgfx_ok = m_export_cgfx && can_export(to_bytes(cgfx_path).c_str());
+    const bool hlsl_ok = m_export_hlsl && can_export(to_bytes(fx_path).c_str());
+    if (!cgfx_ok && !hlsl_ok)
         return false;
 
     Export_objects objects;
     objects.take_node(view);
     if (!objects.node)
         return false;
-    if (!is_surface(objects.node.get())) {
-        const wxString kind = from_bytes(get_shader_kind(objects.node.get()));
+    const char* kind = get_shader_kind(objects.node.get());
+    if (!is_surface_kind(kind)) {
+        const wxString kind_text = from_bytes(kind); // before the node goes
         objects.node.release();
-        show_error(wxT("Error: ") + kind + wxT(" shaders are not supported by this format."));
+        show_error(wxT("Error: ") + kind_text + wxT(" shaders are not supported by this format."));
         return false;
     }
     objects.take_compiler(app);
     objects.take_preferences(app);
     objects.take_errors();
     wxString unused_message; // only a call that is not interactive writes it
-    const Host_ref<TSDK::ICompilation_unit> unit =
-        adopt(compile_group(view, app, objects.errors.get(), objects.node.get(),
-                            resolve_unsized_arrays, preserve_light_loop, world_space,
-                            ignore_literal, get_window(), interactive, unused_message));
-    if (unit)
-        write_outputs(app, view, objects, unit.get(), cgfx, hlsl);
-    return true;
-}
+    const Host_ref<TSDK::ICompilation_unit> unit = compile_group(
+        view, app, objects.errors.get(), objects.node.get(), RESOLVE_UNSIZED_ARRAYS | WORLD_SPACE,
+        get_window(), interactive, unused_message);
+    if (!unit)
+        return true;
 
-void Exporter_fxcomposer::write_outputs(TSDK::ITovira* app, TSDK::IGraph_view* view,
-                                        const Export_objects& objects,
-                                        TSDK::ICompilation_unit* unit, const Output& cgfx,
-                                        const Output& hlsl)
-{
-    bool preferred_flip = false;
-    const bool has_preference = objects.read_preference("cg_flip_tex2d_v", preferred_flip);
-    const auto write_output = [&](const Output& output) {
+    // Without the preference the HLSL file is flipped and the CgFX file is not, on purpose.
+    bool flip = false;
+    const bool found = objects.read_preference("cg_flip_tex2d_v", flip);
+    if (m_export_cgfx) {
         const Host_ref<TSDK::ICompiler_options> options = objects.create_options();
-        set_options(options.get(), output.before_flip);
-        set_option(options.get(), "flip_tex2d_v",
-                   switch_text(has_preference ? preferred_flip : output.default_flip));
-        set_options(options.get(), output.after_flip);
-        set_scene_ambient_option(options.get(), view);
-        set_user_copyright_option(app, options.get());
-        Host_ref<TSDK::IGenerated_shader> shader = adopt(generate_code(unit, "FX", options.get()));
-        if (output.confirmed)
-            write_code(output.path, shader.get());
-        else
-            shader.abandon(); // on purpose: what is made for a refused file is not released
-    };
-    if (m_export_cgfx)
-        write_output(cgfx);
-    if (m_export_hlsl)
-        write_output(hlsl);
+        set_options(options.get(), cgfx_options, found && flip);
+        generate_and_write(app, view, unit.get(), options.get(), cgfx_ok, cgfx_path);
+    }
+    if (m_export_hlsl) {
+        const Host_ref<TSDK::ICompiler_options> options = objects.create_options();
+        set_options(options.get(), hlsl_options, !found || flip);
+        generate_and_write(app, view, unit.get(), options.get(), hlsl_ok, fx_path);
+    }
+    return true;
 }
 
 } // namespace TOVIRAEXPORT

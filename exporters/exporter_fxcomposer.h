@@ -3,7 +3,6 @@
 #ifndef EXPORTERS_EXPORTER_FXCOMPOSER_H
 #define EXPORTERS_EXPORTER_FXCOMPOSER_H
 
-#include "export_common/export_objects.h"
 #include "exporter_base/exporter_base.h"
 
 class wxCheckBox;
@@ -48,12 +47,7 @@ public:
     static bool update_filename(const wxString& chosen, wxString& cgfx_name, wxString& fx_name);
 
 private:
-    struct Output;
-
-    bool confirm_outputs(Output& cgfx, Output& hlsl);
     bool run_export(TSDK::ITovira* app, TSDK::IGraph_view* view);
-    void write_outputs(TSDK::ITovira* app, TSDK::IGraph_view* view, const Export_objects& objects,
-                       TSDK::ICompilation_unit* unit, const Output& cgfx, const Output& hlsl);
 
     Exporter_fxcomposer_eventhandler m_eventhandler;
     wxCheckBox* m_hlsl_checkbox = nullptr; // owned by the panel

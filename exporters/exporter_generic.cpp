@@ -3,7 +3,7 @@
 
 #include "exporter_base/bytes.h"
 #include "exporter_base/toviraexport_log.h"
-#include "exporters/generic_flags.h"
+#include "exporters/exporter_table.h"
 
 namespace QZ
 {
@@ -14,30 +14,27 @@ namespace
 {
 
 struct Target {
-    const char* name;
-    const char* language;
+    const Exporter_facts& facts;
     const wxChar* wildcard;        // of get_exportfile_wildcard
     const wxChar* dialog_wildcard; // of the dialogs
     const wxChar* extension;
     bool extension_autoadd;
     bool has_annotation_map;
-    const wxChar* vertex_profile;
-    const wxChar* fragment_profile;
 };
 
 // The index of a row is the Target_language. The dialog of GLSL offers one extension more than its
 // wildcard, and adds none: the names of its two files are made from the chosen one.
 constexpr Target targets[] = {
-    {"Custom CgFX", "CgFX", wxT("Custom CgFX (*.cgfx)|*.cgfx|"),
-     wxT("Custom CgFX (*.cgfx)|*.cgfx|"), wxT("cgfx"), true, true, wxT("vp40"), wxT("fp40")},
-    {"Custom HLSL FX", "HLSL", wxT("Custom HLSL FX (*.fx)|*.fx|"),
-     wxT("Custom HLSL FX (*.fx)|*.fx|"), wxT("fx"), true, true, wxT("vs_3_0"), wxT("ps_3_0")},
-    {"Custom GLSL", "GLSL", wxT("Custom GLSL (*.gl)|*.gl|"),
-     wxT("Custom GLSL (*.gl;*.glsl)|*.gl;*.glsl|"), wxT("gl"), false, false, wxT("vs_3_0"),
-     wxT("ps_3_0")},
+    {facts_of<Exporter_generic, Exporter_generic::TARGET_CGFX>(),
+     wxT("Custom CgFX (*.cgfx)|*.cgfx|"), wxT("Custom CgFX (*.cgfx)|*.cgfx|"), wxT("cgfx"), true,
+     true},
+    {facts_of<Exporter_generic, Exporter_generic::TARGET_HLSL>(),
+     wxT("Custom HLSL FX (*.fx)|*.fx|"), wxT("Custom HLSL FX (*.fx)|*.fx|"), wxT("fx"), true, true},
+    {facts_of<Exporter_generic, Exporter_generic::TARGET_GLSL>(), wxT("Custom GLSL (*.gl)|*.gl|"),
+     wxT("Custom GLSL (*.gl;*.glsl)|*.gl;*.glsl|"), wxT("gl"), false, false},
 };
 
-// The row of a target; null for a value that is none.
+// The row of a target; null for a value without one.
 const Target* find_target(int target)
 {
     constexpr int count = sizeof targets / sizeof targets[0];
@@ -47,7 +44,23 @@ const Target* find_target(int target)
 const char* target_name(int target)
 {
     const Target* row = find_target(target);
-    return row ? row->name : nullptr;
+    return row ? row->facts.name : nullptr;
+}
+
+Generic_options default_options(int target)
+{
+    Generic_options options;
+    for (const Generic_control& row : generic_controls) {
+        const Generic_default& value = row.by_default;
+        if (row.text)
+            options.*row.text =
+                target == Exporter_generic::TARGET_CGFX ? value.cgfx_text : value.text;
+        else if (row.choice)
+            options.*row.choice = value.number;
+        else
+            options.*row.flag = value.number != 0;
+    }
+    return options;
 }
 
 } // namespace
@@ -55,24 +68,9 @@ const char* target_name(int target)
 Exporter_generic::Exporter_generic(Target_language target)
     : Exporter_base(target_name(target)),
       m_target(target),
-      m_annotation_map(wxT("default.axml")),
-      m_vertex_space(0),
-      m_internal_space(1),
-      m_glsl_version(wxT("130")),
-      m_event_dispatcher(new Event_dispatcher)
+      m_options(default_options(target)),
+      m_event_dispatcher(new Event_dispatcher(this))
 {
-    if (const Target* row = find_target(target)) {
-        m_vertex_profile = row->vertex_profile;
-        m_fragment_profile = row->fragment_profile;
-    }
-    for (int flag = 0; flag < FLAG_COUNT; ++flag)
-        m_flags[flag] = generic_flags[flag].by_default;
-    m_event_dispatcher->set_exporter(this);
-}
-
-Exporter_generic::~Exporter_generic()
-{
-    m_event_dispatcher->set_exporter(nullptr);
 }
 
 // The annotation map's settings are registered for GLSL too, which never shows its dialog.
@@ -107,7 +105,7 @@ void Exporter_generic::initialize()
 const char* Exporter_generic::get_language() const
 {
     const Target* row = find_target(m_target);
-    return row ? row->language : nullptr;
+    return row ? row->facts.language : nullptr;
 }
 
 wxString Exporter_generic::get_exportfile_wildcard() const

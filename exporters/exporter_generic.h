@@ -1,18 +1,18 @@
 // The configurable exporter: custom CgFX, custom HLSL FX, custom GLSL.
 //
-// One class serves the three targets. Its option fields feed the compiler
+// One class serves the three targets. Its options (generic_controls.h) feed the compiler
 // (exporter_generic_export.cpp) and are edited on its panel (exporter_generic_panel.cpp). They
-// belong to the object: they are no settings, outlive the panels, and change only when a panel is
+// belong to the object: they are not settings, outlive the panels, and change only when a panel is
 // closed normally.
 #ifndef EXPORTERS_EXPORTER_GENERIC_H
 #define EXPORTERS_EXPORTER_GENERIC_H
 
 #include "exporter_base/exporter_base.h"
+#include "exporter_base/text_field.h"
+#include "exporters/generic_controls.h"
 #include "sdk/itovira_compiler.h"
 
-class wxButton;
-class wxCheckBox;
-class wxComboBox;
+class wxStaticText;
 
 namespace QZ
 {
@@ -29,36 +29,18 @@ public:
         TARGET_GLSL = 2  // a vertex and a fragment file
     };
 
-    // The switches, in the order in which they are sent to the compiler.
-    enum Flag {
-        FLAG_TWO_SIDED,
-        FLAG_FACE_FORWARD,
-        FLAG_ROTATE_CUBE_MAP,
-        FLAG_FLIP_TEX2D_V,
-        FLAG_GENERATE_SAMPLER_STATES,
-        FLAG_ALPHA_TRANSPARENCY,
-        FLAG_USE_OIT, // order-independent transparency
-        FLAG_DEPTH_TEST,
-        FLAG_DEPTH_WRITE,
-        FLAG_HLSL_SAS_CONFORMANCE, // Microsoft SAS
-        FLAG_USE_INTERFACES,       // CgFX only
-        FLAG_EVAL_VOLUME,          // CgFX only, and only together with the interfaces
-        FLAG_COUNT
-    };
-
     // Handles the annotation map's browse button.
     class Event_dispatcher : public wxEvtHandler
     {
     public:
-        void set_exporter(Exporter_generic* exporter);
+        explicit Event_dispatcher(Exporter_generic* exporter) : m_exporter(exporter) {}
         void on_choose_annotation_map_file(wxCommandEvent& event);
 
     private:
-        Exporter_generic* m_exporter = nullptr;
+        Exporter_generic* m_exporter;
     };
 
     explicit Exporter_generic(Target_language target);
-    ~Exporter_generic() override;
 
     // False without an export when not exactly one node is selected or no file is named (the user
     // is told the latter); otherwise true, also when the compilation, the generation or a write
@@ -99,42 +81,29 @@ public:
                                      wxString& vertex_file);
 
 private:
+    // One control of the panel, which owns it; stale after the panel's end.
+    struct Shown_control {
+        wxWindow* window = nullptr; // null: the panel has none of this row
+        Text_field field;           // of a text control
+    };
+
     bool run_export(TSDK::ITovira* app, TSDK::IGraph_view* view);
     void write_fx(const wxString& path, TSDK::ICompilation_unit* unit,
                   TSDK::ICompiler_options* options);
-    const char* flag_text(Flag flag) const;
 
     void create_window_fx(wxWindow* parent, wxBoxSizer* sizer);
     void create_window_glsl(wxWindow* parent, wxBoxSizer* sizer);
-    void create_profile_box(wxWindow* parent, wxBoxSizer* sizer);
-    void create_space_box(wxWindow* parent, wxBoxSizer* sizer);
-    void create_flag_box(wxWindow* parent, wxBoxSizer* sizer, const wxChar* title);
-    wxCheckBox* create_check_box(wxWindow* parent, Flag flag);
+    void add_labelled_row(wxWindow* parent, wxBoxSizer* sizer, size_t row);
+    wxStaticText* create_label(wxWindow* parent, const wxChar* text);
+    wxWindow* create_control(wxWindow* parent, size_t row);
     void fill_controls();
     void choose_annotation_map_file();
 
     Target_language m_target;
+    Shown_control m_controls[generic_control_count]; // by row of generic_controls
+    Generic_options m_options;
 
-    // The controls of the panel, which owns them; null when the target's panel has none, stale
-    // after the panel's end.
-    wxTextCtrl* m_annotation_map_text = nullptr;
-    wxTextCtrl* m_glsl_version_text = nullptr;
-    wxButton* m_annotation_map_button = nullptr;
-    wxTextCtrl* m_vertex_profile_text = nullptr;
-    wxTextCtrl* m_fragment_profile_text = nullptr;
-    wxComboBox* m_vertex_space_combo = nullptr;
-    wxComboBox* m_internal_space_combo = nullptr;
-    wxCheckBox* m_check_boxes[FLAG_COUNT] = {};
-
-    wxString m_annotation_map;
-    wxString m_vertex_profile;
-    wxString m_fragment_profile;
-    int m_vertex_space;   // 0 object, 1 world, 2 camera, 3 screen
-    int m_internal_space; // 0 world, 1 camera
-    bool m_flags[FLAG_COUNT];
-    wxString m_glsl_version;
-
-    // Never deleted: the panel may outlive the exporter, and its button still points here then.
+    // Never deleted, on purpose: whatever still points to it stays valid until the process ends.
     Event_dispatcher* m_event_dispatcher;
 };
 

@@ -9,7 +9,7 @@
 #include "export_common/output_names.h"
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
-#include "exporters/generic_flags.h"
+#include "exporters/generic_controls.h"
 
 namespace QZ
 {
@@ -19,7 +19,88 @@ namespace TOVIRAEXPORT
 namespace
 {
 
-constexpr Compiler_option fixed_fx_options[] = {
+constexpr int world_index = 0;  // of the internal space
+constexpr int camera_index = 1; // of the internal space
+
+// What the options of one export are computed from.
+struct Generic_source {
+    const Generic_options& options;
+    const char* kind; // of the node, for the compiler
+};
+
+using Value = std::optional<std::string>;
+
+template<wxString Generic_options::*text>
+Value text_value(const Generic_source& source)
+{
+    return to_bytes(source.options.*text);
+}
+
+template<bool Generic_options::*flag>
+Value switch_value(const Generic_source& source)
+{
+    return switch_text(source.options.*flag);
+}
+
+Value shader_kind(const Generic_source& source)
+{
+    return source.kind;
+}
+
+Value eval_volume(const Generic_source& source)
+{
+    return switch_text(source.options.use_interfaces && source.options.eval_volume);
+}
+
+// Goes out as it stands, also when it is not a file's name.
+Value annotation_map(const Generic_source& source)
+{
+    if (source.options.annotation_map.empty())
+        return std::nullopt;
+    return to_bytes(source.options.annotation_map);
+}
+
+Value internal_space(const Generic_source& source)
+{
+    return source.options.internal_space == camera_index ? "camera" : "world";
+}
+
+// An index out of range counts as object space.
+Value vertex_space(const Generic_source& source)
+{
+    constexpr const char* names[] = {"object", "world", "camera", "screen"};
+    const int index = source.options.vertex_space;
+    return names[index >= 1 && index <= 3 ? index : 0];
+}
+
+constexpr Option_row<Generic_source> cgfx_options[] = {
+    {"shader_type", shader_kind},
+    {"format", "CgFX"},
+    {"interfaces", switch_value<&Generic_options::use_interfaces>},
+    {"eval_volume", eval_volume},
+};
+
+constexpr Option_row<> hlsl_options[] = {
+    {"shader_type", "surface"},
+    {"format", "HLSL"},
+};
+
+constexpr Option_row<Generic_source> common_fx_options[] = {
+    {"annotation_map", annotation_map},
+    {"vertex_shader_profile", text_value<&Generic_options::vertex_profile>},
+    {"fragment_shader_profile", text_value<&Generic_options::fragment_profile>},
+    {"internal_space", internal_space},
+    {"vertex_stream_space", vertex_space},
+    {"two_sided", switch_value<&Generic_options::two_sided>},
+    {"face_forward", switch_value<&Generic_options::face_forward>},
+    {"rotate_cube_map", switch_value<&Generic_options::rotate_cube_map>},
+    {"flip_tex2d_v", switch_value<&Generic_options::flip_tex2d_v>},
+    {"generate_sampler_states", switch_value<&Generic_options::generate_sampler_states>},
+    {"alpha_transparency", switch_value<&Generic_options::alpha_transparency>},
+    {"use_oit", switch_value<&Generic_options::use_oit>},
+    {"depth_test", switch_value<&Generic_options::depth_test>},
+    {"depth_write", switch_value<&Generic_options::depth_write>},
+    {"hlsl_sas_conformance", switch_value<&Generic_options::hlsl_sas_conformance>},
     {"generate_samplers", "true"},
     {"vs_binding_tangent", "TANGENT"},
     {"vs_binding_binormal", "BINORMAL"},
@@ -27,15 +108,13 @@ constexpr Compiler_option fixed_fx_options[] = {
     {"generate_umapped_annotations", "false"},
 };
 
-// The compiler's word for a vertex space index; an index out of range counts as object space.
-const char* vertex_space_name(int index)
-{
-    constexpr const char* names[] = {"object", "world", "camera", "screen"};
-    return index >= 1 && index <= 3 ? names[index] : names[0];
-}
-
-constexpr int world_index = 0;  // of the internal space
-constexpr int camera_index = 1; // of the internal space
+constexpr Option_row<Generic_source> glsl_options[] = {
+    {"shader_type", "surface"},
+    {"alpha_transparency", switch_value<&Generic_options::alpha_transparency>},
+    {"two_sided", switch_value<&Generic_options::two_sided>},
+    {"use_oit", switch_value<&Generic_options::use_oit>},
+    {"glsl_version", text_value<&Generic_options::glsl_version>},
+};
 
 constexpr int vertex_code_index = 0;
 constexpr int fragment_code_index = 1;
@@ -49,20 +128,12 @@ bool Exporter_generic::export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view
 
 bool Exporter_generic::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
 {
-    constexpr bool resolve_unsized_arrays = true;
-    constexpr bool preserve_light_loop = false;
-    constexpr bool world_space = false;
     constexpr bool interactive = true;
-    // A world internal space arrives as "ignore literals" and not as "world space". The compiler
-    // learns the space itself from the second set of options; the position of the flag stays.
-    const bool ignore_literal = m_internal_space == world_index;
-
     if (!has_single_selection(app, view))
         return false;
     Export_objects objects;
     objects.take_node(view);
-    if (get_exportfile_name().empty()) {
-        show_error(wxT("Error! no export file name is specified."));
+    if (!require_exportfile_name(wxT("Error! no export file name is specified."))) {
         objects.node.abandon(); // on purpose: the selection is not released on this path
         return false;
     }
@@ -72,13 +143,17 @@ bool Exporter_generic::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
     objects.take_errors();
 
     Host_ref<TSDK::ICompilation_unit> unit;
-    wxString unused_message; // only a call that is not interactive writes it
-    if (m_target == TARGET_CGFX && m_flags[FLAG_USE_INTERFACES])
+    if (m_target == TARGET_CGFX && m_options.use_interfaces) {
         unit = objects.compile_node(objects.errors.get());
-    else
-        unit = adopt(compile_group(view, app, objects.errors.get(), objects.node.get(),
-                                   resolve_unsized_arrays, preserve_light_loop, world_space,
-                                   ignore_literal, get_window(), interactive, unused_message));
+    } else {
+        // A world internal space arrives as "ignore literals" and not as "world space". The
+        // compiler learns the space itself from the second set of options; the flag stays.
+        const bool world = m_options.internal_space == world_index;
+        wxString unused_message; // only a call that is not interactive writes it
+        unit = compile_group(view, app, objects.errors.get(), objects.node.get(),
+                             RESOLVE_UNSIZED_ARRAYS | (world ? IGNORE_LITERAL : 0), get_window(),
+                             interactive, unused_message);
+    }
     if (!unit || !objects.compiler)
         return true;
 
@@ -93,34 +168,20 @@ bool Exporter_generic::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
     return true;
 }
 
-const char* Exporter_generic::flag_text(Flag flag) const
-{
-    return switch_text(m_flags[flag]);
-}
-
-// The annotation map's name goes out as it stands, also when it is no file's name.
 void Exporter_generic::set_common_fx_options(TSDK::ICompiler_options* options)
 {
-    if (!m_annotation_map.empty())
-        set_option(options, "annotation_map", m_annotation_map);
-    set_option(options, "vertex_shader_profile", m_vertex_profile);
-    set_option(options, "fragment_shader_profile", m_fragment_profile);
-    set_option(options, "internal_space", m_internal_space == camera_index ? "camera" : "world");
-    set_option(options, "vertex_stream_space", vertex_space_name(m_vertex_space));
-    for (int flag = 0; flag < FLAG_USE_INTERFACES; ++flag)
-        set_option(options, generic_flags[flag].option, flag_text(static_cast<Flag>(flag)));
-    set_options(options, Option_table(fixed_fx_options));
+    set_options(options, common_fx_options, Generic_source{m_options, nullptr});
 }
 
 bool Exporter_generic::export_hlsl(const wxString& filename, TSDK::ICompilation_unit* unit,
                                    TSDK::ITovira_compiler* compiler, TSDK::ITovira* app)
 {
+    const wxString path = add_extension(filename, wxT("fx"));
     const Host_ref<TSDK::ICompiler_options> options = adopt(compiler->create_options());
-    set_option(options.get(), "shader_type", "surface");
-    set_option(options.get(), "format", "HLSL");
+    set_options(options.get(), hlsl_options);
     set_common_fx_options(options.get());
     set_user_copyright_option(app, options.get());
-    write_fx(add_extension(filename, wxT("fx")), unit, options.get());
+    write_fx(path, unit, options.get());
     return true;
 }
 
@@ -128,17 +189,14 @@ bool Exporter_generic::export_cgfx(const wxString& filename, TSDK::ICompilation_
                                    TSDK::ITovira_compiler* compiler, TSDK::ITovira* app,
                                    TSDK::IGraph_node* node, TSDK::IGraph_view* view)
 {
-    const bool interfaces = m_flags[FLAG_USE_INTERFACES];
+    const wxString path = add_extension(filename, wxT("cgfx"));
     const Host_ref<TSDK::ICompiler_options> options = adopt(compiler->create_options());
-    const char* kind = interfaces ? get_shader_kind(node) : nullptr;
-    set_option(options.get(), "shader_type", kind ? kind : "surface");
-    set_option(options.get(), "format", "CgFX");
-    set_option(options.get(), "interfaces", switch_text(interfaces));
-    set_option(options.get(), "eval_volume", switch_text(interfaces && m_flags[FLAG_EVAL_VOLUME]));
+    const char* kind = m_options.use_interfaces ? get_shader_kind(node) : nullptr;
+    set_options(options.get(), cgfx_options, Generic_source{m_options, kind ? kind : "surface"});
     set_common_fx_options(options.get());
     set_scene_ambient_option(options.get(), view);
     set_user_copyright_option(app, options.get());
-    write_fx(add_extension(filename, wxT("cgfx")), unit, options.get());
+    write_fx(path, unit, options.get());
     return true;
 }
 
@@ -161,23 +219,17 @@ bool Exporter_generic::export_glsl(const wxString& filename, TSDK::ICompilation_
         return false;
 
     Host_ref<TSDK::ICompiler_options> options = adopt(compiler->create_options());
-    set_option(options.get(), "shader_type", "surface");
-    set_option(options.get(), "alpha_transparency", flag_text(FLAG_ALPHA_TRANSPARENCY));
-    set_option(options.get(), "two_sided", flag_text(FLAG_TWO_SIDED));
-    set_option(options.get(), "use_oit", flag_text(FLAG_USE_OIT));
-    set_option(options.get(), "glsl_version", m_glsl_version);
+    set_options(options.get(), glsl_options, Generic_source{m_options, nullptr});
     set_user_copyright_option(app, options.get());
 
     Host_ref<TSDK::IGenerated_shader> shader = adopt(generate_code(unit, "GL", options.get()));
     if (!shader)
         return false;
     wxString unused_error;
-    save_buffer_to_file(vertex_file,
-                        from_bytes(get_code_bytes(shader.get(), vertex_code_index).c_str()),
-                        unused_error);
-    save_buffer_to_file(fragment_file,
-                        from_bytes(get_code_bytes(shader.get(), fragment_code_index).c_str()),
-                        unused_error);
+    save_bytes_to_file(vertex_file, {Code_text(shader.get(), vertex_code_index).c_str()},
+                       unused_error);
+    save_bytes_to_file(fragment_file, {Code_text(shader.get(), fragment_code_index).c_str()},
+                       unused_error);
     release_in_order(options, shader);
     return true;
 }

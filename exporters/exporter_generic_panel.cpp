@@ -7,7 +7,7 @@
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporter_base/file_chooser.h"
-#include "exporters/generic_flags.h"
+#include "exporters/generic_controls.h"
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -30,78 +30,30 @@ constexpr int label_id = 5105; // of every label
 constexpr int margin = 5;
 constexpr int grid_margin = 3; // in a group box: the narrowest panels need what is left
 
-// The group boxes of check boxes on the effect panel, top to bottom.
-constexpr const wxChar* flag_group_boxes[] = {wxT("Normals"),       wxT("Texturing"),
-                                              wxT("Transparency"),  wxT("Depth buffer"),
-                                              wxT("Microsoft SAS"), wxT("Interfaces")};
-
-// The check boxes of the GLSL panel, top to bottom.
-constexpr Exporter_generic::Flag glsl_flags[] = {Exporter_generic::FLAG_ALPHA_TRANSPARENCY,
-                                                 Exporter_generic::FLAG_USE_OIT,
-                                                 Exporter_generic::FLAG_TWO_SIDED};
-
-constexpr const wxChar* vertex_spaces[] = {wxT("object"), wxT("world"), wxT("camera"),
-                                           wxT("screen")};
-constexpr const wxChar* internal_spaces[] = {wxT("world"), wxT("camera")};
-
-// Makes the controls of one panel, all with the same font.
-class Control_factory
+bool is_on_effect_panel(const Generic_control& row, int target)
 {
-public:
-    Control_factory(wxWindow* parent, const wxFont& font) : m_parent(parent), m_font(font) {}
+    const int panel = target == Exporter_generic::TARGET_CGFX   ? ON_CGFX
+                      : target == Exporter_generic::TARGET_HLSL ? ON_HLSL
+                                                                : ON_OTHER;
+    return (row.effect_panels & panel) != 0;
+}
 
-    wxStaticText* label(const wxChar* text) const
-    {
-        return dressed(new wxStaticText(m_parent, label_id, text));
-    }
-
-    wxTextCtrl* text(int id, const char* option, const wxChar* initial) const
-    {
-        return named(new wxTextCtrl(m_parent, id, initial), option);
-    }
-
-    wxCheckBox* check_box(const Generic_flag& flag) const
-    {
-        wxCheckBox* box = named(new wxCheckBox(m_parent, flag.id, flag.label), flag.option);
-        box->SetValue(false);
-        return box;
-    }
-
-    template<size_t size>
-    wxComboBox* choice(int id, const char* option, const wxChar* const (&entries)[size]) const
-    {
-        wxArrayString choices;
-        for (const wxChar* entry : entries)
-            choices.Add(entry);
-        return named(new wxComboBox(m_parent, id, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                    choices, wxCB_READONLY),
-                     option);
-    }
-
-private:
-    template<typename Control>
-    Control* dressed(Control* control) const
-    {
-        control->SetFont(m_font);
-        return control;
-    }
-
-    template<typename Control>
-    Control* named(Control* control, const char* option) const
-    {
-        control->SetName(from_bytes(option));
-        return dressed(control);
-    }
-
-    wxWindow* m_parent;
-    wxFont m_font;
-};
-
-// Adds a row that ends where the export-file row does.
-void add_row(wxBoxSizer* sizer, wxBoxSizer* row)
+wxWindow* new_control(wxWindow* parent, const Generic_control& row)
 {
-    row->AddSpacer(margin);
-    sizer->Add(row, 0, wxEXPAND | wxALL, margin);
+    switch (row.kind) {
+    case CONTROL_TEXT:
+    case CONTROL_FILE:
+        return new wxTextCtrl(parent, row.id, row.example);
+    case CONTROL_CHECK:
+        return new wxCheckBox(parent, row.id, row.label);
+    case CONTROL_CHOICE:
+        break;
+    }
+    wxArrayString entries;
+    for (const wxChar* const* entry = row.entries; *entry; ++entry)
+        entries.Add(*entry);
+    return new wxComboBox(parent, row.id, wxEmptyString, wxDefaultPosition, wxDefaultSize, entries,
+                          wxCB_READONLY);
 }
 
 // A titled box across the panel, added to its sizer.
@@ -123,12 +75,6 @@ wxFlexGridSizer* add_grid(wxSizer* sizer)
     return grid;
 }
 
-void add_grid_row(wxFlexGridSizer* grid, wxStaticText* label, wxWindow* control)
-{
-    grid->Add(label, 0, wxALIGN_CENTER_VERTICAL);
-    grid->Add(control, 1, wxEXPAND);
-}
-
 } // namespace
 
 // ---- build ----
@@ -137,148 +83,134 @@ int Exporter_generic::create_window(wxWindow* parent, int width, TSDK::IGraph_vi
 {
     wxBoxSizer* sizer = new wxBoxSizer(wxVERTICAL);
     create_common_ui(sizer);
+    for (Shown_control& control : m_controls)
+        control = Shown_control();
     if (m_target == TARGET_GLSL)
         create_window_glsl(parent, sizer);
     else
         create_window_fx(parent, sizer);
     fill_controls();
     const int height = lay_out_panel(parent, sizer, width);
-    get_top_panel()->Connect(
+    // On every panel, also on that of GLSL, which has no such button.
+    connect_to_panel(
         ID_ANNOTATION_MAP_BROWSE, wxEVT_COMMAND_BUTTON_CLICKED,
         wxCommandEventHandler(Exporter_generic::Event_dispatcher::on_choose_annotation_map_file),
-        nullptr, m_event_dispatcher);
+        m_event_dispatcher);
     return height;
 }
 
+// The rows of one group box stand together in the table.
 void Exporter_generic::create_window_fx(wxWindow* parent, wxBoxSizer* sizer)
 {
-    const Control_factory create(parent, get_os_specific_font(1, 90));
-    wxStaticText* label = create.label(wxT("Annotation map file:"));
-    m_annotation_map_text = create.text(ID_ANNOTATION_MAP_TEXT, "annotation_map", wxEmptyString);
-    m_annotation_map_button = create_browse_button(parent, ID_ANNOTATION_MAP_BROWSE);
-    wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, margin);
-    row->Add(m_annotation_map_text, 1, wxEXPAND);
-    row->Add(m_annotation_map_button, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, margin);
-    add_row(sizer, row);
-
-    create_profile_box(parent, sizer);
-    create_space_box(parent, sizer);
-    for (const wxChar* title : flag_group_boxes)
-        create_flag_box(parent, sizer, title);
-}
-
-// The first texts of the two fields are examples; fill_controls replaces them.
-void Exporter_generic::create_profile_box(wxWindow* parent, wxBoxSizer* sizer)
-{
-    const wxFont font = get_os_specific_font(1, 90);
-    wxStaticBoxSizer* box = add_group_box(parent, sizer, font, wxT("Profiles"));
-    wxFlexGridSizer* grid = add_grid(box);
-    const Control_factory create(parent, font);
-    wxStaticText* label = create.label(wxT("Vertex shader profile:"));
-    m_vertex_profile_text = create.text(ID_VERTEX_PROFILE, "vertex_shader_profile", wxT("vs_4_0"));
-    add_grid_row(grid, label, m_vertex_profile_text);
-    label = create.label(wxT("Fragment shader profile:"));
-    m_fragment_profile_text =
-        create.text(ID_FRAGMENT_PROFILE, "fragment_shader_profile", wxT("ps_4_0"));
-    add_grid_row(grid, label, m_fragment_profile_text);
-}
-
-void Exporter_generic::create_space_box(wxWindow* parent, wxBoxSizer* sizer)
-{
-    const wxFont font = get_os_specific_font(1, 90);
-    wxStaticBoxSizer* box = add_group_box(parent, sizer, font, wxT("Coordinate systems"));
-    wxFlexGridSizer* grid = add_grid(box);
-    const Control_factory create(parent, font);
-    wxStaticText* label = create.label(wxT("Vertex coordinate space:"));
-    m_vertex_space_combo = create.choice(ID_VERTEX_SPACE, "vertex_stream_space", vertex_spaces);
-    add_grid_row(grid, label, m_vertex_space_combo);
-    label = create.label(wxT("Internal space:"));
-    m_internal_space_combo = create.choice(ID_INTERNAL_SPACE, "internal_space", internal_spaces);
-    add_grid_row(grid, label, m_internal_space_combo);
-}
-
-// The check boxes that the target shows in the group box of that title; no box without any.
-void Exporter_generic::create_flag_box(wxWindow* parent, wxBoxSizer* sizer, const wxChar* title)
-{
     wxStaticBoxSizer* box = nullptr;
-    for (int flag = 0; flag < FLAG_COUNT; ++flag) {
-        const Generic_flag& row = generic_flags[flag];
-        const bool shown = m_target == TARGET_HLSL ? row.on_hlsl_panel : row.on_cgfx_panel;
-        if (!shown || wxString(row.group_box) != title)
+    wxFlexGridSizer* grid = nullptr; // of the box, for controls with labels
+    wxString title;
+    for (size_t i = 0; i < generic_control_count; ++i) {
+        const Generic_control& row = generic_controls[i];
+        if (!is_on_effect_panel(row, m_target))
             continue;
-        if (!box) {
-            box = add_group_box(parent, sizer, get_os_specific_font(1, 90), title);
-            box->AddSpacer(margin);
+        if (!row.box) {
+            add_labelled_row(parent, sizer, i);
+            continue;
         }
-        box->Add(create_check_box(parent, static_cast<Flag>(flag)), 0, wxLEFT | wxBOTTOM, margin);
+        if (title != row.box) {
+            title = row.box;
+            box = add_group_box(parent, sizer, get_os_specific_font(1, 90), row.box);
+            grid = row.kind == CONTROL_CHECK ? nullptr : add_grid(box);
+            if (!grid)
+                box->AddSpacer(margin);
+        }
+        if (grid) {
+            grid->Add(create_label(parent, row.label), 0, wxALIGN_CENTER_VERTICAL);
+            grid->Add(create_control(parent, i), 1, wxEXPAND);
+        } else {
+            box->Add(create_control(parent, i), 0, wxLEFT | wxBOTTOM, margin);
+        }
     }
-}
-
-wxCheckBox* Exporter_generic::create_check_box(wxWindow* parent, Flag flag)
-{
-    const Control_factory create(parent, get_os_specific_font(1, 90));
-    m_check_boxes[flag] = create.check_box(generic_flags[flag]);
-    return m_check_boxes[flag];
 }
 
 void Exporter_generic::create_window_glsl(wxWindow* parent, wxBoxSizer* sizer)
 {
-    const Control_factory create(parent, get_os_specific_font(1, 90));
-    wxStaticText* label = create.label(wxT("GLSL version:"));
-    m_glsl_version_text = create.text(ID_GLSL_VERSION, "glsl_version", wxEmptyString);
-    wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(label, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, margin);
-    row->Add(m_glsl_version_text, 1, wxALIGN_CENTER_VERTICAL);
-    add_row(sizer, row);
-    for (Flag flag : glsl_flags)
-        sizer->Add(create_check_box(parent, flag), 0, wxLEFT | wxRIGHT | wxBOTTOM, margin);
+    size_t rows[generic_control_count];
+    size_t count = 0;
+    for (size_t i = 0; i < generic_control_count; ++i)
+        if (const int place = generic_controls[i].glsl_place) {
+            rows[place - 1] = i;
+            ++count;
+        }
+    for (size_t place = 0; place < count; ++place) {
+        if (generic_controls[rows[place]].kind == CONTROL_CHECK)
+            sizer->Add(create_control(parent, rows[place]), 0, wxLEFT | wxRIGHT | wxBOTTOM, margin);
+        else
+            add_labelled_row(parent, sizer, rows[place]);
+    }
+}
+
+// A label, a text field and, for the name of a file, a browse button. The row ends where the
+// export-file row does.
+void Exporter_generic::add_labelled_row(wxWindow* parent, wxBoxSizer* sizer, size_t row)
+{
+    wxBoxSizer* line = new wxBoxSizer(wxHORIZONTAL);
+    line->Add(create_label(parent, generic_controls[row].label), 0,
+              wxALIGN_CENTER_VERTICAL | wxRIGHT, margin);
+    line->Add(create_control(parent, row), 1, wxEXPAND);
+    if (generic_controls[row].kind == CONTROL_FILE)
+        line->Add(create_browse_button(parent, ID_ANNOTATION_MAP_BROWSE), 0,
+                  wxALIGN_CENTER_VERTICAL | wxLEFT, margin);
+    line->AddSpacer(margin);
+    sizer->Add(line, 0, wxEXPAND | wxALL, margin);
+}
+
+wxStaticText* Exporter_generic::create_label(wxWindow* parent, const wxChar* text)
+{
+    wxStaticText* label = new wxStaticText(parent, label_id, text);
+    label->SetFont(get_os_specific_font(1, 90));
+    return label;
+}
+
+wxWindow* Exporter_generic::create_control(wxWindow* parent, size_t row)
+{
+    wxWindow* control = new_control(parent, generic_controls[row]);
+    control->SetName(from_bytes(generic_controls[row].option));
+    control->SetFont(get_os_specific_font(1, 90));
+    m_controls[row].window = control;
+    if (wxTextCtrl* field = dynamic_cast<wxTextCtrl*>(control))
+        m_controls[row].field = Text_field(field, generic_controls[row].example);
+    return control;
 }
 
 // ---- fill and read back ----
 
 void Exporter_generic::fill_controls()
 {
-    const auto fill_text = [](wxTextCtrl* control, const wxString& text) {
-        if (control)
-            control->SetValue(text);
-    };
-    const auto fill_choice = [](wxComboBox* control, int index) {
-        if (control)
-            control->SetSelection(index);
-    };
-    fill_text(m_annotation_map_text, m_annotation_map);
-    fill_text(m_vertex_profile_text, m_vertex_profile);
-    fill_text(m_fragment_profile_text, m_fragment_profile);
-    fill_text(m_glsl_version_text, m_glsl_version);
-    fill_choice(m_vertex_space_combo, m_vertex_space);
-    fill_choice(m_internal_space_combo, m_internal_space);
-    for (int flag = 0; flag < FLAG_COUNT; ++flag)
-        if (m_check_boxes[flag])
-            m_check_boxes[flag]->SetValue(m_flags[flag]);
+    for (size_t i = 0; i < generic_control_count; ++i) {
+        const Generic_control& row = generic_controls[i];
+        Shown_control& control = m_controls[i];
+        if (!control.window)
+            continue;
+        if (row.text)
+            control.field.fill(m_options.*row.text);
+        else if (row.choice)
+            static_cast<wxComboBox*>(control.window)->SetSelection(m_options.*row.choice);
+        else
+            static_cast<wxCheckBox*>(control.window)->SetValue(m_options.*row.flag);
+    }
 }
 
 void Exporter_generic::window_closing(wxWindow*, bool discard)
 {
-    if (discard)
-        return;
-    const auto read_text = [](const wxTextCtrl* control, wxString& text) {
-        if (control)
-            text = control->GetValue();
-    };
-    const auto read_choice = [](const wxComboBox* control, int& index) {
-        if (control)
-            index = control->GetSelection();
-    };
-    read_text(m_annotation_map_text, m_annotation_map);
-    read_text(m_vertex_profile_text, m_vertex_profile);
-    read_text(m_fragment_profile_text, m_fragment_profile);
-    read_choice(m_vertex_space_combo, m_vertex_space);
-    read_choice(m_internal_space_combo, m_internal_space);
-    for (int flag = 0; flag < FLAG_COUNT; ++flag)
-        if (m_check_boxes[flag])
-            m_flags[flag] = m_check_boxes[flag]->GetValue();
-    read_text(m_glsl_version_text, m_glsl_version);
+    for (size_t i = 0; i < generic_control_count; ++i) {
+        const Generic_control& row = generic_controls[i];
+        const Shown_control& control = m_controls[i];
+        if (discard || !control.window)
+            continue;
+        if (row.text)
+            m_options.*row.text = control.field.text();
+        else if (row.choice)
+            m_options.*row.choice = static_cast<wxComboBox*>(control.window)->GetSelection();
+        else
+            m_options.*row.flag = static_cast<wxCheckBox*>(control.window)->GetValue();
+    }
 }
 
 // ---- annotation map ----
@@ -288,21 +220,17 @@ void Exporter_generic::choose_annotation_map_file()
     at_border([&] {
         wxString path;
         File_chooser chooser(get_window(), this, wxT("annotationfile"));
-        // The host may have closed the panel below the dialog.
-        if (chooser.get_open_file(path) && get_top_panel())
-            m_annotation_map_text->SetValue(path);
+        Text_field& field = m_controls[generic_control_index(ID_ANNOTATION_MAP_TEXT)].field;
+        // The host may have closed the panel below the dialog, or sent the event to the panel of
+        // GLSL, which has no such field.
+        if (chooser.get_open_file(path) && get_top_panel() && field)
+            field.fill(path);
     });
-}
-
-void Exporter_generic::Event_dispatcher::set_exporter(Exporter_generic* exporter)
-{
-    m_exporter = exporter;
 }
 
 void Exporter_generic::Event_dispatcher::on_choose_annotation_map_file(wxCommandEvent&)
 {
-    if (m_exporter)
-        m_exporter->choose_annotation_map_file();
+    m_exporter->choose_annotation_map_file();
 }
 
 } // namespace TOVIRAEXPORT

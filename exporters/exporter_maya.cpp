@@ -1,8 +1,5 @@
 #include "exporters/exporter_maya.h"
 
-#include "exporter_base/border.h"
-#include "exporters/application_export.h"
-
 namespace QZ
 {
 namespace TOVIRAEXPORT
@@ -20,7 +17,7 @@ constexpr Application_dialog dialog = {
 
 // Maya feeds tangents and binormals through TEXCOORD1 and 2, so the shader's texture coordinates 1
 // to 3 move up to 3 to 5.
-constexpr Compiler_option maya_options[] = {
+constexpr Option_row<> maya_options[] = {
     {"shader_type", "surface"},
     {"format", "CgFX"},
     {"vertex_shader_profile", "vp40"},
@@ -43,28 +40,11 @@ constexpr Compiler_option maya_options[] = {
 
 } // namespace
 
-Exporter_maya::Exporter_maya() : Exporter_base("Autodesk Maya (CgFX)") {}
+Exporter_maya::Exporter_maya() : Application_exporter(facts_of<Exporter_maya>(), dialog) {}
 
 bool Exporter_maya::export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view)
 {
-    return at_border(
-        false, [&] { return export_cgfx_surface(*this, app, view, Option_table(maya_options)); });
-}
-
-int Exporter_maya::create_window(wxWindow* parent, int width, TSDK::IGraph_view*)
-{
-    return create_exportfile_panel(parent, width);
-}
-
-void Exporter_maya::initialize()
-{
-    register_exportfile_setting();
-    register_chooser_properties(wxT("exportfile"), chooser_properties(dialog));
-}
-
-const char* Exporter_maya::get_language() const
-{
-    return "CgFX";
+    return export_cgfx_surface(app, view, maya_options);
 }
 
 } // namespace TOVIRAEXPORT

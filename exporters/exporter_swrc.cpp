@@ -8,6 +8,7 @@
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
+#include "exporters/exporter_table.h"
 #include "exporters/file_check_boxes.h"
 
 #include <cstdio>
@@ -34,7 +35,9 @@ Exporter_swrc_eventhandler::Exporter_swrc_eventhandler(Exporter_swrc* exporter)
 {
 }
 
-Exporter_swrc::Exporter_swrc() : Exporter_base("Corvane"), m_eventhandler(this) {}
+Exporter_swrc::Exporter_swrc() : Exporter_base(facts_of<Exporter_swrc>().name), m_eventhandler(this)
+{
+}
 
 Exporter_swrc::~Exporter_swrc()
 {
@@ -43,7 +46,7 @@ Exporter_swrc::~Exporter_swrc()
 
 const char* Exporter_swrc::get_language() const
 {
-    return "Swrc";
+    return facts_of<Exporter_swrc>().language;
 }
 
 void Exporter_swrc::initialize()
@@ -98,9 +101,9 @@ wxString Exporter_swrc::get_src(TSDK::IGenerated_shader* shader, wxString code_t
 {
     shader->get_num_codes(); // asked in vain on purpose: both codes are taken on trust
     if (code_type == wxT("cppfile"))
-        return from_bytes(get_code_bytes(shader, cpp_code_index).c_str());
+        return from_bytes(Code_text(shader, cpp_code_index).c_str());
     if (code_type == wxT("qzfile"))
-        return from_bytes(get_code_bytes(shader, qz_code_index).c_str());
+        return from_bytes(Code_text(shader, qz_code_index).c_str());
     const wxString message =
         wxT("Internal Error! toviraexport_swrc::get_src: no such code type. [") + code_type +
         wxT("]\n");
@@ -119,10 +122,8 @@ bool Exporter_swrc::run_export(TSDK::ITovira* app, TSDK::IGraph_view* view)
         show_warning(wxT("Must have exactly one shader selected"));
         return false;
     }
-    if (get_exportfile_name().empty()) {
-        show_error(wxT("Error! no export file name is specified."));
+    if (!require_exportfile_name(wxT("Error! no export file name is specified.")))
         return false;
-    }
     wxString qz_name;
     wxString cpp_name;
     update_filename(get_exportfile_name(), qz_name, cpp_name);

@@ -1,8 +1,5 @@
 #include "exporters/exporter_xsi.h"
 
-#include "exporter_base/border.h"
-#include "exporters/application_export.h"
-
 namespace QZ
 {
 namespace TOVIRAEXPORT
@@ -20,7 +17,7 @@ constexpr Application_dialog dialog = {
 
 // Softimage brings the tangent in the first colour stream. The texture coordinates stay at the
 // compiler's defaults.
-constexpr Compiler_option xsi_options[] = {
+constexpr Option_row<> xsi_options[] = {
     {"shader_type", "surface"},
     {"format", "CgFX"},
     {"vertex_shader_profile", "vp40"},
@@ -40,28 +37,11 @@ constexpr Compiler_option xsi_options[] = {
 
 } // namespace
 
-Exporter_xsi::Exporter_xsi() : Exporter_base("Autodesk Softimage (CgFX)") {}
+Exporter_xsi::Exporter_xsi() : Application_exporter(facts_of<Exporter_xsi>(), dialog) {}
 
 bool Exporter_xsi::export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view)
 {
-    return at_border(
-        false, [&] { return export_cgfx_surface(*this, app, view, Option_table(xsi_options)); });
-}
-
-int Exporter_xsi::create_window(wxWindow* parent, int width, TSDK::IGraph_view*)
-{
-    return create_exportfile_panel(parent, width);
-}
-
-void Exporter_xsi::initialize()
-{
-    register_exportfile_setting();
-    register_chooser_properties(wxT("exportfile"), chooser_properties(dialog));
-}
-
-const char* Exporter_xsi::get_language() const
-{
-    return "CgFX";
+    return export_cgfx_surface(app, view, xsi_options);
 }
 
 } // namespace TOVIRAEXPORT

@@ -2,7 +2,7 @@
 #ifndef EXPORTERS_EXPORTER_XSI_H
 #define EXPORTERS_EXPORTER_XSI_H
 
-#include "exporter_base/exporter_base.h"
+#include "exporters/application_exporter.h"
 
 namespace QZ
 {
@@ -10,16 +10,13 @@ namespace TOVIRAEXPORT
 {
 
 // The panel holds only the export-file row; what the compiler is told is fixed. How the export goes
-// and what it reports: export_cgfx_surface (exporters/application_export.h).
-class Exporter_xsi : public Exporter_base
+// and what it reports: Application_exporter::export_cgfx_surface.
+class Exporter_xsi : public Application_exporter
 {
 public:
     Exporter_xsi();
 
     bool export_shader(TSDK::ITovira* app, TSDK::IGraph_view* view) override;
-    int create_window(wxWindow* parent, int width, TSDK::IGraph_view* view) override;
-    void initialize() override;
-    const char* get_language() const override;
 };
 
 } // namespace TOVIRAEXPORT

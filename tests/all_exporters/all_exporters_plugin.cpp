@@ -1,39 +1,23 @@
-// A plug-in library of the same objects whose registry goes on after the last exporter of the
-// delivered one: 8 is the renderer source exporter, 9 the sample exporter.
-#include "exporters/exporter_default.h"
-#include "exporters/exporter_swrc.h"
+// A plug-in library of the same objects that offers every row of the table of exporters, also those
+// that the delivered registry keeps back. The index is that of the row.
+#include "exporters/exporter_table.h"
+#include "exporters/make_exporter.h"
 #include "plugin/tovira_exporter_plugin.h"
-
-#include <memory>
 
 namespace
 {
 
-using QZ::TOVIRAEXPORT::Exporter_base;
-using QZ::TOVIRAEXPORT::Exporter_default;
-using QZ::TOVIRAEXPORT::Exporter_swrc;
-using QZ::TOVIRAEXPORT::Tovira_exporter_plugin;
-
-class All_exporters_plugin : public Tovira_exporter_plugin
+class All_exporters_plugin : public QZ::TOVIRAEXPORT::Tovira_exporter_plugin
 {
 public:
     int get_num_exporters() const override
     {
-        return Tovira_exporter_plugin::get_num_exporters() + 2;
+        return static_cast<int>(QZ::TOVIRAEXPORT::exporter_facts.size());
     }
 
     QZ::TSDK::IExporter* get_exporter(int index) override
     {
-        const int delivered = Tovira_exporter_plugin::get_num_exporters();
-        std::unique_ptr<Exporter_base> exporter;
-        if (index == delivered)
-            exporter = std::make_unique<Exporter_swrc>();
-        else if (index == delivered + 1)
-            exporter = std::make_unique<Exporter_default>();
-        else
-            return Tovira_exporter_plugin::get_exporter(index);
-        exporter->initialize();
-        return exporter.release();
+        return QZ::TOVIRAEXPORT::make_exporter(static_cast<unsigned int>(index)).release();
     }
 };
 

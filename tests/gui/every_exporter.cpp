@@ -1,8 +1,7 @@
 #include "tests/gui/every_exporter.h"
 
-#include "exporters/exporter_default.h"
-#include "exporters/exporter_swrc.h"
-#include "plugin/tovira_exporter_plugin.h"
+#include "exporters/exporter_table.h"
+#include "exporters/make_exporter.h"
 
 namespace QZ
 {
@@ -14,13 +13,8 @@ using TOVIRAEXPORT::Exporter_base;
 std::vector<std::unique_ptr<Exporter_base>> make_every_exporter()
 {
     std::vector<std::unique_ptr<Exporter_base>> exporters;
-    TOVIRAEXPORT::Tovira_exporter_plugin registry;
-    for (int i = 0; i < registry.get_num_exporters(); ++i)
-        exporters.emplace_back(static_cast<Exporter_base*>(registry.get_exporter(i)));
-    exporters.push_back(std::make_unique<TOVIRAEXPORT::Exporter_swrc>());
-    exporters.back()->initialize();
-    exporters.push_back(std::make_unique<TOVIRAEXPORT::Exporter_default>());
-    exporters.back()->initialize();
+    for (size_t row = 0; row < TOVIRAEXPORT::exporter_facts.size(); ++row)
+        exporters.push_back(TOVIRAEXPORT::make_exporter(row));
     return exporters;
 }
 

@@ -8,6 +8,9 @@
 #include <filesystem>
 
 #include <wx/filedlg.h>
+#if wxCHECK_VERSION(3, 0, 0)
+#include <wx/modalhook.h>
+#endif
 
 namespace QZ
 {
@@ -329,6 +332,58 @@ TEST_F(File_dialogs, names_beyond_ascii_come_back_byte_for_byte)
     EXPECT_EQ(chosen(), folder.file(name));
     EXPECT_EQ(filename(), name);
 }
+
+TEST_F(File_dialogs, save_stays_in_a_folder_whose_name_is_not_utf8)
+{
+    const std::string odd = folder.file("d\xFF \xC3\xA9");
+    std::filesystem::create_directory(odd);
+    Chooser_exporter exporter(two_filters);
+    exporter.remember("save", odd + "/n\x80.fx");
+    dialogs.answer_next({Reply::accept});
+    ASSERT_TRUE(save(exporter));
+    EXPECT_EQ(shown().folder, odd);
+    EXPECT_EQ(chosen(), odd + "/n\x80.fx");
+    EXPECT_EQ(exporter.remembered("save"), odd + "/n\x80.fx");
+    EXPECT_EQ(filename(), "n\x80.fx");
+}
+
+TEST_F(File_dialogs, open_starts_in_a_folder_whose_name_is_not_utf8)
+{
+    const std::string odd = folder.file("d\xFF");
+    std::filesystem::create_directory(odd);
+    Chooser_exporter exporter(two_filters);
+    exporter.remember("open", odd + "/none.fx");
+    dialogs.answer_next({Reply::cancel});
+    EXPECT_FALSE(open(exporter));
+    EXPECT_EQ(shown().folder, odd);
+}
+
+#if wxCHECK_VERSION(3, 0, 0)
+
+// The toolkit confirms a dialog without a path when it cannot express it. A dialog that was never
+// on the screen is such a one; 2.8 has no hook to confirm it.
+class Unseen_confirmation : public wxModalDialogHook
+{
+public:
+    Unseen_confirmation() { Register(); }
+    ~Unseen_confirmation() override { Unregister(); }
+    int Enter(wxDialog*) override { return wxID_OK; }
+};
+
+TEST_F(File_dialogs, confirmation_without_a_path_counts_as_cancelled)
+{
+    Chooser_exporter exporter(two_filters);
+    exporter.remember("save", folder.file("scene.fx"));
+    exporter.remember("open", folder.file("scene.fx"));
+    const Unseen_confirmation confirmation;
+    EXPECT_FALSE(save(exporter));
+    EXPECT_EQ(filename(), "");
+    EXPECT_FALSE(open(exporter));
+    EXPECT_EQ(chosen(), "before");
+    EXPECT_EQ(exporter.remembered("save"), folder.file("scene.fx"));
+}
+
+#endif
 
 TEST_F(File_dialogs, dialog_without_a_parent_works)
 {

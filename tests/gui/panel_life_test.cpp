@@ -2,6 +2,7 @@
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporters/exporter_3dsmax.h"
+#include "exporters/exporter_default.h"
 #include "exporters/exporter_fxcomposer.h"
 #include "exporters/exporter_generic.h"
 #include "exporters/exporter_swrc.h"
@@ -415,6 +416,72 @@ TEST_F(Panel_life, annotation_map_dialog_opens_without_a_remembered_folder)
     wxCommandEvent event(wxEVT_COMMAND_BUTTON_CLICKED, ID_ANNOTATION_MAP_BROWSE);
     control(ID_ANNOTATION_MAP_BROWSE)->GetEventHandler()->ProcessEvent(event);
     EXPECT_EQ(to_bytes(control<wxTextCtrl>(ID_ANNOTATION_MAP_TEXT)->GetValue()), map);
+}
+
+// The host may send any event to any panel.
+TEST_F(Panel_life, annotation_map_event_on_the_panel_of_glsl_changes_nothing)
+{
+    Exporter_generic glsl(Exporter_generic::TARGET_GLSL);
+    glsl.initialize();
+    open_panel(glsl, 400);
+    dialogs.answer_next({Reply::accept, -1, "", {folder.write("map.axml", "")}});
+    wxCommandEvent event(wxEVT_COMMAND_BUTTON_CLICKED, ID_ANNOTATION_MAP_BROWSE);
+    EXPECT_TRUE(glsl.get_top_panel()->GetEventHandler()->ProcessEvent(event));
+    EXPECT_EQ(dialogs.shown().size(), 1u);
+    EXPECT_TRUE(glsl.remove_ui(nullptr, false));
+}
+
+TEST_F(Panel_life, browse_event_on_a_panel_without_the_file_row_changes_nothing)
+{
+    Exporter_default sample;
+    sample.set_own_setting_value(sample.get_base_setting_key() + wxT("_exportfile_save"),
+                                 from_bytes(folder.file("start").c_str()));
+    sample.create_ui(handle(), 400, nullptr);
+    dialogs.answer_next({Reply::accept, -1, "scene"});
+    sample.choose_exportfile();
+    EXPECT_TRUE(sample.remove_ui(nullptr, false));
+}
+
+TEST_F(Panel_life, forgotten_panel_no_longer_opens_dialogs)
+{
+    exporter->create_ui(handle(), 400, nullptr);
+    wxPanel* forgotten = exporter->get_top_panel();
+    exporter->create_ui(handle(), 400, nullptr);
+    for (const int button : {ID_ANNOTATION_MAP_BROWSE, ID_EXPORTFILE_BROWSE}) {
+        wxCommandEvent event(wxEVT_COMMAND_BUTTON_CLICKED, button);
+        EXPECT_FALSE(forgotten->GetEventHandler()->ProcessEvent(event)) << button;
+    }
+    EXPECT_TRUE(dialogs.shown().empty());
+    EXPECT_TRUE(exporter->remove_ui(nullptr, false));
+}
+
+// The field cannot show what follows a NUL; it is returned all the same.
+TEST_F(Panel_life, text_that_the_user_did_not_edit_comes_back_whole)
+{
+    const wxString setting = exporter->get_base_setting_key() + wxT("_exportfile_save");
+    const wxString whole = wxString(wxT("/a")) + wxChar(0) + wxT("b");
+    exporter->set_own_setting_value(setting, whole);
+    exporter->create_ui(handle(), 400, nullptr);
+    EXPECT_TRUE(exporter->remove_ui(nullptr, false));
+    EXPECT_EQ(exporter->get_own_setting_value(setting), whole);
+    exporter->create_ui(handle(), 400, nullptr);
+    type_file_name("/a2");
+    EXPECT_TRUE(exporter->remove_ui(nullptr, false));
+    EXPECT_EQ(exporter->get_own_setting_value(setting), wxString(wxT("/a2")));
+}
+
+// Neither what is CgFX's alone nor what is HLSL's.
+TEST_F(Panel_life, exporter_without_a_target_shows_what_both_effect_languages_have)
+{
+    Exporter_generic other(static_cast<Exporter_generic::Target_language>(7));
+    other.initialize();
+    open_panel(other, 400);
+    for (int id = ID_ANNOTATION_MAP_TEXT; id <= ID_GLSL_VERSION; ++id) {
+        const bool of_one = id == ID_TWO_SIDED || id == ID_USE_INTERFACES || id == ID_EVAL_VOLUME ||
+                            id == ID_HLSL_SAS_CONFORMANCE || id == ID_GLSL_VERSION;
+        EXPECT_EQ(container()->FindWindow(id) == nullptr, of_one) << id;
+    }
+    EXPECT_TRUE(other.remove_ui(nullptr, false));
 }
 
 } // namespace

@@ -3,10 +3,13 @@
 
 #include "exporter_base/bytes.h"
 #include "tests/support/recording_host.h"
+#include "tests/support/system_faults.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root.h"
 
 #include <gmock/gmock.h>
+
+#include <cerrno>
 
 #include <sys/stat.h>
 
@@ -258,6 +261,29 @@ TEST(Write_code, does_not_release_the_shader)
     write_code(from_bytes(folder.file("a.fx").c_str()), host.make_shader());
     EXPECT_THAT(host.releases(), IsEmpty());
     EXPECT_THAT(host.problems(), IsEmpty());
+}
+
+// ---- what did not reach the file
+
+TEST(Save_buffer, pipe_that_nobody_reads_cannot_be_opened)
+{
+    const Temporary_folder folder;
+    const std::string pipe = folder.file("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    wxString error;
+    EXPECT_FALSE(save_buffer_to_file(from_bytes(pipe.c_str()), wxT("text"), error));
+    EXPECT_EQ(to_bytes(error), "write open failed [" + pipe + "]");
+}
+
+TEST(Save_buffer, failing_close_is_a_failed_write)
+{
+    const Temporary_folder folder;
+    const std::string file = folder.file("a.fx");
+    wxString error;
+    System_faults faults;
+    faults.close_error = EDQUOT;
+    EXPECT_FALSE(save_buffer_to_file(from_bytes(file.c_str()), wxT("text"), error));
+    EXPECT_EQ(to_bytes(error), "write failed [" + file + "]");
 }
 
 } // namespace TEST

@@ -1,8 +1,8 @@
 // Filling option sets: the scene's ambient colour, the user's copyright text, placeholders.
 #include "export_common/compiler_options.h"
 
-#include "export_common/number_text.h"
 #include "exporter_base/bytes.h"
+#include "exporter_base/number_text.h"
 #include "tests/support/recording_host.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root.h"
@@ -152,6 +152,29 @@ TEST(User_copyright, that_can_not_be_read_is_passed_over)
                 ElementsAre(Pair("user_copyright", "next")));
 }
 
+// Neither a pipe that nobody writes nor a device keeps the host waiting.
+TEST(User_copyright, is_a_regular_file_or_passed_over)
+{
+    const Temporary_folder pipe;
+    const Temporary_folder device;
+    const Temporary_folder next;
+    ASSERT_EQ(::mkfifo(pipe.file("user_copyright.txt").c_str(), 0600), 0);
+    ASSERT_EQ(::symlink("/dev/zero", device.file("user_copyright.txt").c_str()), 0);
+    next.write("user_copyright.txt", "next");
+    Recording_host host;
+    EXPECT_THAT(copyright_options(host, {pipe.path(), device.path(), next.path()}),
+                ElementsAre(Pair("user_copyright", "next")));
+}
+
+TEST(User_copyright, ends_at_its_first_nul)
+{
+    const Temporary_folder folder;
+    folder.write("user_copyright.txt", std::string("ab\0cd", 5));
+    Recording_host host;
+    EXPECT_THAT(copyright_options(host, {folder.path()}),
+                ElementsAre(Pair("user_copyright", "ab")));
+}
+
 // An empty entry is the current folder; a separator is added unless there is one already, and a
 // backslash counts as one.
 TEST(User_copyright, folder_names_are_joined_as_they_stand)
@@ -230,9 +253,9 @@ TEST(Compile_flags, hook_changes_nothing)
 TEST(Option_set, may_be_missing)
 {
     Recording_host host;
-    const Compiler_option table[] = {{"a", "b"}};
+    constexpr Option_row<> table[] = {{"a", "b"}};
     set_option(nullptr, "a", "b");
-    set_options(nullptr, Option_table(table));
+    set_options(nullptr, table);
     set_scene_ambient_option(nullptr, host.view());
 }
 

@@ -96,7 +96,8 @@ TEST(Shader_kind, surface_is_null_or_exactly_surface)
     for (const Case& c : cases) {
         Scripted_node& node = host.add_node("node");
         node.kind = c.kind;
-        EXPECT_EQ(is_surface(host.node(node)), c.surface) << c.kind.value_or("null");
+        EXPECT_EQ(is_surface_kind(get_shader_kind(host.node(node))), c.surface)
+            << c.kind.value_or("null");
     }
 }
 

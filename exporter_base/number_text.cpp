@@ -1,4 +1,6 @@
-#include "export_common/number_text.h"
+#include "exporter_base/number_text.h"
+
+#include "exporter_base/bytes.h"
 
 #include <charconv>
 
@@ -6,6 +8,11 @@ namespace QZ
 {
 namespace TOVIRAEXPORT
 {
+
+wxString decimal(int value)
+{
+    return from_bytes(std::to_string(value).c_str());
+}
 
 std::string fixed(double value, int precision)
 {
