@@ -4,6 +4,7 @@
 
 #include "tests/support/host_fakes.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace QZ
@@ -64,16 +65,19 @@ public:
         record("get_code(" + std::to_string(index) + ", " + std::to_string(size) + ")");
         if (m_recorder.next_call_fails())
             return;
-        const std::string text = code(index).substr(0, size);
-        std::memcpy(buffer, text.c_str(), text.size() + 1);
+        const std::string& text = code(index);
+        const size_t length = std::min(text.size(), size_t{size});
+        std::memcpy(buffer, text.data(), length);
+        buffer[length] = '\0';
     }
 
 private:
-    std::string code(int index) const
+    const std::string& code(int index) const
     {
+        static const std::string none;
         const std::vector<std::string>& codes = m_fakes.script.codes;
         const size_t position = static_cast<size_t>(index);
-        return index >= 0 && position < codes.size() ? codes[position] : std::string();
+        return index >= 0 && position < codes.size() ? codes[position] : none;
     }
 };
 
