@@ -1,7 +1,8 @@
-// The root of every host interface.
+// The root of every interface between the host and the plug-in.
 //
-// The host and the plug-in call each other only through virtual tables: the order of the
-// operations below is a binary contract and never changes.
+// The two call each other only through virtual tables: the order of the operations below is a
+// binary contract and never changes. Everything runs on the host's user-interface thread, and no
+// operation throws.
 #ifndef PLUGIN_INTERFACE_H
 #define PLUGIN_INTERFACE_H
 
@@ -13,17 +14,22 @@ namespace TSDK
 class Interface
 {
 public:
-    // slot 0: Adds a reference. Empty here: only the host's own objects count references.
+    // slot 0: Adds a reference, which is returned with release. The host's objects count theirs;
+    // here, and so in every exporter, it does nothing.
     virtual void reference() const {}
 
-    // slot 1: Gives one reference back. Empty here for the same reason.
+    // slot 1: Returns a reference. An object of the host may be gone afterwards, so nothing may be
+    // called on it unless another reference is held. Does nothing here: an exporter stays.
     virtual void release() const {}
 
-    // slot 2: Another interface of the same object, or null when it has none of that id. The ids
-    // stand in sdk/interface_ids.h. A host object returns a new reference.
+    // slot 2: Another interface of the same object, or null when it has none of that id (the ids
+    // stand in sdk/interface_ids.h, which also fix the type to cast to). An object of the host
+    // returns a new reference; an exporter returns itself for its own id. May be called as long as
+    // the object lives.
     virtual Interface* get_interface(int id) = 0;
 
-    // slot 3: The id of the interface that this object implements.
+    // slot 3: The id of the interface that this object implements. May be called as long as the
+    // object lives.
     virtual int get_interface_target() const = 0;
 
 protected:

@@ -1,7 +1,14 @@
 // The generic plug-in base class, as the host declares it.
 //
-// The host knows a plug-in object only through its virtual table: the order of the operations
-// below is a binary contract and never changes.
+// Life of a plug-in object:
+//   1. The host loads the library and gets the object from an entry function
+//   (plugin/init_library.h).
+//   2. It asks what the object is (slots 0 to 6), at any time and as often as it likes.
+//   3. It gives the object up with release, or deletes it; nothing may be called afterwards, unless
+//      the object says that its release does nothing.
+//
+// The host knows the object only through its virtual table: the order of the operations below is a
+// binary contract and never changes. Everything runs on the host's user-interface thread.
 #ifndef PLUGIN_PLUGIN_H
 #define PLUGIN_PLUGIN_H
 
@@ -19,23 +26,26 @@ public:
     // slot 1: The plug-in's name. Static text, never null.
     virtual const char* get_name() const = 0;
 
-    // slot 2: What kind of plug-in this is. Static text, never null.
+    // slot 2: What kind of plug-in this is; it tells the host what to cast the object to. Static
+    // text, never null.
     virtual const char* get_type() const = 0;
 
-    // slot 3: The plug-in's own version.
+    // slot 3: The plug-in's own version, counted from 1.
     virtual int get_version() const { return 1; }
 
-    // slot 4: The compiler that built the plug-in, for information only.
+    // slot 4: The compiler that built the plug-in, for information only. Static text, never null;
+    // may be empty.
     virtual const char* get_compiler() const { return "unknown"; }
 
-    // slot 5: Gives the object up; the default deletes it.
+    // slot 5: Gives the object up. The default deletes it; a plug-in that outlives its release
+    // overrides this.
     virtual void release() { delete this; }
 
-    // slot 6: Reads the property of the given index into `value`. Returns 0 when there is no such
-    // property, and then leaves `value` untouched.
+    // slot 6: Reads the property `index`, counted from 0, into `value`. Returns 0, with `value`
+    // untouched, when there is none; the default has none. `value` may then be null.
     virtual int get_string_property(int /*index*/, const char** /*value*/) { return 0; }
 
-    // slots 7 and 8
+    // slots 7 and 8: Complete and deleting destructor.
     virtual ~Plugin() = default;
 };
 

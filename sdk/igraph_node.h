@@ -1,10 +1,18 @@
 // The nodes of the shader graph and the iterators that walk it.
 //
-// The rules of sdk/itovira.h hold: slot order, references, texts.
+// How a graph is walked from a node:
+//   1. get_input_iterator(0), reset(), then until at_end(): get_connections(), next(1).
+//   2. For each of these: reset(), then until at_end(): get_source_node(), next(1).
+//   3. What the sources are connected to follows in the same way; nodes may be met again.
+// An iterator is valid as long as its reference is held. What it returns stands for the place where
+// it is: at the end, nothing but at_end, reset and release may be called.
+//
+// The rules of sdk/itovira.h hold: slot order, references, null, texts, threads.
 #ifndef SDK_IGRAPH_NODE_H
 #define SDK_IGRAPH_NODE_H
 
 #include "plugin/interface.h"
+#include "sdk/unused_slots.h"
 
 namespace QZ
 {
@@ -17,15 +25,21 @@ class IGraph_node;
 class IConnection_iterator : public Interface
 {
 public:
-    virtual void reset() = 0;         // slot 4: back to the first connection
-    virtual void next(int steps) = 0; // slot 5: forward by `steps`; 1 is used
-    virtual void unused_6() {}
-    virtual bool at_end() = 0; // slot 7: past the last connection
-    virtual void unused_8() {}
-    virtual void unused_9() {}
+    // slot 4: Goes to the first connection. Called once before anything else.
+    virtual void reset() = 0;
 
-    // slot 10: The node that the connection comes from. New reference, or null when the connection
-    // has no source.
+    // slot 5: Goes on by `steps` connections; 1 is used.
+    virtual void next(int steps) = 0;
+
+    UNUSED_SLOT(6)
+
+    // slot 7: Whether the last connection has been passed; true at once for none.
+    virtual bool at_end() = 0;
+
+    UNUSED_SLOTS_2(8_to_9)
+
+    // slot 10: The node that the current connection comes from. New reference, or null when the
+    // connection has no source.
     virtual IGraph_node* get_source_node() = 0;
 
 protected:
@@ -36,18 +50,20 @@ protected:
 class IInput_iterator : public Interface
 {
 public:
-    virtual void reset() = 0;         // slot 4: back to the first input
-    virtual void next(int steps) = 0; // slot 5: forward by `steps`; 1 is used
-    virtual void unused_6() {}
-    virtual bool at_end() = 0; // slot 7: past the last input
-    virtual void unused_8() {}
-    virtual void unused_9() {}
-    virtual void unused_10() {}
-    virtual void unused_11() {}
-    virtual void unused_12() {}
-    virtual void unused_13() {}
+    // slot 4: Goes to the first input. Called once before anything else.
+    virtual void reset() = 0;
 
-    // slot 14: The connections of the current input. New reference.
+    // slot 5: Goes on by `steps` inputs; 1 is used.
+    virtual void next(int steps) = 0;
+
+    UNUSED_SLOT(6)
+
+    // slot 7: Whether the last input has been passed; true at once for none.
+    virtual bool at_end() = 0;
+
+    UNUSED_SLOTS_6(8_to_13)
+
+    // slot 14: The connections of the current input, also when there are none. New reference.
     virtual IConnection_iterator* get_connections() = 0;
 
 protected:
@@ -58,46 +74,40 @@ protected:
 class IShader_group : public Interface
 {
 public:
-    virtual int get_num_members() = 0; // slot 4
+    // slot 4: The number of members, at least 0.
+    virtual int get_num_members() = 0;
 
-    // slot 5: The member at `index`, counted from 0. Borrowed: it lives as long as its group.
+    // slot 5: The member at `index`, counted from 0 and below slot 4, or null when it is missing.
+    // Borrowed, and for longer than rule 2 says: it lives as long as its declaration.
     virtual IGraph_node* get_member(int index) = 0;
 
-    virtual void unused_6() {}
-    virtual void unused_7() {}
-    virtual void unused_8() {}
-    virtual void unused_9() {}
-    virtual void unused_10() {}
+    UNUSED_SLOTS_5(6_to_10)
 
-    virtual bool is_material() = 0; // slot 11
+    // slot 11: Whether the group is a material. A material's surface shader is its member named
+    // "surface".
+    virtual bool is_material() = 0;
 
 protected:
     ~IShader_group() = default;
 };
 
-// The declaration behind a node. get_interface(INTERFACE_SHADER_GROUP) gives its IShader_group as a
-// new reference, or null when the declaration is not a group.
+// The declaration behind a node: what all nodes of one shader have in common.
+//
+// get_interface(INTERFACE_SHADER_GROUP) returns its IShader_group as a new reference, or null when
+// the declaration is not a group.
 class IShader_declaration : public Interface
 {
 public:
-    virtual void unused_4() {}
-    virtual void unused_5() {}
-    virtual void unused_6() {}
-    virtual void unused_7() {}
-    virtual void unused_8() {}
-    virtual void unused_9() {}
-    virtual void unused_10() {}
-    virtual void unused_11() {}
-    virtual void unused_12() {}
-    virtual void unused_13() {}
-    virtual void unused_14() {}
-    virtual void unused_15() {}
-    virtual void unused_16() {}
-    virtual void unused_17() {}
-    virtual void unused_18() {}
+    UNUSED_SLOTS_15(4_to_18)
 
-    virtual bool has_parameter(const char* name) = 0; // slot 19
-    virtual bool uses_function(const char* name) = 0; // slot 20
+    // slot 19: Whether the shader has a parameter `name`, exactly so written. "lights" is asked
+    // for: a shader that has it loops over the scene's lights.
+    virtual bool has_parameter(const char* name) = 0;
+
+    // slot 20: Whether the shader's code calls the function `name` of the shading language, exactly
+    // so written. Asked for: "direct_light"; "reflect_environment", "refract_environment",
+    // "trace_environment", "trace_immediate" and "trace".
+    virtual bool uses_function(const char* name) = 0;
 
 protected:
     ~IShader_declaration() = default;
@@ -107,33 +117,23 @@ protected:
 class IGraph_node : public Interface
 {
 public:
-    // slot 4: The node's name, or null. Borrowed.
+    // slot 4: The node's name, unique in its graph. Borrowed. Null when it has none.
     virtual const char* get_name() = 0;
 
-    virtual void unused_5() {}
+    UNUSED_SLOT(5)
 
     // slot 6: The node's declaration. New reference.
     virtual IShader_declaration* get_declaration() = 0;
 
-    virtual void unused_7() {}
-    virtual void unused_8() {}
-    virtual void unused_9() {}
-    virtual void unused_10() {}
-    virtual void unused_11() {}
+    UNUSED_SLOTS_5(7_to_11)
 
-    // slot 12: An iterator over the inputs of a kind; 0 is used. New reference.
+    // slot 12: An iterator over the inputs of a kind; 0 is used and stands for all. New reference.
     virtual IInput_iterator* get_input_iterator(int kind) = 0;
 
-    virtual void unused_13() {}
-    virtual void unused_14() {}
-    virtual void unused_15() {}
-    virtual void unused_16() {}
-    virtual void unused_17() {}
-    virtual void unused_18() {}
-    virtual void unused_19() {}
+    UNUSED_SLOTS_7(13_to_19)
 
-    // slot 20: The node's kind: "surface", "environment", "lens", "light", "volume" and others.
-    // Null is taken as "surface". Borrowed.
+    // slot 20: The kind of shader: "surface", "environment", "lens", "light", "volume" and others.
+    // Borrowed. Null is taken as "surface".
     virtual const char* get_shader_type() = 0;
 
 protected:

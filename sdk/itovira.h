@@ -1,51 +1,65 @@
 // The application handle that an export is given, and the application's preferences.
 //
-// Rules of all host interfaces in this folder:
-//   1. The order of the operations is a binary contract. The named gaps (`unused_N`) are operations
-//      of the host that the plug-in never calls; they hold the places of the others.
-//   2. "New reference": the caller gives it back with release(). Anything else is borrowed: it is
-//      used only until the next call on the same object and never freed.
-//   3. Texts are NUL-terminated bytes in the host's 8-bit encoding, not necessarily UTF-8. A null
-//      text from the host counts as empty.
-//   4. Everything is called on the user-interface thread, and no exception crosses the border.
+// Life of the host's objects, as the plug-in meets them:
+//   1. The host calls an exporter's export_shader with its ITovira and its IGraph_view, both lent
+//   for
+//      the time of the call. No other host object reaches the plug-in.
+//   2. Everything else comes from these two: the compiler and the preferences from ITovira, nodes
+//      and the graph from the view, option sets, units and texts from the compiler.
+//   3. Everything taken is released before export_shader returns. The plug-in keeps nothing.
+//
+// Rules of all interfaces in this folder:
+//   1. The order of the operations is a binary contract and never changes (sdk/unused_slots.h tells
+//      how gaps are written).
+//   2. "New reference": the result is the caller's, who returns it with release(). "Borrowed": the
+//      result belongs to the object that was asked and is valid until the next call on it; it is
+//      never released or freed.
+//   3. A null result means what the operation says; an operation that says nothing of null returns
+//      none. The plug-in survives one all the same: it goes on as if there were nothing.
+//   4. Texts are NUL-terminated bytes in the host's 8-bit encoding, not necessarily UTF-8. A null
+//      text from the host counts as empty unless the operation says otherwise. Texts handed to the
+//      host are never null, and are lent for the call.
+//   5. Every operation is called on the user-interface thread, during an export only, and throws
+//      nothing.
 #ifndef SDK_ITOVIRA_H
 #define SDK_ITOVIRA_H
 
 #include "plugin/interface.h"
+#include "sdk/unused_slots.h"
 
 namespace QZ
 {
 namespace TSDK
 {
 
-// get_interface (slot 2) gives, each as a new reference: INTERFACE_COMPILER the ITovira_compiler,
-// INTERFACE_PREFERENCES the IPreferences (may be null).
+// The application. Lent to export_shader.
+//
+// get_interface (slot 2) returns, as a new reference each: for INTERFACE_COMPILER the
+// ITovira_compiler; for INTERFACE_PREFERENCES the IPreferences, or null when the application has
+// none.
 class ITovira : public Interface
 {
 public:
-    virtual void unused_4() {}
-    virtual void unused_5() {}
-    virtual void unused_6() {}
-    virtual void unused_7() {}
+    UNUSED_SLOTS_4(4_to_7)
 
-    // slot 8: The folders in which user files are searched, in order. Sets `count` to their number;
-    // entries may be null. Borrowed.
+    // slot 8: The folders in which user files are searched, first to last. Sets `count` to their
+    // number and returns a list of that length, borrowed; null for an empty list. An entry may be
+    // null and is passed over; an empty one is the current folder. A separator at the end of an
+    // entry may be there or not.
     virtual const char** get_search_paths(int& count) = 0;
 
 protected:
     ~ITovira() = default;
 };
 
+// The preferences of the application, by name.
 class IPreferences : public Interface
 {
 public:
-    virtual void unused_4() {}
-    virtual void unused_5() {}
-    virtual void unused_6() {}
-    virtual void unused_7() {}
+    UNUSED_SLOTS_4(4_to_7)
 
-    // slot 8: Reads the named preference into `value` and returns true; returns false and leaves
-    // `value` unchanged when there is no such preference.
+    // slot 8: Reads the preference `name` into `value`, which is not null. Returns true when there
+    // is one of that name and it is a switch; otherwise returns false and leaves `value` unchanged.
     virtual bool get_bool_preference(const char* name, bool* value) = 0;
 
 protected:
