@@ -4,6 +4,7 @@
 
 #include <wx/app.h>
 #include <wx/button.h>
+#include <wx/combobox.h>
 #include <wx/window.h>
 
 namespace QZ
@@ -34,6 +35,9 @@ private:
     wxAssertHandler_t m_previous;
 };
 
+// Gives a choice the width that its entries need. GTK 3 asks for that by itself.
+inline void fit_to_entries(wxComboBox*) {}
+
 // The build that the host's wx library must answer to when it starts an application of ours.
 #define TOVIRAEXPORT_WX_SIGNATURE WX_BUILD_OPTIONS_SIGNATURE
 
@@ -45,8 +49,24 @@ constexpr long narrow_button_style = 0;
 class Assert_silencer
 {
 public:
-    Assert_silencer() {} // not defaulted: an object of a class that does something is no unused one
+    Assert_silencer() {} // user-provided, so that the guard raises no unused-variable warning
 };
+
+// GTK 2 asks for the width of a field for free text, also where only the entries can be chosen; the
+// narrowest panels have no room for that.
+inline void fit_to_entries(wxComboBox* choice)
+{
+    constexpr int arrow_and_borders = 36;
+    int widest = 0;
+    for (unsigned int i = 0; i < choice->GetCount(); ++i) {
+        int width = 0;
+        int height = 0;
+        choice->GetTextExtent(choice->GetString(i), &width, &height);
+        if (width > widest)
+            widest = width;
+    }
+    choice->SetMinSize(wxSize(widest + arrow_and_borders, -1));
+}
 
 // The signature that the host's own 2.8 library was built with. The compiler of this library would
 // put its own ABI number there, and the check ends the process on a mismatch.

@@ -7,6 +7,7 @@
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
 #include "exporter_base/file_chooser.h"
+#include "exporter_base/wx_compat.h"
 #include "exporters/generic_controls.h"
 
 #include <wx/button.h>
@@ -173,6 +174,8 @@ wxWindow* Exporter_generic::create_control(wxWindow* parent, size_t row)
     wxWindow* control = new_control(parent, generic_controls[row]);
     control->SetName(from_bytes(generic_controls[row].option));
     control->SetFont(get_os_specific_font(1, 90));
+    if (wxComboBox* choice = dynamic_cast<wxComboBox*>(control))
+        fit_to_entries(choice);
     m_controls[row].window = control;
     if (wxTextCtrl* field = dynamic_cast<wxTextCtrl*>(control))
         m_controls[row].field = Text_field(field, generic_controls[row].example);

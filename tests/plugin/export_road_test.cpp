@@ -1,14 +1,12 @@
 // What all exporters have in common on the road of an export.
 #include "tests/plugin/export_test.h"
 
-#include "exporters/exporter_3dsmax.h"
-#include "exporters/exporter_catia.h"
-#include "exporters/exporter_fxcomposer.h"
-#include "exporters/exporter_generic.h"
-#include "exporters/exporter_maya.h"
-#include "exporters/exporter_swrc.h"
-#include "exporters/exporter_xsi.h"
+#include "exporters/exporter_table.h"
+#include "exporters/make_exporter.h"
 
+#include <algorithm>
+#include <cctype>
+#include <iterator>
 #include <memory>
 
 namespace QZ
@@ -24,23 +22,9 @@ using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-template<typename Exporter>
-std::unique_ptr<Exporter_base> make()
-{
-    return std::make_unique<Exporter>();
-}
-
-template<int target>
-std::unique_ptr<Exporter_base> make_generic()
-{
-    return std::make_unique<Exporter_generic>(
-        static_cast<Exporter_generic::Target_language>(target));
-}
-
-struct Road_case {
-    const char* title; // of the test
-    std::unique_ptr<Exporter_base> (*create)();
-    std::vector<std::string> files; // that "out" becomes, sorted
+// How an exporter of the table differs from the others on this road.
+struct Difference {
+    const char* exporter;
     const char* no_name_text;
     bool true_after_failed_compile;
     std::vector<std::string> kept; // on purpose, when no file is named
@@ -48,44 +32,67 @@ struct Road_case {
 
 const char* const no_name = "Error! no export file name is specified.";
 
-const Road_case road_cases[] = {
-    {"Exporter_3dsmax", make<Exporter_3dsmax>, {"out.fx"}, no_name, false, {}},
-    {"Exporter_catia", make<Exporter_catia>, {"out.fx"}, no_name, false, {}},
-    {"Exporter_fxcomposer",
-     make<Exporter_fxcomposer>,
-     {"out.cgfx", "out.fx"},
-     "Error: no export file name is specified.",
-     true,
-     {}},
-    {"Exporter_maya", make<Exporter_maya>, {"out.cgfx"}, no_name, true, {}},
-    {"Exporter_xsi", make<Exporter_xsi>, {"out.cgfx"}, no_name, true, {}},
-    {"Exporter_generic_cgfx",
-     make_generic<0>,
-     {"out.cgfx"},
-     no_name,
-     true,
-     {"never released: wood"}},
-    {"Exporter_generic_hlsl", make_generic<1>, {"out.fx"}, no_name, true, {"never released: wood"}},
-    {"Exporter_generic_glsl",
-     make_generic<2>,
-     {"out_f.gl", "out_v.gl"},
-     no_name,
-     true,
-     {"never released: wood"}},
-    {"Exporter_swrc", make<Exporter_swrc>, {"out.cpp", "out.qz"}, no_name, false, {}},
+const Difference differences[] = {
+    {"Autodesk 3ds Max legacy (HLSL)", no_name, false, {}},
+    {"CATIA (CgFX)", no_name, false, {}},
+    {"FX Composer (HLSL/CgFX)", "Error: no export file name is specified.", true, {}},
+    {"Custom CgFX", no_name, true, {"never released: wood"}},
+    {"Custom HLSL FX", no_name, true, {"never released: wood"}},
+    {"Custom GLSL", no_name, true, {"never released: wood"}},
+    {"Corvane", no_name, false, {}},
 };
+
+struct Road_case {
+    size_t row; // of the table
+    std::string exporter;
+    std::vector<std::string> files; // that "out" becomes, sorted
+    std::string no_name_text = no_name;
+    bool true_after_failed_compile = true;
+    std::vector<std::string> kept = {};
+};
+
+// One case for each exporter that writes files.
+std::vector<Road_case> road_cases()
+{
+    std::vector<Road_case> cases;
+    for (size_t row = 0; row < exporter_facts.size(); ++row) {
+        Road_case road{row, exporter_facts[row].name, {}};
+        for (const Output_file& file : exporter_facts[row].files)
+            if (file.suffix)
+                road.files.push_back(std::string("out") + file.suffix);
+        std::sort(road.files.begin(), road.files.end());
+        for (const Difference& difference : differences) {
+            if (road.exporter == difference.exporter) {
+                road.no_name_text = difference.no_name_text;
+                road.true_after_failed_compile = difference.true_after_failed_compile;
+                road.kept = difference.kept;
+            }
+        }
+        if (!road.files.empty())
+            cases.push_back(road);
+    }
+    return cases;
+}
+
+// A name for a test: letters and digits.
+std::string title_of(const Road_case& c)
+{
+    std::string title;
+    std::copy_if(c.exporter.begin(), c.exporter.end(), std::back_inserter(title),
+                 [](unsigned char character) { return std::isalnum(character) != 0; });
+    return title;
+}
 
 void PrintTo(const Road_case& c, std::ostream* stream)
 {
-    *stream << c.title;
+    *stream << c.exporter;
 }
 
 class Export_road : public Wx_test, public ::testing::WithParamInterface<Road_case>
 {
 protected:
-    Export_road() : exporter(GetParam().create()), shader(host.add_selected_node("wood"))
+    Export_road() : exporter(make_exporter(GetParam().row)), shader(host.add_selected_node("wood"))
     {
-        exporter->initialize();
     }
 
     bool is_renderer_source() const { return std::string(exporter->get_name()) == "Corvane"; }
@@ -241,7 +248,7 @@ TEST_P(Export_road, missing_lights_are_asked_about)
     shader.functions = {"direct_light"};
     choose_file();
     const Message_boxes boxes({wxID_NO});
-    if (is_renderer_source() || std::string(GetParam().title) == "Exporter_catia") {
+    if (is_renderer_source() || GetParam().exporter == "CATIA (CgFX)") {
         EXPECT_TRUE(run());
         EXPECT_THAT(boxes.shown(), IsEmpty());
         return;
@@ -285,8 +292,8 @@ TEST_P(Export_road, host_may_fail_at_any_call)
     EXPECT_GT(failing, 8);
 }
 
-INSTANTIATE_TEST_SUITE_P(Exporters, Export_road, ::testing::ValuesIn(road_cases),
-                         [](const auto& info) { return std::string(info.param.title); });
+INSTANTIATE_TEST_SUITE_P(Exporters, Export_road, ::testing::ValuesIn(road_cases()),
+                         [](const auto& info) { return title_of(info.param); });
 
 } // namespace TEST
 } // namespace QZ
