@@ -84,6 +84,9 @@ make_cgc()
     rm -rf "$folder/cg" && mv "$folder/cg.new" "$folder/cg" && make_command cgc cg/usr/bin/cgc
 }
 
+# How every program of the project opens files.
+files=$root/reference_host/system/file_access
+
 make_cgfxcheck()
 {
     if [ ! -d "$folder/cg" ]; then
@@ -91,7 +94,7 @@ make_cgfxcheck()
         return 1
     fi
     g++ -std=c++17 -O1 -Wall -Wextra -isystem "$folder/cg/usr/include" \
-        "$root/validators/cgfxcheck.cpp" -o "$folder/cgfxcheck" \
+        -I"$root" "$root/validators/cgfxcheck.cpp" "$files.cpp" -o "$folder/cgfxcheck" \
         -L"$folder/cg/usr/lib/$architecture" -lCg -lCgGL -Wl,--allow-shlib-undefined &&
         make_command cgfxcheck cgfxcheck
 }
@@ -104,7 +107,7 @@ make_hlslcheck()
         fetch_vkd3d && build_vkd3d || return 1
     fi
     g++ -std=c++17 -O1 -Wall -Wextra -isystem "$folder/vkd3d/include" \
-        "$root/validators/hlslcheck.cpp" "$folder/vkd3d/vkd3d.a" -o "$folder/bin/hlslcheck" \
+        -I"$root" "$root/validators/hlslcheck.cpp" "$files.cpp" "$folder/vkd3d/vkd3d.a" -o "$folder/bin/hlslcheck" \
         -lm -lpthread
 }
 
@@ -155,7 +158,7 @@ EOF
 )
 
 # The drawing is that of the stand-in host, without its command line.
-renderer=("$root"/reference_host/render/!(render_command).cpp)
+renderer=("$root"/reference_host/{render/!(render_command),system/*}.cpp)
 
 make_glslcheck()
 {
@@ -202,9 +205,9 @@ provide()
 }
 
 provide cgc
-provide cgfxcheck "$root/validators/cgfxcheck.cpp"
-provide hlslcheck "$root/validators/hlslcheck.cpp"
-provide glslcheck "$root/validators/glslcheck.cpp" "$root"/reference_host/render/*.@(cpp|h)
+provide cgfxcheck "$root/validators/cgfxcheck.cpp" "$files".@(cpp|h)
+provide hlslcheck "$root/validators/hlslcheck.cpp" "$files".@(cpp|h)
+provide glslcheck "$root/validators/glslcheck.cpp" "$root"/reference_host/@(render|system)/*.@(cpp|h)
 
 if [ -n "$failed" ]; then
     say "Could not make:$failed. What was there before is still usable. Run this again with" \

@@ -12,6 +12,8 @@
 // Exit status 0: the loader reports no error, every pass has a vertex and a fragment program, there
 // is at least one pass, and all programs compile. 1: anything else, with the reasons on standard
 // error. 2: wrong usage.
+#include "reference_host/system/file_access.h"
+
 #include <Cg/cg.h>
 #include <Cg/cgGL.h>
 
@@ -310,6 +312,11 @@ int main(int count, char** arguments)
         std::fputs("usage: cgfxcheck [-q] [-hlsl] [-D MACRO]... [-bind LIST=TYPE,...]... FILE\n",
                    stderr);
         return 2;
+    }
+    if (const std::string reason = reference_host::why_not_readable(options.file);
+        !reason.empty()) {
+        std::fprintf(stderr, "%s: cannot be read: %s\n", options.file, reason.c_str());
+        return 1;
     }
     return Checker(options).run() ? 0 : 1;
 }

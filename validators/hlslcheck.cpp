@@ -5,13 +5,13 @@
 //
 // Exit status 0: all compile. 1: an error in the file, or no program in it. 2: wrong usage.
 // 3: no verdict, because the file uses something that this compiler does not know yet.
+#include "reference_host/system/file_access.h"
+
 #include <vkd3d_shader.h>
 
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -143,9 +143,14 @@ int main(int count, char** arguments)
         std::fputs("usage: hlslcheck [-D MACRO]... FILE\n", stderr);
         return 2;
     }
-    std::ifstream file(options.file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::vector<Program> programs = programs_of(text);
+    constexpr std::size_t max_size = 16 << 20;
+    std::string reason;
+    const auto text = reference_host::read_whole_file(options.file, max_size, reason);
+    if (!text) {
+        std::fprintf(stderr, "%s: cannot be read: %s\n", options.file, reason.c_str());
+        return 1;
+    }
+    const std::vector<Program> programs = programs_of(*text);
     if (programs.empty()) {
         std::fprintf(stderr, "%s: no program\n", options.file);
         return 1;
@@ -153,7 +158,7 @@ int main(int count, char** arguments)
     bool failed = false;
     bool undecided = false;
     for (const Program& program : programs) {
-        const Verdict verdict = compile(text, program, options);
+        const Verdict verdict = compile(*text, program, options);
         failed |= verdict == Verdict::error;
         undecided |= verdict == Verdict::none;
     }

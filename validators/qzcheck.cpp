@@ -10,11 +10,11 @@
 // TEXT stands in double quotes, with \" and \\ inside; "#" begins a comment; names are not
 // repeated. Exit status: 0 it is such a text; 1 it is not, with the line on standard error; 2 wrong
 // usage.
+#include "reference_host/system/file_access.h"
+
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <set>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -175,13 +175,14 @@ int main(int argc, char** argv)
         std::fputs("usage: qzcheck FILE\n", stderr);
         return 2;
     }
-    std::ifstream file(argv[1], std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
+    constexpr std::size_t max_size = 16 << 20;
+    std::string reason;
+    const std::optional<std::string> text =
+        reference_host::read_whole_file(argv[1], max_size, reason);
     try {
-        if (!file)
-            throw std::runtime_error("0: error: cannot be read");
-        Parser(text.str()).parse();
+        if (!text)
+            throw std::runtime_error("0: error: cannot be read: " + reason);
+        Parser(*text).parse();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s:%s\n", argv[1], error.what());
         return 1;

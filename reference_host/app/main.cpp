@@ -1,9 +1,11 @@
 #include "reference_host/app/command_line.h"
+#include "reference_host/system/standard_streams.h"
 
 #include <cstdio>
 
 int main(int argc, char** argv)
 {
+    reference_host::open_missing_standard_streams();
     const int status = reference_host::run_command_line(argc, argv);
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
         return status;

@@ -4,6 +4,7 @@
 #include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/app/wx_runtime.h"
+#include "reference_host/system/file_access.h"
 
 #include <cstdio>
 #include <stdexcept>
@@ -21,6 +22,9 @@ namespace
 
 void save_picture(wxWindow& window, const std::string& file)
 {
+    const std::string reason = why_not_writable(file);
+    if (!reason.empty())
+        throw std::runtime_error("the picture '" + file + "' cannot be written: " + reason);
     const wxSize size = window.GetClientSize();
     wxBitmap picture(size.GetWidth(), size.GetHeight());
     wxClientDC source(&window);

@@ -1,5 +1,7 @@
 #include "reference_host/app/plugin_library.h"
 
+#include "reference_host/system/file_access.h"
+
 #include <dlfcn.h>
 
 #include <algorithm>
@@ -60,6 +62,9 @@ Plugin_library::Plugin_library(const std::string& file)
     std::string path = file.empty() ? usual_file() : file;
     if (path.find('/') == std::string::npos)
         path.insert(0, "./"); // a bare name would be searched among the system's libraries
+    const std::string reason = why_not_readable(path);
+    if (!reason.empty())
+        throw std::runtime_error("the plug-in cannot be loaded: " + path + ": " + reason);
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library)
         throw std::runtime_error(std::string("the plug-in cannot be loaded: ") + dlerror());

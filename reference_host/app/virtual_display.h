@@ -2,16 +2,35 @@
 #ifndef REFERENCE_HOST_APP_VIRTUAL_DISPLAY_H
 #define REFERENCE_HOST_APP_VIRTUAL_DISPLAY_H
 
+#include "reference_host/system/memory_file.h"
+
 #include <sys/types.h>
+
+struct _XDisplay; // as Xlib calls it; its header has many short macros
 
 namespace reference_host
 {
 
-// Whether the display that the environment names can be opened.
-bool has_display();
+// A connection to the display that the environment names, held as long as this object lives: a
+// server may start anew, or end, when its last client leaves.
+class Display_connection
+{
+public:
+    Display_connection();
+    ~Display_connection();
+    Display_connection(const Display_connection&) = delete;
+    Display_connection& operator=(const Display_connection&) = delete;
 
-// A private Xvfb under a display number of its own choice. While it lives, the environment variable
-// DISPLAY names it. It ends with this object, and with the process however that ends.
+    // Whether there is a display.
+    bool is_open() const { return m_display != nullptr; }
+
+private:
+    _XDisplay* m_display;
+};
+
+// A private Xvfb under a display number of its own choice. It takes only clients that know its
+// cookie. While it lives, the environment variables DISPLAY and XAUTHORITY name both. It ends with
+// this object, and with the process however that ends.
 class Virtual_display
 {
 public:
@@ -24,6 +43,7 @@ public:
 private:
     void end_server();
 
+    Memory_file m_cookie;
     pid_t m_server = -1;
 };
 

@@ -142,10 +142,8 @@ private:
 
 int show_window(const Scene_request& scene, const std::string& plugin)
 {
-    if (!has_display())
-        throw std::runtime_error("there is no display to open a window on");
     const Opened_document document(scene);
-    const Wx_runtime wx;
+    const Wx_runtime wx(Display_choice::users);
     const Plugin_library library(plugin);
     (new Export_window(document, library))->Show();
     Wx_runtime::run();

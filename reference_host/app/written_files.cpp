@@ -1,8 +1,8 @@
 #include "reference_host/app/written_files.h"
 
+#include "reference_host/system/file_access.h"
+
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include <sys/stat.h>
 
@@ -23,10 +23,13 @@ std::string stem_of(const std::string& chosen_name)
     return stem;
 }
 
+constexpr std::uintmax_t max_size = std::uintmax_t{256} << 20;
+
+// Empty when it cannot be read.
 std::string read_file(const std::string& path)
 {
-    std::ifstream stream(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(stream), {});
+    std::string ignored;
+    return read_whole_file(path, max_size, ignored).value_or("");
 }
 
 } // namespace

@@ -49,11 +49,13 @@ void report_asserts()
 
 } // namespace
 
-Wx_runtime::Wx_runtime()
+Wx_runtime::Wx_runtime(Display_choice choice)
 {
     setenv("GSETTINGS_BACKEND", "memory", 1); // the desktop's settings are not ours to touch
-    if (!has_display())
-        m_display.emplace();
+    if (!m_users_display.is_open() && choice == Display_choice::users)
+        throw std::runtime_error("there is no display to open a window on");
+    if (!m_users_display.is_open())
+        m_private_display.emplace();
     report_asserts();
     wxApp::SetInstance(new Host_app);
     // Only the program's name: GTK would take some of our own options for its own.

@@ -9,13 +9,16 @@
 namespace reference_host
 {
 
+// Whether a private display will do where the environment has none.
+enum class Display_choice { any, users };
+
 // Starts wx, on a private display when the environment has none, and ends both. One per process;
 // windows may be made while it lives.
 class Wx_runtime
 {
 public:
     // Throws std::runtime_error with a message when there is no way to show windows.
-    Wx_runtime();
+    explicit Wx_runtime(Display_choice choice = Display_choice::any);
     ~Wx_runtime();
     Wx_runtime(const Wx_runtime&) = delete;
     Wx_runtime& operator=(const Wx_runtime&) = delete;
@@ -27,7 +30,8 @@ public:
     static void run();
 
 private:
-    std::optional<Virtual_display> m_display;
+    Display_connection m_users_display;
+    std::optional<Virtual_display> m_private_display;
 };
 
 } // namespace reference_host

@@ -1,13 +1,12 @@
 #include "reference_host/document/document_files.h"
 
 #include "reference_host/document/document_error.h"
+#include "reference_host/system/file_access.h"
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 
 namespace reference_host
 {
@@ -19,21 +18,27 @@ namespace fs = std::filesystem;
 // Far above what documents need, far below what a call stack holds.
 constexpr int max_include_depth = 64;
 
-std::string read_text(const fs::path& path)
+// Of a document and all that it includes, in bytes: ten times the largest that are known.
+constexpr std::uintmax_t max_document_size = std::uintmax_t{64} << 20;
+
+// `read` counts the bytes of all files so far.
+std::string read_text(const fs::path& path, std::uintmax_t& read)
 {
-    std::error_code failure;
-    if (!fs::exists(path, failure))
-        throw Document_error({path.string(), 0}, "cannot be opened: there is no such file");
-    if (!fs::is_regular_file(path, failure))
-        throw Document_error({path.string(), 0}, "cannot be opened: not a regular file");
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream text;
-    if (stream && stream.peek() != std::ifstream::traits_type::eof())
-        text << stream.rdbuf();
-    if (!stream)
-        throw Document_error({path.string(), 0}, "cannot be read");
-    return text.str();
+    std::string reason;
+    std::optional<std::string> text = read_whole_file(path.string(), max_document_size, reason);
+    if (!text)
+        throw Document_error({path.string(), 0}, "cannot be opened: " + reason);
+    read += text->size();
+    if (read > max_document_size)
+        throw Document_error({path.string(), 0}, "the document and the files that it includes are "
+                                                 "larger than " +
+                                                     std::to_string(max_document_size >> 20) +
+                                                     " MiB");
+    return std::move(*text);
 }
+
+// Elements with more children have their inputs in an index: a search for each would be quadratic.
+constexpr int max_unindexed_inputs = 16;
 
 std::vector<size_t> find_line_starts(const std::string& text)
 {
@@ -50,9 +55,9 @@ int line_of(const Source_file& file, std::ptrdiff_t offset)
     return static_cast<int>(after - file.line_starts.begin());
 }
 
-void parse(Source_file& file)
+void parse(Source_file& file, std::uintmax_t& read)
 {
-    const std::string text = read_text(file.path);
+    const std::string text = read_text(file.path, read);
     if (text.find_first_not_of(" \t\r\n") == std::string::npos)
         throw Document_error({file.path, 0}, "the file is empty");
     file.line_starts = find_line_starts(text);
@@ -126,7 +131,7 @@ private:
             file.file_prefix = outer.file_prefix();
             file.color_space = outer.color_space();
         }
-        parse(file);
+        parse(file, m_read);
         const Element root(file.xml.document_element(), file);
         check_root(root);
         for (const Element& element : root.children()) {
@@ -166,6 +171,7 @@ private:
     const std::vector<std::string>& m_search_path;
     fs::path m_folder; // of the opened document
     std::set<std::string> m_seen;
+    std::uintmax_t m_read = 0; // bytes of all files
     Document_files m_result;
 };
 
@@ -193,12 +199,28 @@ bool Element::is_input() const
 
 Element Element::find_input(const std::string& input_name) const
 {
+    int looked_at = 0;
     for (pugi::xml_node child : m_xml.children()) {
+        if (++looked_at > max_unindexed_inputs)
+            return find_indexed_input(input_name);
         const Element element(child, *m_file);
         if (element.is_input() && input_name == child.attribute("name").value())
             return element;
     }
     return {};
+}
+
+Element Element::find_indexed_input(const std::string& input_name) const
+{
+    const auto [index, is_new] = m_file->inputs.try_emplace(id());
+    if (is_new) {
+        for (pugi::xml_node child : m_xml.children()) {
+            if (Element(child, *m_file).is_input())
+                index->second.emplace(child.attribute("name").value(), child);
+        }
+    }
+    const auto found = index->second.find(input_name);
+    return found == index->second.end() ? Element() : Element(found->second, *m_file);
 }
 
 Place Element::place() const

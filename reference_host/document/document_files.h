@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include <pugixml.hpp>
@@ -21,6 +23,9 @@ struct Source_file {
     std::string color_space; // likewise
     std::vector<size_t> line_starts;
     pugi::xml_document xml;
+    // The inputs by name of the elements with very many. Filled as they are first searched.
+    using Inputs = std::unordered_map<std::string_view, pugi::xml_node>;
+    mutable std::unordered_map<const void*, Inputs> inputs;
 };
 
 // One XML element and the file it stands in. Cheap to copy; valid as long as its Document_files.
@@ -60,6 +65,7 @@ public:
     const Source_file& file() const { return *m_file; }
 
 private:
+    Element find_indexed_input(const std::string& input_name) const;
     std::string inherited(const char* key, const std::string& outermost) const;
 
     pugi::xml_node m_xml;
@@ -75,7 +81,8 @@ struct Document_files {
 };
 
 // Reads the document and, once each, the files that it includes. Throws Document_error when a file
-// is missing, no regular file, not well-formed or not a MaterialX document of version 1.
+// is missing, no regular file, not well-formed, larger than 64 MiB with what it includes, or not a
+// MaterialX document of version 1.
 Document_files load_document(const std::string& file, const std::vector<std::string>& search_path);
 
 } // namespace reference_host

@@ -243,36 +243,54 @@ void set_filters(GLenum target, GLint wrapping)
 // The depth that order-independent transparency peels from: nothing is nearer than the first layer.
 constexpr char peeled_depth[] = "oit_depth_map";
 
-Image image_for(const Drawing& drawing, const std::string& sampler)
+std::shared_ptr<const Image> image_for(const Drawing& drawing, const std::string& sampler)
 {
     if (const auto image = drawing.textures.find(sampler); image != drawing.textures.end())
         return image->second;
     if (sampler.find(peeled_depth) != std::string::npos)
-        return Image(1, 1);
+        return std::make_shared<Image>(1, 1);
     const auto label = drawing.texture_labels.find(sampler);
-    return labelled_checker(label == drawing.texture_labels.end() ? sampler : label->second);
+    return std::make_shared<Image>(
+        labelled_checker(label == drawing.texture_labels.end() ? sampler : label->second));
 }
 
-void load_texture(const Drawing& drawing, const Uniform& uniform)
+using Loaded_textures = std::map<std::shared_ptr<const Image>, GLuint>;
+
+GLuint bind_new_texture(GLenum target)
 {
     GLuint texture = 0;
     glGenTextures(1, &texture);
-    if (uniform.type == GL_SAMPLER_CUBE) {
-        glBindTexture(GL_TEXTURE_CUBE_MAP, texture);
-        const Cube_up cube_up =
-            drawing.conventions.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
-        for (int face = 0; face < 6; ++face)
-            load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face),
-                       sky_face(face, cube_up));
-        set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
-    } else {
-        glBindTexture(GL_TEXTURE_2D, texture);
-        Image image = image_for(drawing, uniform.name);
-        if (!drawing.conventions.flipped_textures)
-            flip_rows(image); // OpenGL has v = 0 at the lower edge and wants that row first
-        load_image(GL_TEXTURE_2D, image);
-        set_filters(GL_TEXTURE_2D, GL_REPEAT);
+    glBindTexture(target, texture);
+    return texture;
+}
+
+void load_cube_map(const Drawing& drawing)
+{
+    bind_new_texture(GL_TEXTURE_CUBE_MAP);
+    const Cube_up cube_up = drawing.conventions.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
+    for (int face = 0; face < 6; ++face)
+        load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face),
+                   sky_face(face, cube_up));
+    set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
+}
+
+// One texture for all samplers that share an image.
+void load_texture(const Drawing& drawing, const std::string& sampler, Loaded_textures& loaded)
+{
+    const auto [known, is_new] = loaded.try_emplace(image_for(drawing, sampler));
+    if (!is_new) {
+        glBindTexture(GL_TEXTURE_2D, known->second);
+        return;
     }
+    known->second = bind_new_texture(GL_TEXTURE_2D);
+    if (drawing.conventions.flipped_textures) {
+        load_image(GL_TEXTURE_2D, *known->first);
+    } else {
+        Image image = *known->first;
+        flip_rows(image); // OpenGL has v = 0 at the lower edge and wants that row first
+        load_image(GL_TEXTURE_2D, image);
+    }
+    set_filters(GL_TEXTURE_2D, GL_REPEAT);
 }
 
 // Values that stand under the names of the elements of an array.
@@ -292,12 +310,16 @@ void set_elements(GLuint program, const Uniform& array, const Drawing& drawing)
 void fill_uniforms(GLuint program, const Drawing& drawing)
 {
     GLint unit = 0;
+    Loaded_textures loaded;
     for (const Uniform& uniform : active_uniforms(program)) {
         const auto values = drawing.uniforms.find(uniform.name);
         const auto matrix = scene_matrix(uniform.name, "");
         if (uniform.type == GL_SAMPLER_2D || uniform.type == GL_SAMPLER_CUBE) {
             glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
-            load_texture(drawing, uniform);
+            if (uniform.type == GL_SAMPLER_CUBE)
+                load_cube_map(drawing);
+            else
+                load_texture(drawing, uniform.name, loaded);
             glUniform1i(uniform.location, unit++);
         } else if (values != drawing.uniforms.end()) {
             set_uniform(uniform, values->second);

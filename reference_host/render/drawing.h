@@ -7,6 +7,7 @@
 #include "reference_host/render/scene.h"
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,8 +31,9 @@ struct Drawing {
     // the scene when its name is known (see scene.h).
     std::map<std::string, std::vector<float>> uniforms;
 
-    // Images of the samplers; a sampler without one gets a labelled checker, a cube map the sky.
-    std::map<std::string, Image> textures;
+    // Images of the samplers, which may share them; a sampler without one gets a labelled checker,
+    // a cube map the sky.
+    std::map<std::string, std::shared_ptr<const Image>> textures;
 
     // Names that the labels show instead of those of the samplers.
     std::map<std::string, std::string> texture_labels;

@@ -2,10 +2,9 @@
 
 #include "reference_host/render/cg_listing.h"
 #include "reference_host/render/effect_text.h"
-#include "reference_host/render/process.h"
 #include "reference_host/render/shader_tokens.h"
-#include "reference_host/render/temporary_folder.h"
-#include "reference_host/render/text_file.h"
+#include "reference_host/system/memory_file.h"
+#include "reference_host/system/process.h"
 
 #include <algorithm>
 
@@ -14,6 +13,10 @@ namespace reference_host
 
 namespace
 {
+
+// Far above what an effect needs. One whose macros double with each line has no end.
+constexpr std::size_t max_translation = std::size_t{16} << 20;
+constexpr Process_limits compiler_limits = {20, std::size_t{2} << 30, max_translation};
 
 using Lists = std::map<std::string, std::vector<std::string>>;
 
@@ -65,26 +68,30 @@ public:
     // The temporary copy of the effect has the name `file` in messages.
     Translator(const std::string& file, const std::string& text, const std::string& compiler,
                const Lists& lists)
-        : m_file(file), m_compiler(compiler), m_lists(lists), m_copy(m_folder.path() + "/effect")
+        : m_file(file),
+          m_compiler(compiler),
+          m_lists(lists),
+          m_copy(without_parameter_semantics(text))
     {
-        m_ready = write_text_file(m_copy, without_parameter_semantics(text));
     }
 
     std::optional<Stage> translate(const char* profile, const std::string& entry,
                                    std::string& error) const
     {
-        if (!m_ready) {
-            error += m_file + ": no temporary copy can be written\n";
-            return std::nullopt;
+        const Memory_file output;
+        const Process_result result =
+            run_program(command(profile, entry, output.path()), compiler_limits);
+        std::string text = output.content(max_translation);
+        if (result.status == 0 && !text.empty()) {
+            const Cg_listing listing = read_cg_listing(text);
+            return Stage{std::move(text), listing};
         }
-        const std::string output = m_folder.path() + "/" + profile;
-        const Process_result result = run_program(command(profile, entry, output));
-        const auto text = read_text_file(output);
-        if (result.status == 0 && text)
-            return Stage{*text, read_cg_listing(*text)};
         std::string messages = result.output;
-        replace_all(messages, m_copy, m_file);
-        error += messages.empty() ? m_compiler + ": did not run\n" : messages;
+        replace_all(messages, m_copy.path(), m_file);
+        error += messages;
+        if (messages.empty() || result.end != Process_end::exit)
+            error += m_file + ": the compiler '" + m_compiler + "' " +
+                     describe_end(result, compiler_limits) + "\n";
         return std::nullopt;
     }
 
@@ -100,16 +107,14 @@ private:
                 binding.append(structure == structs.front() ? " " : ", ").append(structure);
             words.insert(words.end(), {"-type", binding + " }"});
         }
-        words.insert(words.end(), {"-o", output, m_copy});
+        words.insert(words.end(), {"-o", output, m_copy.path()});
         return words;
     }
 
     std::string m_file;
     std::string m_compiler;
     Lists m_lists;
-    Temporary_folder m_folder;
-    std::string m_copy;
-    bool m_ready = false;
+    Memory_file m_copy;
 };
 
 // ---- inputs of the vertex program -------------------------------------------

@@ -1,10 +1,11 @@
 #include "reference_host/render/image.h"
 
+#include "reference_host/system/file_access.h"
+
 #include <algorithm>
 #include <csetjmp>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <set>
 
 #include <jpeglib.h>
@@ -16,21 +17,28 @@ namespace reference_host
 namespace
 {
 
-constexpr unsigned max_side = 16384;
+// What a few kilobytes may unpack to. Larger files than a picture of that size needs are refused,
+// too.
+constexpr unsigned long long max_pixels = 1ULL << 26;
+constexpr std::uintmax_t max_file_size = max_pixels * 4;
+
+constexpr char too_large[] = "larger than 64 million pixels";
+constexpr char no_picture[] = "not a PNG or JPEG image, or damaged";
 
 bool acceptable_size(unsigned width, unsigned height)
 {
-    return width > 0 && height > 0 && width <= max_side && height <= max_side;
+    return width > 0 && height > 0 && 1ULL * width * height <= max_pixels;
 }
 
-std::optional<Image> read_png(const std::string& file)
+std::optional<Image> read_png(std::FILE* file, std::string& reason)
 {
     png_image png = {};
     png.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&png, file.c_str()))
+    if (!png_image_begin_read_from_stdio(&png, file))
         return std::nullopt;
     if (!acceptable_size(png.width, png.height)) {
         png_image_free(&png);
+        reason = too_large;
         return std::nullopt;
     }
     png.format = PNG_FORMAT_RGBA;
@@ -55,15 +63,17 @@ void ignore_message(j_common_ptr) {}
 
 // Everything that a jump back would have to destroy belongs to the caller.
 bool read_jpeg_into(std::FILE* file, jpeg_decompress_struct& jpeg, Jpeg_errors& errors,
-                    Image& image, std::vector<unsigned char>& row)
+                    Image& image, std::vector<unsigned char>& row, std::string& reason)
 {
     if (setjmp(errors.way_back))
         return false;
     jpeg_create_decompress(&jpeg);
     jpeg_stdio_src(&jpeg, file);
     jpeg_read_header(&jpeg, TRUE);
-    if (!acceptable_size(jpeg.image_width, jpeg.image_height))
+    if (!acceptable_size(jpeg.image_width, jpeg.image_height)) {
+        reason = too_large;
         return false;
+    }
     jpeg.out_color_space = JCS_RGB;
     jpeg_start_decompress(&jpeg);
     image = Image(static_cast<int>(jpeg.output_width), static_cast<int>(jpeg.output_height));
@@ -78,12 +88,8 @@ bool read_jpeg_into(std::FILE* file, jpeg_decompress_struct& jpeg, Jpeg_errors& 
     return true;
 }
 
-std::optional<Image> read_jpeg(const std::string& name)
+std::optional<Image> read_jpeg(std::FILE* file, std::string& reason)
 {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"),
-                                                               std::fclose);
-    if (!file)
-        return std::nullopt;
     jpeg_decompress_struct jpeg = {};
     Jpeg_errors errors = {};
     jpeg.err = jpeg_std_error(&errors.handlers);
@@ -91,7 +97,7 @@ std::optional<Image> read_jpeg(const std::string& name)
     errors.handlers.output_message = ignore_message;
     Image image;
     std::vector<unsigned char> row;
-    const bool read = read_jpeg_into(file.get(), jpeg, errors, image, row);
+    const bool read = read_jpeg_into(file, jpeg, errors, image, row, reason);
     jpeg_destroy_decompress(&jpeg);
     if (!read)
         return std::nullopt;
@@ -113,15 +119,34 @@ void flip_rows(Image& image)
         std::swap_ranges(&image.at(0, top), &image.at(0, top) + image.width, &image.at(0, bottom));
 }
 
-std::optional<Image> read_image(const std::string& file)
+std::optional<Image> read_image(const std::string& file, std::string& reason)
 {
-    if (auto image = read_png(file))
-        return image;
-    return read_jpeg(file);
+    const Opened_file opened = open_to_read(file, max_file_size);
+    reason = opened.reason;
+    if (!opened.stream)
+        return std::nullopt;
+    std::optional<Image> image = read_png(opened.stream.get(), reason);
+    if (!image && reason.empty()) {
+        std::rewind(opened.stream.get());
+        image = read_jpeg(opened.stream.get(), reason);
+    }
+    if (!image && reason.empty())
+        reason = no_picture;
+    return image;
 }
 
-bool write_png(const Image& image, const std::string& file)
+std::optional<Image> read_image(const std::string& file)
 {
+    std::string ignored;
+    return read_image(file, ignored);
+}
+
+bool write_png(const Image& image, const std::string& file, std::string& reason)
+{
+    const Opened_file opened = open_to_write(file);
+    reason = opened.reason;
+    if (!opened.stream)
+        return false;
     std::vector<unsigned char> rgb;
     rgb.reserve(image.pixels.size() * 3);
     for (const Pixel& pixel : image.pixels)
@@ -131,7 +156,18 @@ bool write_png(const Image& image, const std::string& file)
     png.width = static_cast<png_uint_32>(image.width);
     png.height = static_cast<png_uint_32>(image.height);
     png.format = PNG_FORMAT_RGB;
-    return png_image_write_to_file(&png, file.c_str(), 0, rgb.data(), 0, nullptr) != 0;
+    const bool written =
+        png_image_write_to_stdio(&png, opened.stream.get(), 0, rgb.data(), 0, nullptr) != 0 &&
+        std::fflush(opened.stream.get()) == 0;
+    if (!written)
+        reason = "not all of it reached the file";
+    return written;
+}
+
+bool write_png(const Image& image, const std::string& file)
+{
+    std::string ignored;
+    return write_png(image, file, ignored);
 }
 
 bool is_flat(const Image& image)

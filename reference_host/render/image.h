@@ -28,11 +28,13 @@ struct Image {
 // Turns the rows around, the last one first.
 void flip_rows(Image& image);
 
-// Reads a PNG or JPEG file of at most 16384 x 16384 pixels; nothing when it is neither, damaged or
-// not there.
+// Reads a PNG or JPEG file of at most 64 million pixels (8192 x 8192); nothing when it is larger,
+// neither, damaged or no regular file. The reason is then in `reason`.
+std::optional<Image> read_image(const std::string& file, std::string& reason);
 std::optional<Image> read_image(const std::string& file);
 
-// Writes a PNG file with red, green and blue. False when that fails.
+// Writes a PNG file with red, green and blue. False when that fails, with the reason.
+bool write_png(const Image& image, const std::string& file, std::string& reason);
 bool write_png(const Image& image, const std::string& file);
 
 // Whether the picture has at most two colors, such as an unlit sphere before its background.

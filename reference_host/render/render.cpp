@@ -3,7 +3,7 @@
 #include "reference_host/render/effect_text.h"
 #include "reference_host/render/effect_translation.h"
 #include "reference_host/render/shader_tokens.h"
-#include "reference_host/render/text_file.h"
+#include "reference_host/system/file_access.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -17,7 +17,8 @@ namespace reference_host
 namespace
 {
 
-constexpr int max_size = 4096;
+constexpr int max_size = 4096; // of a picture's sides, in pixels
+constexpr std::uintmax_t max_text = std::uintmax_t{16} << 20;
 
 // A drawing, and the files of its textures by uniform.
 using Prepared = Translated_effect;
@@ -83,9 +84,10 @@ std::optional<Prepared> prepare(const Render_request& request, Render_result& re
 {
     std::vector<std::string> texts;
     for (const std::string& file : request.shader_files) {
-        auto text = read_text_file(file);
+        std::string reason;
+        auto text = read_whole_file(file, max_text, reason);
         if (!text) {
-            result.error = file + ": cannot be read\n";
+            result.error = file + ": cannot be read: " + reason + "\n";
             return std::nullopt;
         }
         texts.push_back(std::move(*text));
@@ -98,28 +100,39 @@ std::optional<Prepared> prepare(const Render_request& request, Render_result& re
     return std::nullopt;
 }
 
-// Looks for the image beside the shader and in the search paths.
-std::optional<Image> find_image(const std::string& name, const Render_request& request)
+// Looks for the image beside the shader and in the search paths. Null with the reason when none can
+// be used.
+std::shared_ptr<const Image> find_image(const std::string& name, const Render_request& request,
+                                        std::string& reason)
 {
     const std::filesystem::path file(name);
     std::vector<std::filesystem::path> folders = {
         std::filesystem::path(request.shader_files.back()).parent_path()};
     folders.insert(folders.end(), request.search_paths.begin(), request.search_paths.end());
-    for (const auto& folder : folders)
-        if (auto image = read_image((folder / file).string()))
-            return image;
-    return std::nullopt;
+    reason = "no such PNG or JPEG image";
+    for (const auto& folder : folders) {
+        const std::string path = (folder / file).string();
+        std::error_code ignored;
+        if (!std::filesystem::exists(path, ignored))
+            continue;
+        if (auto image = read_image(path, reason))
+            return std::make_shared<Image>(std::move(*image));
+    }
+    return nullptr;
 }
 
 void load_textures(Prepared& prepared, const Render_request& request, Render_result& result)
 {
+    std::map<std::string, std::shared_ptr<const Image>> images; // each file is read once
     for (const auto& [uniform, file] : prepared.texture_files) {
-        auto image = find_image(file, request);
-        if (!image) {
-            result.notes.push_back(file + ": no such PNG or JPEG image; a checker stands in");
-            continue;
-        }
-        prepared.drawing.textures.emplace(uniform, std::move(*image));
+        const auto [image, is_new] = images.try_emplace(file);
+        std::string reason;
+        if (is_new)
+            image->second = find_image(file, request, reason);
+        if (is_new && !image->second)
+            result.notes.push_back(file + ": " + reason + "; a checker stands in");
+        if (image->second)
+            prepared.drawing.textures.emplace(uniform, image->second);
     }
 }
 
@@ -140,9 +153,10 @@ Render_result render(const Render_request& request)
     const auto image = draw(prepared->drawing, request.size, result.error);
     if (!image)
         return result;
-    result.drawn = request.picture_file.empty() || write_png(*image, request.picture_file);
+    std::string reason;
+    result.drawn = request.picture_file.empty() || write_png(*image, request.picture_file, reason);
     if (!result.drawn)
-        result.error = request.picture_file + ": cannot be written\n";
+        result.error = request.picture_file + ": cannot be written: " + reason + "\n";
     return result;
 }
 

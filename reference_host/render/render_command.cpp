@@ -37,9 +37,11 @@ int run_compare(const Compare_request& request)
 {
     std::vector<Image> images;
     for (const std::string& file : request.pictures) {
-        auto image = read_image(file);
+        std::string reason;
+        auto image = read_image(file, reason);
         if (!image) {
-            std::fprintf(stderr, "%s: cannot be read as a picture\n", file.c_str());
+            std::fprintf(stderr, "%s: cannot be read as a picture: %s\n", file.c_str(),
+                         reason.c_str());
             return 1;
         }
         images.push_back(std::move(*image));

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <filesystem>
 #include <random>
 
 using namespace reference_host;
@@ -40,6 +42,50 @@ TEST(Hostile_documents, a_chain_of_100000_nodes_is_read)
     const Read_result result = read_text(document(elements));
     ASSERT_TRUE(result.graph) << result.error;
     EXPECT_EQ(100'000u, result.graph->nodes.size());
+}
+
+TEST(Hostile_documents, the_time_for_inputs_of_one_node_graph_grows_with_their_number)
+{
+    const auto seconds = [](int count) {
+        std::string inputs;
+        std::string nodes;
+        for (int i = 0; i < count; ++i) {
+            const std::string name = "i" + std::to_string(i);
+            inputs += "<input name='" + name + "' type='float' value='0.5'/>\n";
+            nodes += "<absval name='a" + name +
+                     "' type='float'><input name='in' type='float' interfacename='" + name +
+                     "'/></absval>\n";
+        }
+        const Temporary_folder folder;
+        const std::string file = folder.write(
+            "inputs.mtlx", document("<nodegraph name='g'>" + inputs + nodes + "</nodegraph>\n"));
+        const auto start = std::chrono::steady_clock::now();
+        const Read_result result = read_materialx(file, {});
+        EXPECT_TRUE(result.graph) << result.error;
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    seconds(1000);
+    EXPECT_LT(seconds(40'000), 4 * 2.5 * seconds(10'000));
+}
+
+TEST(Hostile_documents, a_document_of_3_gigabytes_is_refused_at_once)
+{
+    const Temporary_folder folder;
+    const std::string file = folder.write("large.mtlx", "");
+    std::filesystem::resize_file(file, std::uintmax_t{3} << 30);
+    EXPECT_EQ("cannot be opened: larger than 64 MiB", read_materialx(file, {}).error);
+}
+
+TEST(Hostile_documents, includes_count_for_the_size_of_a_document)
+{
+    const Temporary_folder folder;
+    const std::string blanks(std::size_t{40} << 20, ' ');
+    for (const char* name : {"a.mtlx", "b.mtlx"})
+        folder.write(name, "<materialx version='1.39'>" + blanks + "</materialx>");
+    const std::string file = folder.write(
+        "all.mtlx", document("<xi:include href='a.mtlx'/><xi:include href='b.mtlx'/>"));
+    EXPECT_EQ("the document and the files that it includes are larger than 64 MiB",
+              read_materialx(file, {}).error);
 }
 
 TEST(Hostile_documents, a_cycle_of_100000_nodes_is_one_error)

@@ -1,6 +1,6 @@
 // The script that shows exported files to outside compilers: each of them must accept good files
 // and refuse broken ones, so that its verdict means something. Absent compilers skip their tests.
-#include "reference_host/render/process.h"
+#include "reference_host/system/process.h"
 #include "tests/render/test_files.h"
 
 #include <cstdlib>

@@ -1,9 +1,10 @@
 #include "reference_host/render/image.h"
 
-#include "reference_host/render/text_file.h"
 #include "tests/render/test_files.h"
 
 #include <gmock/gmock.h>
+
+#include <zlib.h>
 
 namespace reference_host
 {
@@ -48,7 +49,7 @@ TEST(Image_files, damaged_and_missing_files_give_no_image)
 {
     const Test_folder folder;
     ASSERT_TRUE(write_png(small_image(), folder.path("whole.png")));
-    const std::string png = *read_text_file(folder.path("whole.png"));
+    const std::string png = file_text(folder.path("whole.png"));
     const std::string jpeg = fixture_text("orange.jpg");
     const std::string texts[] = {"",
                                  "no image",
@@ -61,6 +62,35 @@ TEST(Image_files, damaged_and_missing_files_give_no_image)
     EXPECT_FALSE(read_image(folder.path("missing.png")));
     EXPECT_FALSE(read_image(folder.path()));
     EXPECT_FALSE(read_image(""));
+}
+
+// The same file, but for the size that its header tells.
+std::string with_size(std::string jpeg, unsigned height, unsigned width)
+{
+    const std::size_t frame = jpeg.find("\xff\xc0");
+    for (const unsigned shift : {8U, 0U}) {
+        const std::size_t at = frame + 5 + (shift == 0);
+        jpeg.at(at) = static_cast<char>(height >> shift);
+        jpeg.at(at + 2) = static_cast<char>(width >> shift);
+    }
+    return jpeg;
+}
+
+TEST(Image_files, an_image_of_very_many_pixels_is_refused_before_it_is_unpacked)
+{
+    const Test_folder folder;
+    std::string reason;
+    const std::string jpeg = with_size(fixture_text("orange.jpg"), 16384, 4097);
+    EXPECT_FALSE(read_image(folder.write("large.jpg", jpeg), reason));
+    EXPECT_EQ("larger than 64 million pixels", reason);
+    std::string png = file_text(SOURCE_FOLDER "/samples/images/wood_color.png");
+    png.replace(16, 8, std::string("\0\0\x40\0\0\0\x40\0", 8)); // 16384 x 16384
+    const auto header = reinterpret_cast<const unsigned char*>(png.data() + 12);
+    const auto sum = static_cast<unsigned>(crc32(0, header, 17));
+    for (unsigned i = 0; i < 4; ++i)
+        png[29 + i] = static_cast<char>(sum >> (24 - 8 * i));
+    EXPECT_FALSE(read_image(folder.write("large.png", png), reason));
+    EXPECT_EQ("larger than 64 million pixels", reason);
 }
 
 TEST(Image_files, a_picture_that_cannot_be_written_is_reported)

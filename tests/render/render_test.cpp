@@ -3,9 +3,13 @@
 #include "reference_host/render/image.h"
 #include "tests/render/test_files.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <optional>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
 
 namespace reference_host
 {
@@ -202,6 +206,32 @@ TEST_F(Render_textures, are_found_in_a_search_path)
     expect_near(draw_stripes().at(middle, middle - 15), {255, 0, 0, 255}, 8);
 }
 
+TEST_F(Render_textures, are_read_once_however_many_samplers_name_them)
+{
+    write_stripes(m_folder.path("stripes.png"));
+    const std::string text =
+        "#version 130\n"
+        "// texture first: stripes.png\n"
+        "// texture second: stripes.png\n"
+        "uniform sampler2D first, second;\n"
+        "in vec4 fragment_texcoord0;\n"
+        "out vec4 color;\n"
+        "void main() { color = 0.5 * texture(first, fragment_texcoord0.xy)\n"
+        "                   + 0.5 * texture(second, fragment_texcoord0.xy); }\n";
+    const Image image = draw({fixture("plain_v.gl"), m_folder.write("stripes_f.gl", text)});
+    expect_near(image.at(middle, middle - 15), {255, 0, 0, 255}, 8);
+    m_folder.write("stripes.png", "no image");
+    draw({fixture("plain_v.gl"), m_folder.path("stripes_f.gl")});
+    EXPECT_EQ(1U, m_result.notes.size()) << "one file, one note";
+}
+
+TEST_F(Render_textures, are_not_waited_for)
+{
+    ASSERT_EQ(0, mkfifo(m_folder.path("stripes.png").c_str(), 0600));
+    draw_stripes();
+    EXPECT_THAT(m_result.notes, Contains(HasSubstr("not a regular file but a pipe")));
+}
+
 TEST_F(Render_textures, become_a_checker_with_a_note_when_they_are_not_found)
 {
     const Image image = draw_stripes();
@@ -266,6 +296,11 @@ TEST_F(Render, impossible_requests_are_refused)
     request.size = 16;
     request.picture_file = "/nonexistent/picture.png";
     EXPECT_THAT(error_of(request), HasSubstr("/nonexistent/picture.png: cannot be written"));
+    request.picture_file = m_folder.path("pipe");
+    ASSERT_EQ(0, mkfifo(request.picture_file.c_str(), 0600));
+    EXPECT_THAT(error_of(request), HasSubstr("pipe: cannot be written: not a regular file"));
+    request.shader_files = {pair[0], request.picture_file};
+    EXPECT_THAT(error_of(request), HasSubstr("pipe: cannot be read: not a regular file"));
 }
 
 TEST_F(Render, uniforms_without_value_are_noted)
@@ -279,7 +314,8 @@ TEST_F(Render, an_effect_without_compiler_or_programs_is_refused)
 {
     m_request.shader_files = {fixture("plain.cgfx")};
     m_request.cg_compiler = "/nonexistent/cgc";
-    EXPECT_THAT(render(m_request).error, HasSubstr("/nonexistent/cgc: did not run"));
+    EXPECT_THAT(render(m_request).error,
+                HasSubstr("the compiler '/nonexistent/cgc' did not start"));
     m_request.shader_files = {m_folder.write("empty.cgfx", "float a;\n")};
     EXPECT_THAT(render(m_request).error, HasSubstr("no pass"));
 }
@@ -362,6 +398,21 @@ TEST_F(Render_effect, unbound_lights_get_one_light_of_each_kind)
     const auto difference = mean_difference(image, Image(picture_size, picture_size));
     ASSERT_TRUE(difference);
     EXPECT_GT((*difference)[0], 90); // far above the ambient light alone
+}
+
+TEST_F(Render_effect, macros_that_double_end_in_an_error_and_leave_no_compiler_behind)
+{
+    std::string macros = "#define M0 x;x;x;x\n";
+    for (int i = 1; i < 60; ++i)
+        macros += "#define M" + std::to_string(i) + " M" + std::to_string(i - 1) + " M" +
+                  std::to_string(i - 1) + "\n";
+    m_request.shader_files = {m_folder.write(
+        "bomb.cgfx", macros + "void f() { float x = 1; M59 }\n" + fixture_text("plain.cgfx"))};
+    const Render_result result = render(m_request);
+    EXPECT_FALSE(result.drawn);
+    EXPECT_THAT(result.error, HasSubstr("bomb.cgfx"));
+    EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG));
+    EXPECT_EQ(ECHILD, errno);
 }
 
 TEST_F(Render_effect, messages_of_the_compiler_name_the_effect)

@@ -1,6 +1,6 @@
 #include "tests/render/test_files.h"
 
-#include "reference_host/render/text_file.h"
+#include "reference_host/system/file_access.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +11,14 @@ std::string fixture(const std::string& name)
 
 std::string fixture_text(const std::string& name)
 {
-    const auto text = reference_host::read_text_file(fixture(name));
-    EXPECT_TRUE(text) << "fixture " << name;
+    return file_text(fixture(name));
+}
+
+std::string file_text(const std::string& path)
+{
+    std::string reason;
+    const auto text = reference_host::read_whole_file(path, 1 << 24, reason);
+    EXPECT_TRUE(text) << path << ": " << reason;
     return text.value_or("");
 }
 
@@ -25,10 +31,4 @@ std::string changed_fixture(const std::string& name, const std::string& old_text
     if (at != std::string::npos)
         text.replace(at, old_text.size(), new_text);
     return text;
-}
-
-std::string Test_folder::write(const std::string& name, const std::string& text) const
-{
-    EXPECT_TRUE(reference_host::write_text_file(path(name), text)) << path(name);
-    return path(name);
 }

@@ -2,7 +2,7 @@
 #ifndef TESTS_RENDER_TEST_FILES_H
 #define TESTS_RENDER_TEST_FILES_H
 
-#include "reference_host/render/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <string>
 
@@ -11,6 +11,9 @@ std::string fixture(const std::string& name);
 
 // The contents of a fixture. The test fails when it cannot be read.
 std::string fixture_text(const std::string& name);
+
+// The contents of any file, likewise.
+std::string file_text(const std::string& path);
 
 // A fixture with one change. The test fails when `old_text` is not in it.
 std::string changed_fixture(const std::string& name, const std::string& old_text,
@@ -21,12 +24,15 @@ class Test_folder
 {
 public:
     // The path of a file in the folder, written with this text.
-    std::string write(const std::string& name, const std::string& text) const;
-    std::string path(const std::string& name) const { return m_folder.path() + "/" + name; }
+    std::string write(const std::string& name, const std::string& text) const
+    {
+        return m_folder.write(name, text);
+    }
+    std::string path(const std::string& name) const { return m_folder.file(name); }
     std::string path() const { return m_folder.path(); }
 
 private:
-    reference_host::Temporary_folder m_folder;
+    QZ::TEST::Temporary_folder m_folder;
 };
 
 #endif
