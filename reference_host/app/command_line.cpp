@@ -160,9 +160,17 @@ void add_scene_options(CLI::App& app, Scene_request& scene)
 void add_answers(CLI::App& app, Scene_request& scene)
 {
     add_choice<Overwrite>(
-        app, "--overwrite", scene.boxes.overwrite,
-        "The answer when a file exists (default: ask; without a terminal no)",
-        {{"ask", Overwrite::ask}, {"yes", Overwrite::yes}, {"no", Overwrite::no}});
+        app, "--overwrite", scene.overwrite.overwrite,
+        "When a file exists: ask (the default; without a terminal no), replace it, fail, leave the "
+        "export out, or keep the old file as NAME.~1~",
+        {{"ask", Overwrite::ask},
+         {"yes", Overwrite::yes},
+         {"no", Overwrite::no},
+         {"skip", Overwrite::skip},
+         {"backup", Overwrite::backup}});
+    app.add_flag("--overwrite-edited", scene.overwrite.edited,
+                 "With --overwrite yes: replace also files that were edited since they were "
+                 "exported");
     add_choice<Missing>(app, "--missing", scene.boxes.missing,
                         "The answer when lights or an environment are missing (default: continue)",
                         {{"continue", Missing::proceed}, {"cancel", Missing::cancel}});
@@ -200,7 +208,9 @@ void add_export(CLI::App& app, Export_command& request, int& status)
     add_scene_options(*command, request.scene);
     add_answers(*command, request.scene);
     add_exporter(*command, request.exporter);
-    command->add_option("--output", request.output, "The export file name")
+    command
+        ->add_option("--output", request.output,
+                     "The export file name; a folder: the node's name in it; -: standard output")
         ->type_name("PATH")
         ->required();
     add_plugin(*command, request.plugin);

@@ -5,7 +5,7 @@
 #include "plugin/iexporter.h"
 #include "reference_host/app/message_boxes.h"
 #include "reference_host/app/opened_document.h"
-#include "reference_host/app/written_files.h"
+#include "reference_host/app/replacement.h"
 #include "reference_host/host/export_session.h"
 
 #include <string>
@@ -14,9 +14,21 @@
 namespace reference_host
 {
 
+struct Exported_file {
+    enum class State {
+        written,
+        unchanged, // it was there with the same content
+        skipped    // it was there, and stays as it was
+    };
+    std::string path;
+    std::string content; // as the exporter wrote it
+    State state = State::written;
+};
+
 struct Export_outcome {
-    std::vector<Written_file> files;
+    std::vector<Exported_file> files; // none after a failure
     Diagnostics diagnostics;
+    std::vector<Answered_box> boxes;
     std::vector<std::string> reasons; // why it is no success; empty: it is one
 
     bool is_success() const { return reasons.empty(); }
@@ -24,10 +36,17 @@ struct Export_outcome {
 
 // Exports the document's node to the file name through the exporter, in a window that is never
 // shown, and judges by what can be seen: the files, the diagnostics, the boxes, the references.
-// Exporters return true for much that failed. Throws std::invalid_argument for panel options that
-// do not exist. Needs a Wx_runtime.
+// Exporters return true for much that failed. The files get to their place all together after a
+// success, and not at all after a failure.
+//
+// Throws std::invalid_argument for panel options that do not exist, and Write_failure when there is
+// no place for files. Needs a Wx_runtime.
 Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& exporter,
-                          const std::string& output, const Scene_request& request);
+                          const std::string& output, const Scene_request& request,
+                          Replacement& replacement);
+
+// What happened, on standard error.
+void print_messages(const Export_outcome& outcome);
 
 // "FILE:LINE: warning: TEXT" on standard error for each.
 void print_diagnostics(const Diagnostics& diagnostics);

@@ -4,6 +4,7 @@
 
 #include "reference_host/app/message_boxes.h"
 #include "reference_host/app/panel_options.h"
+#include "reference_host/app/replacement.h"
 #include "reference_host/host/export_scene.h"
 #include "reference_host/host/render_settings.h"
 
@@ -30,6 +31,7 @@ struct Scene_request {
     Preferences preferences;
     Shader_kind_answer kind;
     Box_policy boxes;
+    Overwrite_policy overwrite;
     std::vector<Option_setting> options; // of the exporter's panel
 };
 

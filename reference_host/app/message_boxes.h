@@ -1,4 +1,4 @@
-// Answers the plug-in's message boxes in place of a user, and repeats them on standard error.
+// Answers the plug-in's message boxes in place of a user.
 #ifndef REFERENCE_HOST_APP_MESSAGE_BOXES_H
 #define REFERENCE_HOST_APP_MESSAGE_BOXES_H
 
@@ -11,21 +11,21 @@ namespace reference_host
 
 class Message_box_catcher;
 
-enum class Overwrite { ask, yes, no };  // ask: on the terminal; without one: no
 enum class Missing { proceed, cancel }; // lights or an environment that the shader needs
 
 struct Box_policy {
-    Overwrite overwrite = Overwrite::ask;
     Missing missing = Missing::proceed;
 };
 
 enum class Box_answer { ok, yes, no };
 
+// The button's text.
+const char* word_of(Box_answer answer);
+
 struct Answered_box {
     std::string caption;
     std::string message;
     Box_answer answer = Box_answer::ok;
-    bool is_overwrite_question = false;
     bool is_missing_question = false;
 };
 
@@ -41,7 +41,7 @@ public:
     // The boxes so far, in order.
     const std::vector<Answered_box>& boxes() const { return m_boxes; }
 
-    // Decides on one box, notes and repeats it. Called by what catches the boxes.
+    // Decides on one box and notes it. Called by what catches the boxes.
     Box_answer answer(const std::string& caption, const std::string& message);
 
 private:

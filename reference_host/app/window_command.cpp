@@ -5,6 +5,7 @@
 #include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/plugin_library.h"
+#include "reference_host/app/written_files.h"
 #include "reference_host/app/wx_runtime.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 // The program as a user runs it: in a process of its own.
-#include "tests/host/documents.h"
+#include "tests/host/program.h"
 
 #include <gmock/gmock.h>
 
@@ -12,50 +12,6 @@
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
-
-namespace
-{
-
-class Program : public testing::Test
-{
-protected:
-    // Runs shader-export without display and terminal.
-    void run(const std::vector<std::string>& arguments)
-    {
-        std::string line = "env -u DISPLAY '" SHADER_EXPORT "'";
-        for (const std::string& argument : arguments)
-            line += " '" + argument + "'";
-        line += " >'" + m_folder.file("out") + "' 2>'" + m_folder.file("err") + "' </dev/null";
-        const int result = std::system(line.c_str());
-        m_status = WIFEXITED(result) ? WEXITSTATUS(result) : -1;
-        m_output = read_file(m_folder.file("out"));
-        m_errors = read_file(m_folder.file("err"));
-    }
-
-    void run_export(const std::string& exporter, const std::vector<std::string>& more = {})
-    {
-        std::vector<std::string> arguments = {"export",     sample("wood_textured"),
-                                              "--plugin",   PLUGIN,
-                                              "--exporter", exporter,
-                                              "--output",   output()};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        run(arguments);
-    }
-
-    static std::string sample(const std::string& name)
-    {
-        return SOURCE_FOLDER "/samples/" + name + ".mtlx";
-    }
-
-    std::string output() const { return m_folder.file("wood"); }
-
-    Temporary_folder m_folder;
-    int m_status = -1;
-    std::string m_output;
-    std::string m_errors;
-};
-
-} // namespace
 
 TEST_F(Program, lists_the_exporters_with_their_indices)
 {
@@ -106,28 +62,6 @@ TEST_F(Program, cancels_when_the_scene_lacks_lights_and_the_user_wants_that)
     EXPECT_EQ("", read_file(output() + ".cgfx"));
 }
 
-TEST_F(Program, does_not_overwrite_a_file_unless_told_to)
-{
-    m_folder.write("wood.cgfx", "precious");
-    run_export("5");
-    EXPECT_EQ(1, m_status);
-    EXPECT_THAT(m_errors, HasSubstr("error: refused: " + output() + ".cgfx already exists."));
-    EXPECT_EQ("precious", read_file(output() + ".cgfx"));
-    run_export("5", {"--overwrite", "yes"});
-    EXPECT_EQ(0, m_status) << m_errors;
-    EXPECT_NE("precious", read_file(output() + ".cgfx"));
-}
-
-TEST_F(Program, writes_the_other_file_when_one_of_two_is_refused_and_fails)
-{
-    m_folder.write("wood.cgfx", "precious");
-    run_export("FX Composer", {"--overwrite", "no"});
-    EXPECT_EQ(1, m_status);
-    EXPECT_EQ("precious", read_file(output() + ".cgfx"));
-    EXPECT_NE("", read_file(output() + ".fx"));
-    EXPECT_THAT(m_errors, Not(HasSubstr("used the host wrongly")));
-}
-
 TEST_F(Program, sets_options_of_the_panel_by_their_labels)
 {
     run_export("5", {"--set", "Vertex shader profile:=arbvp1", "--set", "two_sided=on", "--set",
@@ -145,28 +79,12 @@ TEST_F(Program, keeps_the_bytes_of_a_file_name)
     EXPECT_NE("", read_file(name + ".cgfx"));
 }
 
-TEST_F(Program, fails_when_the_file_cannot_be_written)
-{
-    run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output",
-         m_folder.file("none/wood")});
-    EXPECT_EQ(1, m_status);
-    EXPECT_THAT(m_errors, HasSubstr("did not reach its file for '" + m_folder.file("none/wood")));
-}
-
 TEST_F(Program, names_a_document_without_surfaces_as_the_user_did)
 {
     const std::string file = m_folder.write("empty.mtlx", "<materialx version='1.39'/>");
     run({"export", file, "--plugin", PLUGIN, "--exporter", "5", "--output", output()});
     EXPECT_EQ(1, m_status);
     EXPECT_THAT(m_errors, HasSubstr(file + ": error: there is no surface material"));
-}
-
-TEST_F(Program, fails_without_a_file_name_with_the_message_of_the_plug_in)
-{
-    run({"export", sample("wood_textured"), "--plugin", PLUGIN, "--exporter", "5", "--output", ""});
-    EXPECT_EQ(1, m_status);
-    EXPECT_THAT(m_errors, HasSubstr("no export file name is specified"));
-    EXPECT_THAT(m_errors, Not(HasSubstr("used the host wrongly")));
 }
 
 TEST_F(Program, fails_when_the_exporter_takes_no_shader_of_that_kind)
@@ -245,6 +163,7 @@ TEST_F(Program, calls_wrong_usage_by_its_name)
         {{"export", wood, "--exporter", "fx", "--output", "x"}, "several exporters fit 'fx'"},
         {{"export", wood, "--exporter", "8", "--output", "x"}, "no exporter fits '8'"},
         {{"export", wood, "--exporter", "", "--output", "x"}, "no exporter fits ''"},
+        {{"export", wood, "--exporter", "5", "--output", ""}, "--output is empty"},
         {{"export", wood, "--exporter", "5", "--output", "x", "--node", "none"},
          "the document has no node 'none'"},
         {{"export", wood, "--exporter", "5", "--output", "x", "--light", "a:b"}, "--light"},

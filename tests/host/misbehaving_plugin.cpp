@@ -7,6 +7,7 @@
 #include "sdk/itovira.h"
 #include "sdk/itovira_compiler.h"
 
+#include <csignal>
 #include <iterator>
 
 using namespace QZ::TSDK;
@@ -47,6 +48,7 @@ const Misdeed misdeeds[] = {
          return true;
      }},
     {"writes nothing", [](ITovira*, IGraph_view*) { return true; }},
+    {"is interrupted", [](ITovira*, IGraph_view*) { return std::raise(SIGINT) == 0; }},
     {"refuses", [](ITovira*, IGraph_view*) { return false; }},
 };
 

@@ -1,0 +1,303 @@
+#include "reference_host/output/staged_files.h"
+
+#include "reference_host/output/content_hash.h"
+#include "reference_host/output/write_failure.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace reference_host
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr const char* stage_prefix = "stage-";
+constexpr const char* ready_prefix = "ready-";
+constexpr int most_tries = 10;
+
+// An exclusive hold on a folder, released at the end of its life or that of the process.
+class Folder_lock
+{
+public:
+    explicit Folder_lock(const fs::path& folder)
+        : m_descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        while (m_descriptor >= 0 && flock(m_descriptor, LOCK_EX) != 0 && errno == EINTR)
+            continue;
+    }
+    ~Folder_lock()
+    {
+        if (m_descriptor >= 0)
+            close(m_descriptor);
+    }
+    Folder_lock(const Folder_lock&) = delete;
+    Folder_lock& operator=(const Folder_lock&) = delete;
+
+private:
+    int m_descriptor;
+};
+
+// A hold on the folder, or -1 when somebody else has it.
+int try_lock(const fs::path& folder)
+{
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor >= 0 && flock(descriptor, LOCK_EX | LOCK_NB) == 0)
+        return descriptor;
+    if (descriptor >= 0)
+        close(descriptor);
+    return -1;
+}
+
+std::vector<std::string> regular_files(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    std::error_code failure;
+    for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        std::error_code ignored;
+        if (entry->is_regular_file(ignored))
+            names.push_back(entry->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// The file itself where the place is a link to one.
+fs::path behind_links(const fs::path& place)
+{
+    std::error_code failure;
+    const fs::path file =
+        fs::is_symlink(place, failure) ? fs::weakly_canonical(place, failure) : place;
+    return failure ? place : file;
+}
+
+void set_times_and_mode(const fs::path& file, const struct stat& status)
+{
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    utimensat(AT_FDCWD, file.c_str(), times, 0);
+    chmod(file.c_str(), status.st_mode & 07777u);
+}
+
+// The same file under a second name, or, on a disk without hard links, a copy of it.
+void keep(const fs::path& file, const fs::path& copy)
+{
+    if (link(file.c_str(), copy.c_str()) == 0)
+        return;
+    struct stat status;
+    std::error_code failure;
+    if (stat(file.c_str(), &status) != 0 || !fs::copy_file(file, copy, failure))
+        throw Write_failure(copy.string(), failure ? failure.value() : errno);
+    set_times_and_mode(copy, status);
+}
+
+void check_place(const fs::path& place)
+{
+    struct stat status;
+    if (stat(place.c_str(), &status) != 0)
+        return;
+    if (S_ISDIR(status.st_mode))
+        throw Write_failure(place.string(), EISDIR);
+    if (!S_ISREG(status.st_mode))
+        throw Write_failure(place.string(), "not a regular file");
+    if (access(place.c_str(), W_OK) != 0)
+        throw Write_failure(place.string(), errno);
+}
+
+// Puts back what STAGE/old has, and removes what replaced nothing.
+void take_back(const fs::path& stage, const fs::path& folder, const std::vector<std::string>& moved)
+{
+    const std::vector<std::string> old = regular_files(stage / "old");
+    for (const std::string& name : old)
+        rename((stage / "old" / name).c_str(), behind_links(folder / name).c_str());
+    for (const std::string& name : moved) {
+        if (!std::binary_search(old.begin(), old.end(), name))
+            unlink((folder / name).c_str());
+    }
+}
+
+// Moves what is left in STAGE/new to the folder, then the hashes. When a file cannot be moved, the
+// old ones return.
+void move_all(const fs::path& stage, const fs::path& folder)
+{
+    std::vector<std::string> moved;
+    for (const std::string& name : regular_files(stage / "new")) {
+        const fs::path place = behind_links(folder / name);
+        if (rename((stage / "new" / name).c_str(), place.c_str()) != 0) {
+            const int reason = errno;
+            take_back(stage, folder, moved);
+            throw Write_failure((folder / name).string(), reason);
+        }
+        moved.push_back(name);
+    }
+    for (const std::string& name : regular_files(stage / "hash"))
+        rename((stage / "hash" / name).c_str(), (stage.parent_path() / name).c_str());
+}
+
+bool starts_with(const std::string& text, const char* start)
+{
+    return text.rfind(start, 0) == 0;
+}
+
+// Completes the placing that a killed process began, and removes the stages of others.
+void clean_up_after_killed_runs(const fs::path& hidden, const fs::path& folder)
+{
+    std::error_code failure;
+    std::vector<fs::path> stages;
+    for (fs::directory_iterator entry(hidden, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        const std::string name = entry->path().filename().string();
+        if (starts_with(name, stage_prefix) || starts_with(name, ready_prefix))
+            stages.push_back(entry->path());
+    }
+    for (const fs::path& stage : stages) {
+        const int lock = try_lock(stage);
+        if (lock < 0)
+            continue;
+        if (starts_with(stage.filename().string(), ready_prefix)) {
+            try {
+                move_all(stage, folder);
+            } catch (const Write_failure&) {
+                // The old files are back; the export that is about to start tells why.
+            }
+        }
+        fs::remove_all(stage, failure);
+        close(lock);
+    }
+}
+
+// Who may write into the folder may also write into the hidden one.
+void make_hidden_folder(const fs::path& folder, const fs::path& hidden, const std::string& file)
+{
+    struct stat status;
+    if (lstat(hidden.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+        return;
+    if (mkdir(hidden.c_str(), 0777) != 0) {
+        if (errno != EEXIST || lstat(hidden.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+            throw Write_failure(file, errno);
+    } else if (stat(folder.empty() ? "." : folder.c_str(), &status) == 0) {
+        chmod(hidden.c_str(), status.st_mode & 07777u);
+    }
+}
+
+fs::path hash_file(const fs::path& hidden, const std::string& name)
+{
+    return hidden / (name + ".hash");
+}
+
+} // namespace
+
+Staged_files::Staged_files(const std::string& folder, const std::string& file)
+    : m_folder(folder), m_hidden(m_folder / ".shader-export")
+{
+    // A run that ends just now may remove the hidden folder after we have seen it.
+    for (int tries = 1; m_stage.empty(); ++tries) {
+        make_hidden_folder(m_folder, m_hidden, file);
+        const Folder_lock lock(m_hidden);
+        clean_up_after_killed_runs(m_hidden, m_folder);
+        std::string stage = (m_hidden / (std::string(stage_prefix) + "XXXXXX")).string();
+        if (mkdtemp(stage.data())) {
+            m_stage = stage;
+            m_lock = try_lock(m_stage);
+        } else if (errno != ENOENT || tries == most_tries) {
+            throw Write_failure(file, errno);
+        }
+    }
+    for (const char* part : {"new", "old", "hash"}) {
+        if (mkdir((m_stage / part).c_str(), 0777) != 0)
+            throw Write_failure(file, errno);
+    }
+}
+
+Staged_files::~Staged_files()
+{
+    const Folder_lock lock(m_hidden);
+    std::error_code ignored;
+    fs::remove_all(m_stage, ignored);
+    if (m_lock >= 0)
+        close(m_lock);
+    rmdir(m_hidden.c_str()); // stays as long as there is anything in it
+}
+
+std::string Staged_files::staged(const std::string& name) const
+{
+    return (m_stage / "new" / name).string();
+}
+
+std::string Staged_files::placed(const std::string& name) const
+{
+    return (m_folder / name).string();
+}
+
+std::vector<std::string> Staged_files::names() const
+{
+    return regular_files(m_stage / "new");
+}
+
+std::string Staged_files::for_user(const std::string& text) const
+{
+    const std::string stage = staged({});
+    const std::string folder = placed({});
+    std::string result = text;
+    for (size_t at = result.find(stage); at != std::string::npos; at = result.find(stage, at))
+        result.replace(at, stage.size(), folder);
+    return result;
+}
+
+bool Staged_files::was_edited(const std::string& name) const
+{
+    std::string known;
+    std::ifstream(hash_file(m_hidden, name)) >> known;
+    return !known.empty() && known != file_hash(placed(name));
+}
+
+std::string Staged_files::back_up(const std::string& name) const
+{
+    for (int number = 1;; ++number) {
+        const fs::path copy = placed(name) + ".~" + std::to_string(number) + "~";
+        if (fs::is_symlink(copy) || fs::exists(copy))
+            continue;
+        keep(behind_links(placed(name)), copy);
+        return copy.string();
+    }
+}
+
+void Staged_files::drop(const std::string& name)
+{
+    unlink(staged(name).c_str());
+}
+
+void Staged_files::place()
+{
+    const Folder_lock lock(m_hidden);
+    const std::vector<std::string> files = names();
+    for (const std::string& name : files)
+        check_place(placed(name));
+    for (const std::string& name : files) {
+        const fs::path place = behind_links(placed(name));
+        struct stat status;
+        if (stat(place.c_str(), &status) != 0)
+            continue;
+        keep(place, m_stage / "old" / name);
+        chmod(staged(name).c_str(), status.st_mode & 07777u);
+    }
+    for (const std::string& name : files) // without one, an edit goes unnoticed; no more than that
+        std::ofstream(hash_file(m_stage / "hash", name)) << file_hash(staged(name)) << '\n';
+
+    std::string ready = m_stage.filename().string();
+    ready.replace(0, std::string(stage_prefix).size(), ready_prefix);
+    const fs::path ready_stage = m_hidden / ready;
+    if (rename(m_stage.c_str(), ready_stage.c_str()) != 0)
+        throw Write_failure(placed(files.empty() ? "" : files.front()), errno);
+    m_stage = ready_stage;
+    move_all(m_stage, m_folder);
+}
+
+} // namespace reference_host

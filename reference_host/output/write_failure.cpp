@@ -1,0 +1,18 @@
+#include "reference_host/output/write_failure.h"
+
+#include <system_error>
+
+namespace reference_host
+{
+
+Write_failure::Write_failure(const std::string& file, const std::string& reason)
+    : std::runtime_error("cannot write '" + file + "': " + reason)
+{
+}
+
+Write_failure::Write_failure(const std::string& file, int error_number)
+    : Write_failure(file, std::generic_category().message(error_number))
+{
+}
+
+} // namespace reference_host
