@@ -2,7 +2,7 @@
 
 #include "reference_host/document/document_error.h"
 #include "reference_host/document/graph_scopes.h"
-#include "reference_host/document/node_library.h"
+#include "reference_host/nodes/node_library.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -38,7 +38,7 @@ std::string misfit(const Node& node)
 
 const Output_definition& output_of(const Node& node, const Input& input)
 {
-    const Node_definition* definition = find_definition(*input.source);
+    const Node_definition* definition = input.source->definition;
     if (!definition || definition->outputs.empty())
         throw Document_error(input.source->place,
                              describe(*input.source) + ": " + misfit(*input.source));
@@ -84,7 +84,7 @@ void check_connection(const Node& node, const Input& input, Type given, const st
 
 void check_node(const Node& node)
 {
-    if (!find_definition(node))
+    if (!node.definition)
         throw Document_error(node.place, describe(node) + ": " + misfit(node));
     for (const Input& input : node.inputs) {
         if (input.source)

@@ -1,7 +1,7 @@
 #include "reference_host/document/graph_scopes.h"
 
 #include "reference_host/document/document_error.h"
-#include "reference_host/document/node_library.h"
+#include "reference_host/nodes/node_library.h"
 
 #include <algorithm>
 

@@ -27,6 +27,8 @@ std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Documen
         graph->color_space = default_color_space;
     const Scopes scopes = make_scopes(files, *graph);
     Connection_resolver(scopes, *graph).connect();
+    for (const auto& node : graph->nodes)
+        node->definition = find_definition(*node);
     check_graph(*graph);
     return graph;
 }

@@ -2,7 +2,7 @@
 //
 // The reader (document/materialx_reader.h) resolves everything that is only notation in a document:
 // included files, file prefixes, node graphs, interface names, custom node definitions. What is
-// left is a set of nodes of the node library's categories (document/node_library.h), whose inputs
+// left is a set of nodes of the node library's categories (nodes/node_library.h), whose inputs
 // hold a value, a parameter that the artist exposed, or a connection to another node. The graph is
 // acyclic, and every connection ends at a node of this graph.
 //
@@ -10,7 +10,8 @@
 #ifndef REFERENCE_HOST_DOCUMENT_SHADER_GRAPH_H
 #define REFERENCE_HOST_DOCUMENT_SHADER_GRAPH_H
 
-#include <array>
+#include "reference_host/nodes/node_library.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,49 +19,6 @@
 
 namespace reference_host
 {
-
-// The types of values in a document. Colours and vectors of one size are different types to the
-// reader and the same to a shading language.
-enum class Type {
-    none,
-    boolean,
-    integer,
-    float1,
-    vector2,
-    vector3,
-    vector4,
-    color3,
-    color4,
-    matrix33,
-    matrix44,
-    string,
-    filename,
-    surfaceshader,
-    displacementshader,
-    volumeshader,
-    lightshader,
-    material,
-    multioutput
-};
-
-// The document's word for a type ("color3", "float", ...), and back; an unknown word is none.
-const char* type_name(Type type);
-Type type_from_name(const std::string& name);
-
-// The number of numbers in a value: 1 for float, integer and boolean, 9 for matrix33, 0 for texts.
-int component_count(Type type);
-
-struct Value {
-    Type type = Type::none;
-    std::array<double, 16> numbers{}; // the first component_count(type) are used; row by row
-    std::string text;                 // of string and filename
-};
-
-// Where something stands in the documents, for messages.
-struct Place {
-    std::string file;
-    int line = 0;
-};
 
 // What the document says about showing an input to the artist. Empty texts and missing numbers were
 // not given.
@@ -101,11 +59,12 @@ struct Input {
 };
 
 struct Node {
-    std::string name;          // as the artist wrote it; unique within its scope only
-    std::string scope;         // the node graphs it stands in, "/"-separated; empty: top level
-    std::string category;      // of the node library: "image", "standard_surface", ...
-    Type type = Type::none;    // of the output
-    std::vector<Input> inputs; // those that the document gives, in its order
+    std::string name;       // as the artist wrote it; unique within its scope only
+    std::string scope;      // the node graphs it stands in, "/"-separated; empty: top level
+    std::string category;   // of the node library: "image", "standard_surface", ...
+    Type type = Type::none; // of the output
+    const Node_definition* definition = nullptr; // what it means; null: nothing that is known
+    std::vector<Input> inputs;                   // those that the document gives, in its order
     Place place;
 
     // The input of that name, or null when the document does not give it.
@@ -115,6 +74,10 @@ struct Node {
 // The name by which a graph, the plug-in and the user know a node: "scope/name", or the name alone
 // at top level. Unique within its graph.
 std::string full_name(const Node& node);
+
+// The definition that fits a node as it is: its category, its type and the inputs that it gives.
+// Null when there is none.
+const Node_definition* find_definition(const Node& node);
 
 struct Shader_graph {
     std::string document;    // the file name that was opened, without its folder

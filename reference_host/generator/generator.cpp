@@ -1,6 +1,6 @@
 #include "reference_host/generator/generator.h"
 
-#include "reference_host/document/node_library.h"
+#include "reference_host/nodes/node_library.h"
 #include "reference_host/generator/effect_writer.h"
 #include "reference_host/generator/glsl_writer.h"
 #include "reference_host/generator/options.h"

@@ -61,12 +61,17 @@ Graph_builder::Graph_builder(Build_context& context, const Node& shader, const s
 
 Expr Graph_builder::shader_expression(const std::string& text)
 {
-    const Node_definition* definition = find_definition(m_shader);
+    return shader_expression(Shade_text{text, {}});
+}
+
+Expr Graph_builder::shader_expression(const Shade_text& text)
+{
+    const Node_definition* definition = m_shader.definition;
     if (!definition)
         throw Refusal{&m_shader, "there is no implementation for these inputs"};
-    std::string texts = text;
+    std::string texts(text.text);
     for (const Output_definition& shared : definition->shared)
-        texts += " " + shared.implementation;
+        texts.append(" ").append(shared.implementation.text);
     for (const Input& given : m_shader.inputs)
         if (given.source && names_word(texts, given.name))
             evaluate(*given.source);
@@ -120,7 +125,7 @@ void Graph_builder::evaluate(const Node& root)
 void Graph_builder::compute(const Node& node)
 {
     m_current = &node;
-    m_definition = find_definition(node);
+    m_definition = node.definition;
     if (!m_definition)
         throw Refusal{&node, "there is no implementation for these inputs"};
     for (const Output_definition& shared : m_definition->shared)
@@ -135,7 +140,7 @@ void Graph_builder::compute(const Node& node)
 
 Expr Graph_builder::compute(const Output_definition& output, const std::string& name)
 {
-    if (output.implementation.empty())
+    if (output.implementation.text.empty())
         throw Refusal{m_current, "a shader cannot be an input of a pattern"};
     const Shading_type type = shading_type(output.type);
     Expr value = as_type(parsed(output.implementation), type);
@@ -147,7 +152,7 @@ Expr Graph_builder::compute(const Output_definition& output, const std::string& 
 }
 
 // What the program cannot do is a refusal of the node that asks for it.
-Expr Graph_builder::parsed(const std::string& implementation)
+Expr Graph_builder::parsed(const Shade_text& implementation)
 {
     try {
         return parse_expression(implementation, *this);
@@ -167,7 +172,7 @@ Expr Graph_builder::find_variable(const std::string& name)
         return source;
     Expr known = m_context.program.find_variable(name);
     if (!known && is_transform(name))
-        throw Notation_error("the target has no matrix \"" + name + "\"");
+        throw Notation_refusal("the target has no matrix \"" + name + "\"");
     return known;
 }
 
@@ -200,7 +205,7 @@ Expr Graph_builder::input(const Node& node, const Input_definition& defined)
 
 Expr Graph_builder::connected(const Input& input)
 {
-    const Node_definition* definition = find_definition(*input.source);
+    const Node_definition* definition = input.source->definition;
     const Output_definition* output =
         definition ? definition->find_output(input.source_output) : nullptr;
     const auto values = m_values.find(input.source);

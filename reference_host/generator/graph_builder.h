@@ -5,11 +5,11 @@
 #ifndef REFERENCE_HOST_GENERATOR_GRAPH_BUILDER_H
 #define REFERENCE_HOST_GENERATOR_GRAPH_BUILDER_H
 
-#include "reference_host/document/node_library.h"
 #include "reference_host/generator/generator.h"
 #include "reference_host/generator/options.h"
 #include "reference_host/generator/program.h"
 #include "reference_host/generator/uniforms.h"
+#include "reference_host/nodes/node_library.h"
 
 #include <string>
 #include <unordered_map>
@@ -46,6 +46,7 @@ public:
 
     // An expression in the notation over the inputs of the shader; what is connected to those that
     // it names is evaluated into statements(). Throws Refusal.
+    Expr shader_expression(const Shade_text& text);
     Expr shader_expression(const std::string& text);
 
     // Whether a direction that the expression reads through an input of the shader is in world
@@ -68,7 +69,7 @@ private:
 
     void evaluate(const Node& node);
     void compute(const Node& node);
-    Expr parsed(const std::string& implementation);
+    Expr parsed(const Shade_text& implementation);
     Expr compute(const Output_definition& output, const std::string& name);
     Expr input(const Node& node, const Input_definition& defined);
     Expr connected(const Input& input);

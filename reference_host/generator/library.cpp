@@ -1,33 +1,32 @@
 #include "reference_host/generator/library.h"
 
-#include <unordered_map>
-
 namespace reference_host
 {
 
-const std::vector<Library_function>& all_library_functions()
+Library::Library(const std::vector<Shade_text>& files)
 {
-    static const std::vector<Library_function> functions = [] {
-        std::vector<Library_function> made;
-        for (const Library_texts& group : {color_library(), math_library(), noise_library(),
-                                           pattern_library(), light_library(), surface_library()})
-            for (std::size_t i = 0; i < group.count; ++i)
-                made.push_back({parse_head(group.texts[i]), group.texts[i]});
-        return made;
-    }();
-    return functions;
+    for (const Shade_text& file : files)
+        for (const Shade_item& item : shade_items(file)) {
+            if (item.kind != Item_kind::function)
+                continue;
+            Library_function function{parse_head(item.whole), item.whole};
+            if (!m_by_name.emplace(function.head.name, m_functions.size()).second)
+                throw Shade_error(item.whole.place,
+                                  "the function \"" + function.head.name + "\" exists twice");
+            m_functions.push_back(std::move(function));
+        }
 }
 
-const Library_function* find_library_function(const std::string& name)
+const Library_function* Library::find(const std::string& name) const
 {
-    static const auto by_name = [] {
-        std::unordered_map<std::string, const Library_function*> made;
-        for (const Library_function& function : all_library_functions())
-            made[function.head.name] = &function;
-        return made;
-    }();
-    const auto found = by_name.find(name);
-    return found == by_name.end() ? nullptr : found->second;
+    const auto found = m_by_name.find(name);
+    return found == m_by_name.end() ? nullptr : &m_functions[found->second];
+}
+
+const Library& standard_library()
+{
+    static const Library library(library_texts());
+    return library;
 }
 
 } // namespace reference_host

@@ -1,42 +1,44 @@
 // Helper functions of generated code, written in the notation of notation.h.
 //
-// Each text is one function. "T" in a function is the type of the first argument whose parameter is
-// a T; the function is made once for each such type. To add a function, add its text to one of the
-// files library_*.cpp; nothing else names it. Only functions that a shader calls reach its text.
+// They stand in library/*.shade. "T" in a function is the type of the first argument whose
+// parameter is a T; the function is made once for each such type. To add a function, write it into
+// one of the files; nothing else names it. Only functions that a shader calls reach its text.
 #ifndef REFERENCE_HOST_GENERATOR_LIBRARY_H
 #define REFERENCE_HOST_GENERATOR_LIBRARY_H
 
 #include "reference_host/generator/notation.h"
 
-#include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace reference_host
 {
 
-struct Library_texts {
-    const char* const* texts;
-    std::size_t count;
-};
-
-Library_texts color_library();   // adjustment, compositing, colour spaces
-Library_texts math_library();    // arithmetic, matrices, geometry
-Library_texts noise_library();   // hashes and noises
-Library_texts pattern_library(); // placement of images, ramps, shapes
-Library_texts light_library();   // kinds of lights, fog
-Library_texts surface_library(); // the surface model
-
 struct Library_function {
     Function_head head;
-    const char* text;
+    Shade_text text;
 };
 
-// Null when there is none of that name.
-const Library_function* find_library_function(const std::string& name);
+class Library
+{
+public:
+    // Reads the functions of the files. Throws Shade_error.
+    explicit Library(const std::vector<Shade_text>& files);
 
-// All functions, for tests and for the names that are taken.
-const std::vector<Library_function>& all_library_functions();
+    // Null when there is none of that name.
+    const Library_function* find(const std::string& name) const;
+
+    // All functions, for tests and for the names that are taken.
+    const std::vector<Library_function>& functions() const { return m_functions; }
+
+private:
+    std::vector<Library_function> m_functions;
+    std::unordered_map<std::string, std::size_t> m_by_name;
+};
+
+// That of the files that the program is built with.
+const Library& standard_library();
 
 } // namespace reference_host
 

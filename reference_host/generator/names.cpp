@@ -125,7 +125,7 @@ std::string make_identifier(const std::string& name)
 
 Names::Names() : m_taken(std::begin(skeleton_names), std::end(skeleton_names))
 {
-    for (const Library_function& function : all_library_functions())
+    for (const Library_function& function : standard_library().functions())
         m_taken.insert(function.head.name);
 }
 

@@ -1,5 +1,7 @@
 #include "reference_host/generator/notation.h"
 
+#include "reference_host/generator/word_stream.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -9,109 +11,6 @@ namespace reference_host
 {
 namespace
 {
-
-// A copy of the words of a text and a place in them.
-class Word_stream
-{
-public:
-    explicit Word_stream(std::string_view text)
-    {
-        while (skip_blanks(text), !text.empty()) {
-            const std::size_t length = word_length(text);
-            m_words.push_back(text.substr(0, length));
-            text.remove_prefix(length);
-        }
-    }
-
-    bool at_end() const { return m_next == m_words.size(); }
-    std::string_view peek(std::size_t ahead = 0) const
-    {
-        return m_next + ahead < m_words.size() ? m_words[m_next + ahead] : std::string_view();
-    }
-    std::string_view take() { return at_end() ? std::string_view() : m_words[m_next++]; }
-
-    bool accept(std::string_view word)
-    {
-        if (peek() != word)
-            return false;
-        ++m_next;
-        return true;
-    }
-
-    void expect(std::string_view word)
-    {
-        if (!accept(word))
-            throw Notation_error("expected \"" + std::string(word) + "\" before \"" +
-                                 std::string(peek()) + "\"");
-    }
-
-    // Passes over one statement or block.
-    void skip_statement()
-    {
-        int depth = 0;
-        do {
-            const std::string_view word = take();
-            depth += word == "{" || word == "(";
-            depth -= word == "}" || word == ")";
-            if (depth == 0 && (word == ";" || word == "}"))
-                return;
-        } while (!at_end());
-    }
-
-    // Passes over one expression and stops before the sign that ends it.
-    void skip_expression()
-    {
-        int depth = 0;
-        int choices = 0;
-        for (; !at_end(); take()) {
-            const std::string_view word = peek();
-            const bool ends = word == ")" || word == "]" || word == "," || word == ";" ||
-                              (word == ":" && choices == 0);
-            if (depth == 0 && ends)
-                return;
-            depth += word == "(" || word == "[";
-            depth -= word == ")" || word == "]";
-            choices += depth == 0 && word == "?";
-            choices -= depth == 0 && word == ":";
-        }
-    }
-
-private:
-    static void skip_blanks(std::string_view& text)
-    {
-        while (!text.empty() && std::isspace(static_cast<unsigned char>(text[0])))
-            text.remove_prefix(1);
-        if (text.substr(0, 2) == "//") {
-            text.remove_prefix(std::min(text.find('\n'), text.size()));
-            skip_blanks(text);
-        }
-    }
-
-    static bool is_word_sign(char sign)
-    {
-        return std::isalnum(static_cast<unsigned char>(sign)) || sign == '_';
-    }
-
-    static std::size_t word_length(std::string_view text)
-    {
-        const bool number = std::isdigit(static_cast<unsigned char>(text[0]));
-        std::size_t length = 0;
-        while (length < text.size() &&
-               (is_word_sign(text[length]) || (number && text[length] == '.')))
-            ++length;
-        if (text[0] == '"')
-            return std::min(text.find('"', 1), text.size() - 1) + 1;
-        static constexpr std::string_view pairs[] = {"<=", ">=", "==", "!=", "&&", "||",
-                                                     "+=", "-=", "*=", "/=", "++"};
-        for (const std::string_view pair : pairs)
-            if (text.substr(0, 2) == pair)
-                return 2;
-        return length > 0 ? length : 1;
-    }
-
-    std::vector<std::string_view> m_words;
-    std::size_t m_next = 0;
-};
 
 Shading_type basic_type(std::string_view name)
 {
@@ -139,6 +38,26 @@ int precedence(std::string_view op)
     return found == levels.end() ? 0 : found->second;
 }
 
+void require(bool holds, const std::string& otherwise)
+{
+    if (!holds)
+        throw Notation_error(otherwise);
+}
+
+// Whether an operator takes operands of these types: vectors of one size, or a number with them.
+bool fits(std::string_view op, const Shading_type& a, const Shading_type& b)
+{
+    if (op == "&&" || op == "||")
+        return a == Kind::boolean && b == Kind::boolean;
+    if (op == "==" || op == "!=")
+        return (a == b && component_count(a) <= 1) ||
+               (component_count(a) == 1 && component_count(b) == 1);
+    const bool numbers = component_count(a) > 0 && component_count(b) > 0;
+    if (op[0] == '<' || op[0] == '>')
+        return component_count(a) == 1 && component_count(b) == 1;
+    return numbers && (a == b || component_count(a) == 1 || component_count(b) == 1);
+}
+
 class Notation_parser
 {
 public:
@@ -160,15 +79,18 @@ public:
         return parsed;
     }
 
+    int lines_passed() const { return m_words.lines_passed(); }
+
     Function function()
     {
         Function parsed;
-        parsed.type = type(m_words.take());
+        parsed.type = known_type(m_words.take());
+        m_result = &parsed.type;
         parsed.name = m_words.take();
         m_words.expect("(");
         while (!m_words.accept(")")) {
             Variable_declaration parameter;
-            parameter.type = type(m_words.take());
+            parameter.type = known_type(m_words.take());
             parameter.name = m_words.take();
             declare_local(parameter.type, parameter.name);
             parsed.parameters.push_back(parameter);
@@ -183,6 +105,14 @@ private:
     {
         const Shading_type basic = basic_type(name);
         return basic != Kind::none || name == "void" ? basic : m_scope.find_type(std::string(name));
+    }
+
+    Shading_type known_type(std::string_view name)
+    {
+        const Shading_type known = type(name);
+        require(known != Kind::none || name == "void",
+                "unknown type \"" + std::string(name) + "\"");
+        return known;
     }
 
     bool is_type(std::string_view name)
@@ -219,13 +149,20 @@ private:
             parsed.value = expression();
         } else if (m_words.accept("return")) {
             parsed = give_back(expression());
+            require(!m_result || parsed.value->type == *m_result,
+                    "the value is not of the function's type");
         } else if (is_type(m_words.peek()) && m_words.peek(1) != "(") {
             parsed = declaration();
         } else {
             const Expr target = postfix();
             const std::string op(m_words.take());
-            const Expr value = expression();
-            parsed = assign(target, op, op == "=" ? fitting(value, target->type) : value);
+            Expr value = expression();
+            if (op == "=")
+                value = fitting(value, target->type);
+            require(op == "=" ? value->type == target->type
+                              : component_count(value->type) == 1 || value->type == target->type,
+                    "the value is not of the variable's type");
+            parsed = assign(target, op, value);
         }
         m_words.expect(";");
         statements.push_back(std::move(parsed));
@@ -236,6 +173,7 @@ private:
         const Shading_type declared = type(m_words.take());
         const std::string name(m_words.take());
         const Expr value = m_words.accept("=") ? fitting(expression(), declared) : nullptr;
+        require(!value || value->type == declared, "the value is not of the variable's type");
         declare_local(declared, name);
         return declare(declared, name, value);
     }
@@ -246,6 +184,7 @@ private:
         Statement parsed;
         parsed.kind = Statement::Kind::condition;
         parsed.value = expression();
+        require(parsed.value->type == Kind::boolean, "the condition is not true or false");
         m_words.expect(")");
         const bool known = is_literal(parsed.value);
         const bool taken = !known || is_true(parsed.value);
@@ -297,6 +236,7 @@ private:
         Expr condition = operation(1);
         if (!m_words.accept("?"))
             return condition;
+        require(condition->type == Kind::boolean, "the condition is not true or false");
         if (is_true(condition) || is_false(condition))
             return taken_branch(is_true(condition));
         const Expr a = expression();
@@ -304,7 +244,10 @@ private:
         const Expr b = expression();
         const Shading_type& wider =
             component_count(a->type) >= component_count(b->type) ? a->type : b->type;
-        return choose(condition, fitting(a, wider), fitting(b, wider));
+        const Expr first = fitting(a, wider);
+        const Expr second = fitting(b, wider);
+        require(first->type == second->type, "the two values are of different types");
+        return choose(condition, first, second);
     }
 
     // The other branch need not be meaningful, and asks for nothing.
@@ -334,6 +277,7 @@ private:
     // Integers and floats are kept apart: a shading language may have no conversion between them.
     static Expr combine(const std::string& op, const Expr& a, const Expr& b)
     {
+        require(fits(op, a->type, b->type), "wrong types of operands for \"" + op + "\"");
         if (a->type == Kind::integer && is_float(b->type))
             return binary(op, construct(Kind::float1, {a}), b);
         if (b->type == Kind::integer && is_float(a->type))
@@ -420,9 +364,20 @@ private:
         if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0])))
             return number(word);
         if (m_words.accept("("))
-            return is_type(word) ? construct(type(word), arguments())
+            return is_type(word) ? constructed(type(word), arguments())
                                  : m_scope.call(word, arguments());
         return named(word);
+    }
+
+    // One part is repeated, converted or cut off; several have as many components as the whole.
+    static Expr constructed(const Shading_type& type, const std::vector<Expr>& parts)
+    {
+        int count = 0;
+        for (const Expr& part : parts)
+            count += component_count(part->type);
+        require(parts.size() == 1 ? count > 0 : count == component_count(type),
+                "wrong number of components");
+        return construct(type, parts);
     }
 
     static Expr number(const std::string& word)
@@ -444,24 +399,49 @@ private:
 
     Word_stream m_words;
     Notation_scope& m_scope;
+    const Shading_type* m_result = nullptr; // of the function that is parsed
     std::map<std::string, Expr> m_locals;
 };
 
+// What the parser makes of the text. Mistakes get the text's place.
+template<typename Result>
+Result parsed(const Shade_text& text, Notation_scope& scope, Result (Notation_parser::*parse)())
+{
+    Notation_parser parser(text.text, scope);
+    try {
+        return (parser.*parse)();
+    } catch (const Notation_refusal&) {
+        throw;
+    } catch (const Notation_error& error) {
+        if (error.is_placed || text.place.line == 0)
+            throw;
+        const int line = text.place.line + parser.lines_passed();
+        Notation_error placed(Shade_error({text.place.file, line}, error.what()).what());
+        placed.is_placed = true;
+        throw placed;
+    }
+}
+
 } // namespace
+
+Expr parse_expression(const Shade_text& text, Notation_scope& scope)
+{
+    return parsed(text, scope, &Notation_parser::whole_expression);
+}
 
 Expr parse_expression(std::string_view text, Notation_scope& scope)
 {
-    return Notation_parser(text, scope).whole_expression();
+    return parse_expression(Shade_text{text, {}}, scope);
 }
 
 Statements parse_statements(std::string_view text, Notation_scope& scope)
 {
-    return Notation_parser(text, scope).all_statements();
+    return parsed({text, {}}, scope, &Notation_parser::all_statements);
 }
 
-Function parse_function(std::string_view text, Notation_scope& scope)
+Function parse_function(const Shade_text& text, Notation_scope& scope)
 {
-    return Notation_parser(text, scope).function();
+    return parsed(text, scope, &Notation_parser::function);
 }
 
 bool names_word(std::string_view text, std::string_view word)
@@ -472,9 +452,9 @@ bool names_word(std::string_view text, std::string_view word)
     return false;
 }
 
-Function_head parse_head(std::string_view text)
+Function_head parse_head(const Shade_text& text)
 {
-    Word_stream words(text.substr(0, text.find('{')));
+    Word_stream words(text.text.substr(0, text.text.find('{')));
     Function_head head;
     head.type = words.take();
     head.name = words.take();

@@ -21,6 +21,7 @@
 #define REFERENCE_HOST_GENERATOR_NOTATION_H
 
 #include "reference_host/generator/function.h"
+#include "reference_host/nodes/shade_file.h"
 
 #include <stdexcept>
 #include <string>
@@ -30,9 +31,16 @@
 namespace reference_host
 {
 
-// A mistake in a text of the notation, or something that the scope refuses.
+// A mistake in a text of the notation. Where the text comes from a file, what() begins with
+// "file:line: ".
 struct Notation_error : std::runtime_error {
     using std::runtime_error::runtime_error;
+    bool is_placed = false;
+};
+
+// No mistake, but something that the scope cannot provide.
+struct Notation_refusal : Notation_error {
+    using Notation_error::Notation_error;
 };
 
 // What names mean in a text.
@@ -54,13 +62,14 @@ public:
     virtual Expr call(const std::string& function, std::vector<Expr> arguments) = 0;
 };
 
+Expr parse_expression(const Shade_text& text, Notation_scope& scope);
 Expr parse_expression(std::string_view text, Notation_scope& scope);
 
 // Statements that may use the scope's variables and declare new ones.
 Statements parse_statements(std::string_view text, Notation_scope& scope);
 
 // One function with its head.
-Function parse_function(std::string_view text, Notation_scope& scope);
+Function parse_function(const Shade_text& text, Notation_scope& scope);
 
 // Whether a text has the word in it.
 bool names_word(std::string_view text, std::string_view word);
@@ -71,7 +80,7 @@ struct Function_head {
     std::string name;
     std::vector<std::string> parameter_types;
 };
-Function_head parse_head(std::string_view text);
+Function_head parse_head(const Shade_text& text);
 
 } // namespace reference_host
 

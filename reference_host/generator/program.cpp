@@ -56,6 +56,8 @@ Expr fitting(const Expr& argument, const Shading_type& parameter)
 
 } // namespace
 
+Program::Program() : m_library(standard_library()) {}
+
 void Program::add_structure(const Structure& structure)
 {
     m_structures[structure.name] = structure;
@@ -98,19 +100,19 @@ Shading_type Program::find_member(const std::string& structure, const std::strin
 Expr Program::call(const std::string& function, std::vector<Expr> arguments)
 {
     if ((function == "ddx" || function == "ddy") && is_false(m_variables["has_derivatives"]))
-        throw Notation_error("it needs derivatives, which the target does not have");
+        throw Notation_refusal("it needs derivatives, which the target does not have");
     if (const Intrinsic* intrinsic = find_intrinsic(function))
         return call_intrinsic(*intrinsic, std::move(arguments));
-    const Library_function* library = find_library_function(function);
+    const Library_function* library = m_library.find(function);
     if (!library || library->head.parameter_types.size() != arguments.size())
         throw Notation_error("no function \"" + function + "\" for these arguments");
-    const Function& made = instance(*library, generic_type(library->head, arguments));
+    const Function& made = make(*library, generic_type(library->head, arguments));
     for (std::size_t i = 0; i < arguments.size(); ++i)
         arguments[i] = fitting(arguments[i], made.parameters[i].type);
     return reference_host::call(function, made.type, std::move(arguments));
 }
 
-const Function& Program::instance(const Library_function& library, const Shading_type& generic)
+const Function& Program::make(const Library_function& library, const Shading_type& generic)
 {
     const Function*& made = m_instances[{&library, generic.kind}];
     if (!made) {

@@ -18,11 +18,15 @@
 namespace reference_host
 {
 
+class Library;
 struct Library_function;
 
 class Program : public Notation_scope
 {
 public:
+    Program(); // with the standard library
+    explicit Program(const Library& library) : m_library(library) {}
+
     // Makes a name visible in all texts that are parsed from now on.
     void define(const std::string& name, const Expr& meaning) { m_variables[name] = meaning; }
 
@@ -43,9 +47,11 @@ public:
     Shading_type find_member(const std::string& structure, const std::string& member) override;
     Expr call(const std::string& function, std::vector<Expr> arguments) override;
 
-private:
-    const Function& instance(const Library_function& library, const Shading_type& generic);
+    // The library's function for a meaning of T, made if there is none yet.
+    const Function& make(const Library_function& function, const Shading_type& generic);
 
+private:
+    const Library& m_library;
     std::map<std::string, Expr> m_variables;
     std::map<std::string, Structure> m_structures;
     std::map<std::string, std::map<std::string, Shading_type>> m_methods;

@@ -121,7 +121,7 @@ void Shader_code::add_environment()
     const Node& node = *m_request.environment;
     Graph_builder builder(m_context, node, make_identifier(node.name) + "_");
     m_environment_function = m_names.take(node.name);
-    const Node_definition* definition = find_definition(node);
+    const Node_definition* definition = node.definition;
     if (!definition || !is_float(shading_type(definition->outputs[0].type)))
         throw Refusal{&node, "its value is no colour of an environment"};
     const Shading_type type = shading_type(definition->outputs[0].type);
@@ -158,7 +158,7 @@ void Shader_code::add_shader(Statements body)
 void Shader_code::add_pattern()
 {
     const Node& node = *m_request.shader;
-    const Node_definition* definition = find_definition(node);
+    const Node_definition* definition = node.definition;
     const Shading_type type = shading_type(definition ? definition->outputs[0].type : Type::none);
     if (component_count(type) == 0 || component_count(type) > 4)
         throw Refusal{&node, "its value is no colour that could be shown"};

@@ -27,7 +27,7 @@ constexpr Light_input light_inputs[] = {
 
 std::string light_input(const Node& node, const std::string& name)
 {
-    const Node_definition* definition = find_definition(node);
+    const Node_definition* definition = node.definition;
     if (definition && definition->find_input(name))
         return name;
     const auto found =

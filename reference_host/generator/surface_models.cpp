@@ -1,6 +1,6 @@
 #include "reference_host/generator/surface_models.h"
 
-#include "reference_host/document/node_library.h"
+#include "reference_host/nodes/node_library.h"
 #include "reference_host/generator/program.h"
 
 #include <algorithm>
@@ -119,7 +119,7 @@ const std::vector<Surface_model> models = {
 class Known_values : public Program
 {
 public:
-    explicit Known_values(const Node& node) : m_node(node), m_definition(find_definition(node)) {}
+    explicit Known_values(const Node& node) : m_node(node), m_definition(node.definition) {}
 
     Expr find_variable(const std::string& name) override
     {
@@ -168,7 +168,7 @@ std::string slot_expression(const Surface_model& model, const std::string& slot)
 std::vector<std::string> inputs_without_counterpart(const Node& node, const Surface_model& model)
 {
     std::vector<std::string> names;
-    const Node_definition* definition = find_definition(node);
+    const Node_definition* definition = node.definition;
     for (const Input& input : node.inputs) {
         const Input_definition* defined = definition ? definition->find_input(input.name) : nullptr;
         if (!defined || is_default(input, *defined) ||

@@ -1,6 +1,6 @@
 #include "reference_host/host/render_settings.h"
 
-#include "reference_host/document/node_library.h"
+#include "reference_host/nodes/node_library.h"
 #include "reference_host/document/value_parser.h"
 
 #include <algorithm>
@@ -41,11 +41,8 @@ float spread_of(const Node& node, Light_kind kind)
     constexpr const char* angle_name = "outer_angle";
     if (kind != Light_kind::spot)
         return 0.0f;
-    Node usual;
-    usual.category = "spot_light";
-    usual.type = Type::lightshader;
-    const Node_definition* definition = find_definition(usual);
-    const Input_definition* declared = definition ? definition->find_input(angle_name) : nullptr;
+    const Node_definition* usual = find_definition("spot_light", Type::lightshader, {});
+    const Input_definition* declared = usual ? usual->find_input(angle_name) : nullptr;
     double angle = declared ? declared->value.numbers[0] : 0.0;
     if (const Input* given = node.find_input(angle_name)) {
         if (given->value)
@@ -62,6 +59,7 @@ Node& add_node(Shader_graph& graph, const std::string& name, const std::string& 
     node.name = name;
     node.category = category;
     node.type = type;
+    node.definition = find_definition(node);
     return node;
 }
 

@@ -1,6 +1,6 @@
 #include "reference_host/generator/surface_models.h"
 
-#include "reference_host/document/node_library.h"
+#include "reference_host/nodes/node_library.h"
 #include "tests/generator/generation.h"
 
 #include <gtest/gtest.h>
@@ -71,6 +71,7 @@ TEST(Surface_models, every_input_is_read_or_listed)
             input.parameter = reinterpret_cast<const reference_host::Parameter*>(&node); // not read
             node.inputs.push_back(input);
         }
+        node.definition = definition;
         std::size_t read = 0;
         for (const auto& input : node.inputs)
             for (const auto& slot : model->slots)

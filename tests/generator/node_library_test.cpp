@@ -1,5 +1,5 @@
-// Every definition of the node library generates in every language, and the table is sane.
-#include "reference_host/document/node_library.h"
+// Every definition of the node library generates in every language, and the library is sane.
+#include "reference_host/nodes/node_library.h"
 
 #include "reference_host/generator/generator.h"
 #include "reference_host/generator/surface_models.h"
@@ -56,6 +56,7 @@ std::unique_ptr<Single_node_graph> graph_with(const Node_definition& definition)
         node->inputs.push_back(input);
         made->graph.parameters.push_back(std::move(parameter));
     }
+    node->definition = &definition;
     made->node = node.get();
     made->graph.nodes.push_back(std::move(node));
     return made;
@@ -63,7 +64,7 @@ std::unique_ptr<Single_node_graph> graph_with(const Node_definition& definition)
 
 bool is_refused(const Node_definition& definition)
 {
-    return definition.outputs[0].implementation.find("refused(") != std::string::npos;
+    return definition.outputs[0].implementation.text.find("refused(") != std::string::npos;
 }
 
 // Whether the value could be the colour of a surface.
@@ -83,7 +84,7 @@ std::string described(const Node_definition& definition)
 
 } // namespace
 
-TEST(Node_rows, generate_in_every_language)
+TEST(Node_library, generate_in_every_language)
 {
     const struct {
         const char *target, *format;
@@ -103,7 +104,7 @@ TEST(Node_rows, generate_in_every_language)
     }
 }
 
-TEST(Node_rows, generate_renderer_sources_or_say_what_is_missing)
+TEST(Node_library, generate_renderer_sources_or_say_what_is_missing)
 {
     for (const Node_definition& definition : all_definitions()) {
         if (!is_shown(definition))
@@ -121,7 +122,7 @@ TEST(Node_rows, generate_renderer_sources_or_say_what_is_missing)
     }
 }
 
-TEST(Node_rows, that_no_target_can_express_are_refused_with_the_reason)
+TEST(Node_library, that_no_target_can_express_are_refused_with_the_reason)
 {
     for (const Node_definition& definition : all_definitions()) {
         if (!is_refused(definition))
@@ -136,14 +137,14 @@ TEST(Node_rows, that_no_target_can_express_are_refused_with_the_reason)
     }
 }
 
-TEST(Node_rows, no_signature_stands_twice)
+TEST(Node_library, no_signature_stands_twice)
 {
     std::set<std::string> signatures;
     for (const Node_definition& definition : all_definitions())
         EXPECT_TRUE(signatures.insert(described(definition)).second) << described(definition);
 }
 
-TEST(Node_rows, have_types_names_and_defaults_that_are_known)
+TEST(Node_library, have_types_names_and_defaults_that_are_known)
 {
     for (const Node_definition& definition : all_definitions()) {
         ASSERT_FALSE(definition.outputs.empty()) << definition.category;
@@ -157,7 +158,7 @@ TEST(Node_rows, have_types_names_and_defaults_that_are_known)
         }
         for (const Output_definition& output : definition.outputs) {
             EXPECT_NE(output.type, Type::none) << described(definition);
-            EXPECT_EQ(output.implementation.empty(), component_count(output.type) == 0 &&
+            EXPECT_EQ(output.implementation.text.empty(), component_count(output.type) == 0 &&
                                                          output.type != Type::string &&
                                                          output.type != Type::filename)
                 << described(definition);
@@ -165,7 +166,7 @@ TEST(Node_rows, have_types_names_and_defaults_that_are_known)
     }
 }
 
-TEST(Node_rows, cover_the_groups_of_the_standard_library)
+TEST(Node_library, cover_the_groups_of_the_standard_library)
 {
     std::istringstream categories(
         "image tiledimage hextiledimage hextilednormalmap triplanarprojection latlongimage ramplr "
@@ -195,7 +196,7 @@ TEST(Node_rows, cover_the_groups_of_the_standard_library)
     EXPECT_FALSE(is_known_category(""));
 }
 
-TEST(Node_rows, definitions_are_found_by_the_types_that_a_node_gives)
+TEST(Node_library, definitions_are_found_by_the_types_that_a_node_gives)
 {
     Node node;
     node.category = "multiply";

@@ -1,14 +1,14 @@
-// What every category of node is: its inputs with their types and defaults, its outputs, and what
-// the generator computes for them.
+// What every category of node is: its inputs with their types and defaults, its outputs, and, as a
+// text in the shading notation, what each output is worth.
 //
 // The reader checks documents against it, and the generator takes the defaults of inputs that a
 // document leaves out, and the implementations, from it. A category has one definition per
-// signature ("image" of a color3 and of a float are two). The definitions are made from the rows of
-// document/node_rows.h.
-#ifndef REFERENCE_HOST_DOCUMENT_NODE_LIBRARY_H
-#define REFERENCE_HOST_DOCUMENT_NODE_LIBRARY_H
+// signature ("image" of a color3 and of a float are two). They are read from nodes/*.shade, whose
+// form docs/nodes.md describes.
+#ifndef REFERENCE_HOST_NODES_NODE_LIBRARY_H
+#define REFERENCE_HOST_NODES_NODE_LIBRARY_H
 
-#include "reference_host/document/shader_graph.h"
+#include "reference_host/nodes/shade_file.h"
 
 #include <optional>
 #include <string>
@@ -29,7 +29,8 @@ struct Input_definition {
 struct Output_definition {
     std::string name; // "out" when there is only one
     Type type = Type::none;
-    std::string implementation; // an expression of the inputs; empty for shaders and materials
+    Shade_text implementation; // an expression of the inputs; empty for shaders and materials
+    Place place;
 };
 
 struct Node_definition {
@@ -43,15 +44,24 @@ struct Node_definition {
     const Output_definition* find_output(const std::string& name) const; // empty name: the first
 };
 
+// Reads definitions in the order of the files. Throws Shade_error.
+std::vector<Node_definition> read_nodes(const std::vector<Shade_text>& files);
+
+// The definitions of the files that the program is built with. They live as long as the program.
+const std::vector<Node_definition>& all_definitions();
+
 // Whether the library has any signature of that category.
 bool is_known_category(const std::string& category);
 
-// The definition that fits a node: its category, the type of its output and the types of the inputs
-// that it gives. Null when none fits. The result lives as long as the program.
-const Node_definition* find_definition(const Node& node);
+// An input that a node of a document gives.
+struct Given_input {
+    std::string name;
+    Type type;
+};
 
-// All definitions, in the order of the rows; for tests and listings.
-const std::vector<Node_definition>& all_definitions();
+// The definition of a category that gives a type and has all of the inputs. Null when none fits.
+const Node_definition* find_definition(const std::string& category, Type type,
+                                       const std::vector<Given_input>& given);
 
 } // namespace reference_host
 

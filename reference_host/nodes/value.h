@@ -1,0 +1,56 @@
+// Types and values of a document, and places in files.
+#ifndef REFERENCE_HOST_NODES_VALUE_H
+#define REFERENCE_HOST_NODES_VALUE_H
+
+#include <array>
+#include <string>
+
+namespace reference_host
+{
+
+// The types of values in a document. Colours and vectors of one size are different types to the
+// reader and the same to a shading language.
+enum class Type {
+    none,
+    boolean,
+    integer,
+    float1,
+    vector2,
+    vector3,
+    vector4,
+    color3,
+    color4,
+    matrix33,
+    matrix44,
+    string,
+    filename,
+    surfaceshader,
+    displacementshader,
+    volumeshader,
+    lightshader,
+    material,
+    multioutput
+};
+
+// The document's word for a type ("color3", "float", ...), and back; an unknown word is none.
+const char* type_name(Type type);
+Type type_from_name(const std::string& name);
+
+// The number of numbers in a value: 1 for float, integer and boolean, 9 for matrix33, 0 for texts.
+int component_count(Type type);
+
+struct Value {
+    Type type = Type::none;
+    std::array<double, 16> numbers{}; // the first component_count(type) are used; row by row
+    std::string text;                 // of string and filename
+};
+
+// Where something stands, for messages.
+struct Place {
+    std::string file;
+    int line = 0;
+};
+
+} // namespace reference_host
+
+#endif

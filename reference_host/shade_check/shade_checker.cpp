@@ -1,0 +1,233 @@
+#include "reference_host/shade_check/shade_checker.h"
+
+#include "reference_host/generator/dialect.h"
+#include "reference_host/generator/library.h"
+#include "reference_host/generator/program.h"
+#include "reference_host/generator/shading_state.h"
+#include "reference_host/generator/transforms.h"
+#include "reference_host/nodes/node_library.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+namespace reference_host
+{
+namespace
+{
+
+// What the functions ask for, and whoever generates code answers: both answers are checked.
+constexpr const char* switches[] = {
+    "has_derivatives", "has_distance_limit", "has_coat",   "has_diffuse_roughness",
+    "has_metalness",   "has_sheen",          "light_list", "has_transmission"};
+
+// The functions that only nodes may call, since they look at the document. The type of the result
+// is a type, or where the other types come from: an argument by its number, or the output.
+enum class Result_of { type, argument, output };
+struct Node_function {
+    const char* name;
+    std::vector<Kind> parameters; // none: any type
+    Result_of result;
+    Kind type;
+    std::size_t argument;
+};
+
+const std::vector<Node_function>& node_functions()
+{
+    using K = Kind;
+    static const std::vector<Node_function> functions = {
+        {"image", {K::text, K::float2, K::text, K::text, K::none}, Result_of::argument, {}, 4},
+        {"color_image",
+         {K::text, K::float2, K::text, K::text, K::none},
+         Result_of::argument,
+         {},
+         4},
+        {"cube_image", {K::text, K::float3}, Result_of::type, K::float3, 0},
+        {"transform_names", {K::text, K::text}, Result_of::type, K::text, 0},
+        {"texture_set", {K::integer}, Result_of::type, K::float2, 0},
+        {"channels_of", {K::none, K::text}, Result_of::output, {}, 0},
+        {"vertex_property", {K::text, K::none}, Result_of::argument, {}, 1},
+        {"tangent_space_normal", {K::float3}, Result_of::type, K::float3, 0},
+        {"refused", {K::text}, Result_of::output, {}, 0},
+    };
+    return functions;
+}
+
+// A program in which nothing is known, so that no branch is left out.
+class Open_program : public Program
+{
+public:
+    explicit Open_program(const Library& library) : Program(library)
+    {
+        add_shading_structures(*this);
+        define_transforms(*this, Language::cg, false);
+        for (const char* name : switches)
+            define(name, variable(Kind::boolean, name));
+    }
+};
+
+// What an output of a node, or a value that its outputs share, may name.
+class Node_scope : public Notation_scope
+{
+public:
+    Node_scope(const Node_definition& node, Program& program) : m_node(node), m_program(program) {}
+
+    void add_shared(const Output_definition& shared) { m_shared.insert(&shared); }
+    void expect(const Shading_type& type) { m_expected = type; }
+
+    Expr find_variable(const std::string& name) override
+    {
+        if (const Input_definition* input = m_node.find_input(name))
+            return variable(shading_type(input->type), name);
+        for (const Output_definition* shared : m_shared)
+            if (shared->name == name)
+                return variable(shading_type(shared->type), name);
+        const Expr source = find_scene_source(name, Space::camera, m_program);
+        return source ? source : m_program.find_variable(name);
+    }
+
+    Shading_type find_type(const std::string& name) override
+    {
+        return name == "T" ? shading_type(m_node.generic) : m_program.find_type(name);
+    }
+
+    Shading_type find_member(const std::string& structure, const std::string& member) override
+    {
+        return m_program.find_member(structure, member);
+    }
+
+    Expr call(const std::string& function, std::vector<Expr> arguments) override
+    {
+        for (const Node_function& known : node_functions())
+            if (function == known.name)
+                return node_call(known, std::move(arguments));
+        return m_program.call(function, std::move(arguments));
+    }
+
+private:
+    Expr node_call(const Node_function& function, std::vector<Expr> arguments) const
+    {
+        const auto fits = [](const Expr& argument, Kind parameter) {
+            return parameter == Kind::none || argument->type == parameter;
+        };
+        if (!std::equal(arguments.begin(), arguments.end(), function.parameters.begin(),
+                        function.parameters.end(), fits))
+            throw Notation_error("wrong arguments for \"" + std::string(function.name) + "\"");
+        Shading_type type = function.type;
+        if (function.result == Result_of::argument)
+            type = arguments[function.argument]->type;
+        else if (function.result == Result_of::output)
+            type = m_expected;
+        return reference_host::call(function.name, type, std::move(arguments));
+    }
+
+    const Node_definition& m_node;
+    Program& m_program;
+    std::set<const Output_definition*> m_shared;
+    Shading_type m_expected;
+};
+
+class Shade_checker
+{
+public:
+    explicit Shade_checker(const std::vector<Shade_text>& files)
+        : m_library(files), m_nodes(read_nodes(files))
+    {
+    }
+
+    std::vector<std::string> mistakes()
+    {
+        for (const Library_function& function : m_library.functions())
+            check([&] { check_function(function); });
+        for (const Node_definition& node : m_nodes)
+            check_node(node);
+        return std::move(m_mistakes);
+    }
+
+private:
+    template<typename Check>
+    void check(Check make)
+    {
+        try {
+            make();
+        } catch (const std::runtime_error& error) {
+            // One text may serve several types.
+            if (std::find(m_mistakes.begin(), m_mistakes.end(), error.what()) == m_mistakes.end())
+                m_mistakes.emplace_back(error.what());
+        }
+    }
+
+    // Calls the function with arguments of its types, which makes the program parse it.
+    void check_function(const Library_function& function)
+    {
+        if (find_intrinsic(function.head.name))
+            throw Shade_error(function.text.place, "the languages have a function \"" +
+                                                       function.head.name + "\" of their own");
+        const auto& types = function.head.parameter_types;
+        const bool generic = std::count(types.begin(), types.end(), "T") > 0;
+        for (const Kind kind : {Kind::float1, Kind::float2, Kind::float3, Kind::float4}) {
+            Open_program program(m_library);
+            program.make(function, generic ? kind : Kind::none);
+            if (!generic)
+                return;
+        }
+    }
+
+    void check_node(const Node_definition& node)
+    {
+        Open_program program(m_library);
+        Node_scope scope(node, program);
+        check([&] { check_inputs(node, program); });
+        for (const Output_definition& shared : node.shared) {
+            check([&] { check_output(shared, scope); });
+            scope.add_shared(shared);
+        }
+        for (const Output_definition& output : node.outputs)
+            check([&] { check_output(output, scope); });
+    }
+
+    static void check_inputs(const Node_definition& node, Program& program)
+    {
+        for (const Input_definition& input : node.inputs) {
+            if (input.default_source.empty())
+                continue;
+            const Expr source = find_scene_source(input.default_source, Space::camera, program);
+            if (!source || source->type != shading_type(input.type))
+                throw Shade_error(node.outputs[0].place,
+                                  "the scene has no \"" + input.default_source +
+                                      "\" of the type of input \"" + input.name + "\"");
+        }
+    }
+
+    static void check_output(const Output_definition& output, Node_scope& scope)
+    {
+        const Shading_type type = shading_type(output.type);
+        if (output.implementation.text.empty()) {
+            if (type != Kind::none)
+                throw Shade_error(output.place, "\"" + output.name + "\" has no value");
+            return;
+        }
+        scope.expect(type);
+        const Expr value = parse_expression(output.implementation, scope);
+        const bool repeated = component_count(value->type) == 1 && component_count(type) > 0;
+        if (value->type != type && !repeated)
+            throw Shade_error(output.place, "\"" + output.name + "\" has a value of another type");
+    }
+
+    Library m_library;
+    std::vector<Node_definition> m_nodes;
+    std::vector<std::string> m_mistakes;
+};
+
+} // namespace
+
+std::vector<std::string> mistakes_in(const std::vector<Shade_text>& files)
+{
+    try {
+        return Shade_checker(files).mistakes();
+    } catch (const std::runtime_error& error) {
+        return {error.what()};
+    }
+}
+
+} // namespace reference_host
