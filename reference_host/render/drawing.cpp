@@ -18,14 +18,12 @@ namespace reference_host
 namespace
 {
 
-constexpr Pixel background = {51, 51, 56, 255};
-
-// Mesa's software OpenGL, drawing into `pixels`. Deprecated features are in, so that shaders of all
-// GLSL versions from 1.10 on compile.
+// Mesa's software OpenGL, drawing floats into `target`. Deprecated features are in, so that shaders
+// of all GLSL versions from 1.10 on compile.
 class Offscreen_context
 {
 public:
-    explicit Offscreen_context(Image& target)
+    explicit Offscreen_context(Linear_picture& target)
     {
         // A program from the cache comes without the linker's warnings.
         setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
@@ -41,8 +39,8 @@ public:
                                       0,
                                       0};
         m_context.reset(OSMesaCreateContextAttribs(attributes, nullptr));
-        m_current = m_context && OSMesaMakeCurrent(m_context.get(), target.pixels.data(),
-                                                   GL_UNSIGNED_BYTE, target.width, target.height);
+        m_current = m_context && OSMesaMakeCurrent(m_context.get(), target.pixels.data(), GL_FLOAT,
+                                                   target.width, target.height);
     }
 
     bool is_current() const { return m_current; }
@@ -313,7 +311,7 @@ void fill_uniforms(GLuint program, const Drawing& drawing)
     Loaded_textures loaded;
     for (const Uniform& uniform : active_uniforms(program)) {
         const auto values = drawing.uniforms.find(uniform.name);
-        const auto matrix = scene_matrix(uniform.name, "");
+        const auto matrix = scene_matrix(drawing.view.camera, uniform.name, "");
         if (uniform.type == GL_SAMPLER_2D || uniform.type == GL_SAMPLER_CUBE) {
             glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
             if (uniform.type == GL_SAMPLER_CUBE)
@@ -357,28 +355,85 @@ void fill_inputs(GLuint program, const Mesh& mesh)
     }
 }
 
-void draw_mesh(const Mesh& mesh, int size)
+void prepare_drawing()
 {
-    glViewport(0, 0, size, size);
-    glClearColor(background[0] / 255.0F, background[1] / 255.0F, background[2] / 255.0F, 1);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClearColor(0, 0, 0, 0);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     glEnable(GL_CULL_FACE);
     // Opaque shaders write an alpha of 1, for which this changes nothing.
     glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.triangles.size()), GL_UNSIGNED_INT,
-                   mesh.triangles.data());
-    glFinish();
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
 }
+
+// Many samples for each pixel are drawn as a larger picture, one tile after the other.
+class Tiles
+{
+public:
+    Tiles(int size, int samples)
+        : m_size(size),
+          m_samples(samples),
+          m_side(std::min(size, largest_tile / samples)),
+          m_tile(m_side * samples, m_side * samples),
+          m_picture(size, size)
+    {
+    }
+
+    // What the drawing context draws into.
+    Linear_picture& tile() { return m_tile; }
+
+    Linear_picture draw(const Mesh& mesh)
+    {
+        for (int bottom = 0; bottom < m_size; bottom += m_side)
+            for (int left = 0; left < m_size; left += m_side) {
+                glViewport(-left * m_samples, -bottom * m_samples, m_size * m_samples,
+                           m_size * m_samples);
+                glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+                glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.triangles.size()),
+                               GL_UNSIGNED_INT, mesh.triangles.data());
+                glFinish();
+                take_tile(left, bottom);
+            }
+        return std::move(m_picture);
+    }
+
+private:
+    static constexpr int largest_tile = 1024; // samples
+
+    // OpenGL has the lowest row first.
+    void take_tile(int left, int bottom)
+    {
+        for (int y = 0; y < m_side && bottom + y < m_size; ++y)
+            for (int x = 0; x < m_side && left + x < m_size; ++x)
+                m_picture.at(left + x, m_size - 1 - bottom - y) = mean_of_samples(x, y);
+    }
+
+    Light_pixel mean_of_samples(int x, int y) const
+    {
+        Light_pixel mean = {};
+        const auto share = 1.0F / static_cast<float>(m_samples * m_samples);
+        for (int row = 0; row < m_samples; ++row)
+            for (int column = 0; column < m_samples; ++column) {
+                const Light_pixel& sample = m_tile.at(x * m_samples + column, y * m_samples + row);
+                for (std::size_t i = 0; i < mean.size(); ++i)
+                    mean[i] += sample[i] * share;
+            }
+        return mean;
+    }
+
+    int m_size;
+    int m_samples;
+    int m_side; // of a tile, in pixels of the picture
+    Linear_picture m_tile;
+    Linear_picture m_picture;
+};
 
 } // namespace
 
-std::optional<Image> draw(const Drawing& drawing, int size, std::string& error)
+std::optional<Linear_picture> draw(const Drawing& drawing, int size, std::string& error)
 {
-    Image image(size, size);
-    const Offscreen_context context(image);
+    Tiles tiles(size, drawing.view.samples);
+    const Offscreen_context context(tiles.tile());
     if (!context.is_current()) {
         error += "Mesa gives no drawing context\n";
         return std::nullopt;
@@ -391,13 +446,13 @@ std::optional<Image> draw(const Drawing& drawing, int size, std::string& error)
     const Mesh mesh =
         make_mesh(drawing.space, drawing.conventions.flipped_mesh ? V_axis::down : V_axis::up);
     fill_inputs(program, mesh);
-    draw_mesh(mesh, size);
+    prepare_drawing();
+    Linear_picture picture = tiles.draw(mesh);
     if (const GLenum failure = glGetError(); failure != GL_NO_ERROR) {
         error += drawing.fragment.name + ": OpenGL error " + std::to_string(failure) + "\n";
         return std::nullopt;
     }
-    flip_rows(image);
-    return image;
+    return picture;
 }
 
 } // namespace reference_host

@@ -4,6 +4,7 @@
 
 #include "reference_host/render/host_conventions.h"
 #include "reference_host/render/image.h"
+#include "reference_host/render/linear_picture.h"
 #include "reference_host/render/scene.h"
 
 #include <map>
@@ -25,6 +26,7 @@ struct Drawing {
     Shader_source fragment;
     Vertex_space space = Vertex_space::world;
     Host_conventions conventions;
+    View view;
 
     // Values by the name of the uniform, those of matrices and arrays one row or element after the
     // other; those of arrays also by the name of each element. A matrix without values gets that of
@@ -41,8 +43,8 @@ struct Drawing {
 
 // Compiles, links and draws. Nothing and one or more lines in `error` when that fails: a stage does
 // not compile, the program does not link, the fragment shader reads what the vertex shader does not
-// write, or OpenGL refuses the draw.
-std::optional<Image> draw(const Drawing& drawing, int size, std::string& error);
+// write, or OpenGL refuses the draw. What the shader leaves free is transparent.
+std::optional<Linear_picture> draw(const Drawing& drawing, int size, std::string& error);
 
 } // namespace reference_host
 

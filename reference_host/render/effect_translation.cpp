@@ -216,17 +216,17 @@ std::vector<float> light_value(const std::string& name, const Lists& lists)
 }
 
 std::vector<float> parameter_value(const Cg_variable& variable, const Cg_listing& listing,
-                                   const Effect_description& effect)
+                                   const Effect_description& effect, const Camera& camera)
 {
     if (is_matrix(variable))
-        if (const auto matrix = scene_matrix(variable.name, variable.semantic))
+        if (const auto matrix = scene_matrix(camera, variable.name, variable.semantic))
             return matrix_rows(effect.direct3d ? transposed(*matrix) : *matrix, variable);
     const std::vector<float> value = default_of(listing, variable);
     return value.empty() ? light_value(variable.name, effect.unsized_lists) : value;
 }
 
 void add_parameters(const Cg_listing& listing, const Effect_description& effect,
-                    Translated_effect& result)
+                    const Camera& camera, Translated_effect& result)
 {
     for (const Cg_variable& variable : listing.variables) {
         if (variable.uniform.empty() || variable.semantic.compare(0, 1, "$") == 0)
@@ -237,7 +237,8 @@ void add_parameters(const Cg_listing& listing, const Effect_description& effect,
                 result.texture_files.emplace(variable.uniform, file->second);
             result.drawing.texture_labels.emplace(
                 variable.uniform, variable.name.substr(0, variable.name.rfind("_sampler")));
-        } else if (auto value = parameter_value(variable, listing, effect); !value.empty()) {
+        } else if (auto value = parameter_value(variable, listing, effect, camera);
+                   !value.empty()) {
             result.drawing.uniforms.emplace(variable.uniform, std::move(value));
         }
     }
@@ -255,7 +256,8 @@ Vertex_space space_of(const Cg_listing& listing)
 } // namespace
 
 std::optional<Translated_effect> translate_effect(const std::string& file, const std::string& text,
-                                                  const std::string& compiler, std::string& error)
+                                                  const std::string& compiler, const Camera& camera,
+                                                  std::string& error)
 {
     const Effect_description effect = describe_effect(text);
     if (effect.vertex_entry.empty() || effect.fragment_entry.empty()) {
@@ -272,7 +274,7 @@ std::optional<Translated_effect> translate_effect(const std::string& file, const
     Translated_effect result;
     result.drawing.space = space_of(vertex->listing);
     for (const Stage* stage : {&*vertex, &*fragment})
-        add_parameters(stage->listing, effect, result);
+        add_parameters(stage->listing, effect, camera, result);
     result.drawing.vertex = {file + " (vertex program as GLSL)", std::move(vertex->text)};
     result.drawing.fragment = {file + " (fragment program as GLSL)", std::move(fragment->text)};
     return result;

@@ -21,7 +21,8 @@ struct Translated_effect {
 // of lights that have no value in the text get those of one light of each kind. Nothing on failure,
 // with the reason in `error`.
 std::optional<Translated_effect> translate_effect(const std::string& file, const std::string& text,
-                                                  const std::string& compiler, std::string& error);
+                                                  const std::string& compiler, const Camera& camera,
+                                                  std::string& error);
 
 } // namespace reference_host
 

@@ -5,6 +5,7 @@
 #include "reference_host/render/shader_tokens.h"
 #include "reference_host/system/file_access.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -19,6 +20,9 @@ namespace
 
 constexpr int max_size = 4096; // of a picture's sides, in pixels
 constexpr std::uintmax_t max_text = std::uintmax_t{16} << 20;
+constexpr int max_samples = 4;
+constexpr double min_field_of_view = 5; // degrees
+constexpr double max_field_of_view = 120;
 
 // A drawing, and the files of its textures by uniform.
 using Prepared = Translated_effect;
@@ -46,7 +50,7 @@ bool is_sampler(const std::string& type)
 void note_empty_uniforms(const std::string& file, const std::string& text, Render_result& result)
 {
     for (const Glsl_uniform& uniform : glsl_uniforms(text))
-        if (!uniform.has_value && !is_sampler(uniform.type) && !scene_matrix(uniform.name, ""))
+        if (!uniform.has_value && !is_sampler(uniform.type) && !is_scene_matrix(uniform.name))
             result.notes.push_back(file + ": the uniform " + uniform.name + " has no value");
 }
 
@@ -77,7 +81,8 @@ std::optional<Prepared> prepare_effect(const Render_request& request, const std:
                        "scripts/fetch-validators.sh brings it\n";
         return std::nullopt;
     }
-    return translate_effect(request.shader_files[0], text, compiler, result.error);
+    return translate_effect(request.shader_files[0], text, compiler, request.view.camera,
+                            result.error);
 }
 
 std::optional<Prepared> prepare(const Render_request& request, Render_result& result)
@@ -136,25 +141,54 @@ void load_textures(Prepared& prepared, const Render_request& request, Render_res
     }
 }
 
+// Why a picture of such measures cannot be drawn, in a line; empty when it can.
+std::string wrong_measure(const Render_request& request)
+{
+    if (request.size < 1 || request.size > max_size)
+        return "a picture has 1 to " + std::to_string(max_size) + " pixels a side\n";
+    if (request.view.samples < 1 || request.view.samples > max_samples)
+        return "a pixel has 1 to " + std::to_string(max_samples) + " samples a side\n";
+    const double angle = request.view.camera.field_of_view;
+    if (!(angle >= min_field_of_view && angle <= max_field_of_view))
+        return "the camera sees 5 to 120 degrees\n";
+    return "";
+}
+
+void put_before(Linear_picture& picture, const View& view)
+{
+    for (Light_pixel& pixel : picture.pixels) {
+        const float free = 1 - std::clamp(pixel[3], 0.0F, 1.0F);
+        for (std::size_t i = 0; i < view.background.size(); ++i)
+            pixel[i] += free * view.background[i];
+    }
+}
+
 } // namespace
 
 Render_result render(const Render_request& request)
 {
     Render_result result;
-    if (request.size < 1 || request.size > max_size) {
-        result.error = "a picture has 1 to " + std::to_string(max_size) + " pixels a side\n";
+    result.error = wrong_measure(request);
+    if (!result.error.empty())
         return result;
-    }
     auto prepared = prepare(request, result);
     if (!prepared)
         return result;
     load_textures(*prepared, request, result);
     prepared->drawing.conventions = request.conventions;
-    const auto image = draw(prepared->drawing, request.size, result.error);
-    if (!image)
+    prepared->drawing.view = request.view;
+    auto picture = draw(prepared->drawing, request.size, result.error);
+    if (!picture)
         return result;
+    if (const std::size_t bad = count_bad_pixels(*picture); bad > 0)
+        result.notes.push_back(request.shader_files.back() + ": " + std::to_string(bad) +
+                               " pixels hold no finite numbers");
+    result.picture = std::move(*picture);
+    put_before(result.picture, request.view);
     std::string reason;
-    result.drawn = request.picture_file.empty() || write_png(*image, request.picture_file, reason);
+    result.drawn =
+        request.picture_file.empty() ||
+        write_png(encode(result.picture, request.encoding), request.picture_file, reason);
     if (!result.drawn)
         result.error = request.picture_file + ": cannot be written: " + reason + "\n";
     return result;

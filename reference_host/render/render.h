@@ -2,7 +2,7 @@
 //
 // The scene is the same for every kind of file, so that the pictures of one material exported as
 // CgFX, HLSL effect and GLSL can be compared: a sphere of radius 1 at the origin, its v running
-// from the south pole to the north pole, seen from (0, 0, 3) at 40 degrees; lights stand in the
+// from the south pole to the north pole, seen from (0, 0, 3); lights stand in the
 // file as parameters with defaults. A shader that covers the screen (environment, lens) gets a
 // square instead of the sphere.
 //
@@ -16,6 +16,8 @@
 #define REFERENCE_HOST_RENDER_RENDER_H
 
 #include "reference_host/render/host_conventions.h"
+#include "reference_host/render/linear_picture.h"
+#include "reference_host/render/view.h"
 
 #include <string>
 #include <vector>
@@ -31,11 +33,14 @@ struct Render_request {
     std::string cg_compiler;               // program cgc; empty: see find_cg_compiler
 
     Host_conventions conventions;
-    int size = 512; // width and height of the picture in pixels, 1 to 4096
+    View view;
+    Encoding encoding = Encoding::srgb; // of the picture file
+    int size = 512;                     // width and height of the picture in pixels, 1 to 4096
 };
 
 struct Render_result {
     bool drawn = false;
+    Linear_picture picture;         // with its background; alpha is the object's share of the pixel
     std::string error;              // why nothing was drawn, in whole lines; empty when drawn
     std::vector<std::string> notes; // what a user may want to know: missing textures, odd uniforms
 };

@@ -76,6 +76,22 @@ void add_render(CLI::App& app, int& exit_status)
         ->allow_extra_args(false);
     command->add_option("--size", request->size, "Width and height in pixels")
         ->capture_default_str();
+    command->add_flag_callback(
+        "--linear", [request] { request->encoding = Encoding::linear; },
+        "Write linear values instead of encoding them for a screen (sRGB)");
+    command
+        ->add_option("--samples", request->view.samples,
+                     "Samples across and down each pixel, 1 to 4; 1: one in the middle")
+        ->capture_default_str();
+    command
+        ->add_option("--field-of-view", request->view.camera.field_of_view,
+                     "What the camera sees, in degrees; 40 fills the picture with the sphere")
+        ->capture_default_str();
+    command
+        ->add_option("--background", request->view.background,
+                     "The linear colour behind the object: R,G,B")
+        ->delimiter(',')
+        ->expected(1);
     command->add_option("--cg-compiler", request->cg_compiler, "The program cgc");
     command->add_flag("--flipped-textures", request->conventions.flipped_textures,
                       "For shaders that flip texture lookups: the first row of an image is v = 0");

@@ -11,7 +11,6 @@ namespace
 
 constexpr double pi = 3.14159265358979323846;
 constexpr float camera_distance = 3.0F;
-constexpr double field_of_view = 40.0 * pi / 180;
 constexpr float near_plane = 0.1F;
 constexpr float far_plane = 10.0F;
 
@@ -33,15 +32,20 @@ Matrix product(const Matrix& a, const Matrix& b)
 constexpr float depth_scale = (far_plane + near_plane) / (near_plane - far_plane);
 constexpr float depth_offset = 2 * far_plane * near_plane / (near_plane - far_plane);
 
-Matrix projection()
+double half_width(const Camera& camera)
 {
-    const auto f = static_cast<float>(1 / std::tan(field_of_view / 2));
+    return std::tan(camera.field_of_view * pi / 360);
+}
+
+Matrix projection(const Camera& camera)
+{
+    const auto f = static_cast<float>(1 / half_width(camera));
     return {f, 0, 0, 0, 0, f, 0, 0, 0, 0, depth_scale, depth_offset, 0, 0, -1, 0};
 }
 
-Matrix projection_inverse()
+Matrix projection_inverse(const Camera& camera)
 {
-    const auto f = static_cast<float>(std::tan(field_of_view / 2));
+    const auto f = static_cast<float>(half_width(camera));
     return {
         f, 0, 0, 0, 0, f, 0, 0, 0, 0, 0, -1, 0, 0, 1 / depth_offset, depth_scale / depth_offset};
 }
@@ -52,15 +56,15 @@ struct Named_matrix {
     Matrix matrix;
 };
 
-const std::vector<Named_matrix>& named_matrices()
+std::vector<Named_matrix> named_matrices(const Camera& camera)
 {
-    static const std::vector<Named_matrix> matrices = {
-        {"WORLDVIEWPROJECTION", "world_view_projection", product(projection(), view)},
-        {"VIEWPROJECTION", "view_projection", product(projection(), view)},
+    return {
+        {"WORLDVIEWPROJECTION", "world_view_projection", product(projection(camera), view)},
+        {"VIEWPROJECTION", "view_projection", product(projection(camera), view)},
         {"VIEWPROJECTIONINVERSE", "view_projection_inverse",
-         product(view_inverse, projection_inverse())},
-        {"PROJECTION", "projection", projection()},
-        {"PROJECTIONINVERSE", "projection_inverse", projection_inverse()},
+         product(view_inverse, projection_inverse(camera))},
+        {"PROJECTION", "projection", projection(camera)},
+        {"PROJECTIONINVERSE", "projection_inverse", projection_inverse(camera)},
         {"WORLDVIEW", "world_view", view},
         {"WORLDVIEWINVERSE", "world_view_inverse", view_inverse},
         {"WORLDVIEWINVERSETRANSPOSE", "world_view_it", transposed(view_inverse)},
@@ -74,7 +78,6 @@ const std::vector<Named_matrix>& named_matrices()
         {"WORLDINVERSE", "world_inverse", identity},
         {"WORLDINVERSETRANSPOSE", "world_it", identity},
     };
-    return matrices;
 }
 
 std::array<float, 4> encoded(const std::array<float, 4>& vector)
@@ -182,15 +185,22 @@ Matrix transposed(const Matrix& matrix)
     return result;
 }
 
-std::optional<Matrix> scene_matrix(const std::string& name, const std::string& semantic)
+std::optional<Matrix> scene_matrix(const Camera& camera, const std::string& name,
+                                   const std::string& semantic)
 {
-    for (const Named_matrix& row : named_matrices())
+    const std::vector<Named_matrix> matrices = named_matrices(camera);
+    for (const Named_matrix& row : matrices)
         if (equal_ignoring_case(semantic, row.semantic))
             return row.matrix;
-    for (const Named_matrix& row : named_matrices())
+    for (const Named_matrix& row : matrices)
         if (equal_ignoring_case(name, row.name))
             return row.matrix;
     return std::nullopt;
+}
+
+bool is_scene_matrix(const std::string& name)
+{
+    return scene_matrix(Camera(), name, "").has_value();
 }
 
 Vertex_space vertex_space(const std::vector<std::string>& matrices)

@@ -1,7 +1,9 @@
 // What is drawn: the sphere (or a square that covers the screen), its vertex streams, and the
-// matrices of a camera at (0, 0, 3) that looks at the origin. World space is object space.
+// matrices of the camera. World space is object space.
 #ifndef REFERENCE_HOST_RENDER_SCENE_H
 #define REFERENCE_HOST_RENDER_SCENE_H
+
+#include "reference_host/render/view.h"
 
 #include <array>
 #include <optional>
@@ -18,7 +20,11 @@ Matrix transposed(const Matrix& matrix);
 
 // The matrix that a shader's parameter stands for, known by its semantic or, where that says
 // nothing, by its name. Both without regard to case. Nothing when neither is known.
-std::optional<Matrix> scene_matrix(const std::string& name, const std::string& semantic);
+std::optional<Matrix> scene_matrix(const Camera& camera, const std::string& name,
+                                   const std::string& semantic);
+
+// Whether there is such a matrix.
+bool is_scene_matrix(const std::string& name);
 
 // How the positions that a vertex shader receives become the picture.
 enum class Vertex_space {

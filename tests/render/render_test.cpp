@@ -23,7 +23,7 @@ using testing::IsEmpty;
 
 constexpr int picture_size = 64;
 constexpr int middle = picture_size / 2;
-constexpr Pixel background = {51, 51, 56, 255};
+constexpr Pixel background = {51, 51, 56, 255}; // as the fixture asks for
 
 // Draws files into memory.
 class Render : public testing::Test
@@ -35,6 +35,10 @@ protected:
         m_request.shader_files = files;
         m_request.picture_file = m_folder.path("picture.png");
         m_request.size = picture_size;
+        m_request.encoding = Encoding::linear;
+        m_request.view.samples = 1;
+        m_request.view.camera.field_of_view = 40;
+        m_request.view.background = {0.2F, 0.2F, 0.22F};
         m_result = render(m_request);
         EXPECT_TRUE(m_result.drawn) << m_result.error;
         const auto image = read_image(m_request.picture_file);

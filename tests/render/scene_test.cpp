@@ -27,7 +27,7 @@ void expect_identity(const Matrix& matrix, const std::string& what)
 
 Matrix named(const std::string& semantic)
 {
-    const auto matrix = scene_matrix("", semantic);
+    const auto matrix = scene_matrix(Camera(), "", semantic);
     EXPECT_TRUE(matrix) << semantic;
     return matrix.value_or(Matrix{});
 }
@@ -58,11 +58,11 @@ TEST(Scene_matrix, is_known_by_name_or_semantic_in_any_case)
          {"world_view_projection", "world_view", "world_view_it", "camera_to_world", "world",
           "world_it", "view_inverse", "view_matrix", "__world_to_camera", "view_projection",
           "projection", "view_projection_inverse"})
-        EXPECT_TRUE(scene_matrix(name, "")) << name;
-    EXPECT_EQ(scene_matrix("any", "View"), scene_matrix("", "VIEW"));
-    EXPECT_EQ(scene_matrix("world", "VIEW"), scene_matrix("", "VIEW"));
-    EXPECT_FALSE(scene_matrix("", ""));
-    EXPECT_FALSE(scene_matrix("uv_matrix", "TEXMATRIX"));
+        EXPECT_TRUE(scene_matrix(Camera(), name, "")) << name;
+    EXPECT_EQ(scene_matrix(Camera(), "any", "View"), scene_matrix(Camera(), "", "VIEW"));
+    EXPECT_EQ(scene_matrix(Camera(), "world", "VIEW"), scene_matrix(Camera(), "", "VIEW"));
+    EXPECT_FALSE(scene_matrix(Camera(), "", ""));
+    EXPECT_FALSE(scene_matrix(Camera(), "uv_matrix", "TEXMATRIX"));
 }
 
 TEST(Scene_matrix, the_eye_is_at_the_camera)

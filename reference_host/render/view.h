@@ -1,0 +1,23 @@
+// How an exported shader is looked at.
+#ifndef REFERENCE_HOST_RENDER_VIEW_H
+#define REFERENCE_HOST_RENDER_VIEW_H
+
+#include <array>
+
+namespace reference_host
+{
+
+// Stands at (0, 0, 3) and looks at the origin.
+struct Camera {
+    double field_of_view = 44; // height and width in degrees; 40 leaves a sphere hardly a margin
+};
+
+struct View {
+    Camera camera;
+    std::array<float, 3> background = {0.13F, 0.135F, 0.145F}; // linear
+    int samples = 3; // across and down each pixel, 1 to 4; 1: one in its middle
+};
+
+} // namespace reference_host
+
+#endif
