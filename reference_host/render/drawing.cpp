@@ -262,13 +262,18 @@ GLuint bind_new_texture(GLenum target)
     return texture;
 }
 
-void load_cube_map(const Drawing& drawing)
+void load_cube_map(const Drawing& drawing, const std::string& sampler)
 {
+    constexpr int side = 256;
     bind_new_texture(GL_TEXTURE_CUBE_MAP);
+    const auto own = drawing.cube_maps.find(sampler);
+    const Environment& environment =
+        own == drawing.cube_maps.end() ? *drawing.environment : *own->second;
     const Cube_up cube_up = drawing.conventions.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
     for (int face = 0; face < 6; ++face)
-        load_image(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face),
-                   sky_face(face, cube_up));
+        glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face), 0, GL_RGB32F, side,
+                     side, 0, GL_RGB, GL_FLOAT, environment.cube_face(face, side, cube_up).data());
+    glEnable(GL_TEXTURE_CUBE_MAP_SEAMLESS);
     set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
 }
 
@@ -315,7 +320,7 @@ void fill_uniforms(GLuint program, const Drawing& drawing)
         if (uniform.type == GL_SAMPLER_2D || uniform.type == GL_SAMPLER_CUBE) {
             glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
             if (uniform.type == GL_SAMPLER_CUBE)
-                load_cube_map(drawing);
+                load_cube_map(drawing, uniform.name);
             else
                 load_texture(drawing, uniform.name, loaded);
             glUniform1i(uniform.location, unit++);
@@ -443,8 +448,8 @@ std::optional<Linear_picture> draw(const Drawing& drawing, int size, std::string
         return std::nullopt;
     glUseProgram(program);
     fill_uniforms(program, drawing);
-    const Mesh mesh =
-        make_mesh(drawing.space, drawing.conventions.flipped_mesh ? V_axis::down : V_axis::up);
+    const Mesh mesh = make_mesh(drawing.view.shape, drawing.space,
+                                drawing.conventions.flipped_mesh ? V_axis::down : V_axis::up);
     fill_inputs(program, mesh);
     prepare_drawing();
     Linear_picture picture = tiles.draw(mesh);

@@ -2,10 +2,11 @@
 #ifndef REFERENCE_HOST_RENDER_DRAWING_H
 #define REFERENCE_HOST_RENDER_DRAWING_H
 
+#include "reference_host/render/environment.h"
 #include "reference_host/render/host_conventions.h"
 #include "reference_host/render/image.h"
 #include "reference_host/render/linear_picture.h"
-#include "reference_host/render/scene.h"
+#include "reference_host/render/mesh.h"
 
 #include <map>
 #include <memory>
@@ -33,9 +34,12 @@ struct Drawing {
     // the scene when its name is known (see scene.h).
     std::map<std::string, std::vector<float>> uniforms;
 
-    // Images of the samplers, which may share them; a sampler without one gets a labelled checker,
-    // a cube map the sky.
+    // Images of the samplers, which may share them; a sampler without one gets a labelled checker.
     std::map<std::string, std::shared_ptr<const Image>> textures;
+
+    // Those of cube maps; others get `environment`, which is never null.
+    std::map<std::string, std::shared_ptr<const Environment>> cube_maps;
+    std::shared_ptr<const Environment> environment = std::make_shared<Environment>();
 
     // Names that the labels show instead of those of the samplers.
     std::map<std::string, std::string> texture_labels;

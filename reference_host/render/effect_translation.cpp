@@ -233,8 +233,9 @@ void add_parameters(const Cg_listing& listing, const Effect_description& effect,
             continue;
         if (variable.type.compare(0, 7, "sampler") == 0) {
             const auto file = effect.texture_files.find(variable.name);
-            if (file != effect.texture_files.end() && variable.type != "samplerCUBE")
-                result.texture_files.emplace(variable.uniform, file->second);
+            auto& files = variable.type == "samplerCUBE" ? result.cube_files : result.texture_files;
+            if (file != effect.texture_files.end())
+                files.emplace(variable.uniform, file->second);
             result.drawing.texture_labels.emplace(
                 variable.uniform, variable.name.substr(0, variable.name.rfind("_sampler")));
         } else if (auto value = parameter_value(variable, listing, effect, camera);

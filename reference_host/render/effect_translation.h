@@ -13,7 +13,9 @@ namespace reference_host
 
 struct Translated_effect {
     Drawing drawing; // texts, values of the parameters, labels; no textures yet
-    std::map<std::string, std::string> texture_files; // image files by uniform of the GLSL text
+    // Image files by uniform of the GLSL text, and those of cube maps.
+    std::map<std::string, std::string> texture_files;
+    std::map<std::string, std::string> cube_files;
 };
 
 // `file` is the effect's name for messages, `text` its contents, `compiler` the program cgc. Every

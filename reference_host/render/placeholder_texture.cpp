@@ -1,7 +1,6 @@
 #include "reference_host/render/placeholder_texture.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace reference_host
 {
@@ -110,39 +109,6 @@ void draw_label(Image& image, const std::string& label)
     }
 }
 
-// The direction through a pixel of a cube face: major axis, and the axes of s and t.
-struct Face_axes {
-    double major[3];
-    double s[3];
-    double t[3];
-};
-// As OpenGL chooses among the images of a cube map.
-constexpr Face_axes face_axes[] = {
-    {{1, 0, 0}, {0, 0, -1}, {0, -1, 0}}, {{-1, 0, 0}, {0, 0, 1}, {0, -1, 0}},
-    {{0, 1, 0}, {1, 0, 0}, {0, 0, 1}},   {{0, -1, 0}, {1, 0, 0}, {0, 0, -1}},
-    {{0, 0, 1}, {1, 0, 0}, {0, -1, 0}},  {{0, 0, -1}, {-1, 0, 0}, {0, -1, 0}},
-};
-
-Pixel mix(const Pixel& a, const Pixel& b, double part)
-{
-    Pixel result = {0, 0, 0, 255};
-    for (std::size_t i = 0; i < 3; ++i)
-        result[i] = static_cast<unsigned char>(std::lround(a[i] + (b[i] - a[i]) * part));
-    return result;
-}
-
-// `height` is the sine of the angle above the horizon.
-Pixel sky_color(double height)
-{
-    constexpr Pixel zenith = {70, 120, 205, 255};
-    constexpr Pixel horizon = {215, 225, 235, 255};
-    constexpr Pixel ground = {105, 90, 75, 255};
-    constexpr double haze = 0.08; // the horizon fades into the ground over this height
-    if (height >= 0)
-        return mix(horizon, zenith, std::sqrt(height));
-    return mix(horizon, ground, std::min(-height / haze, 1.0));
-}
-
 } // namespace
 
 Image labelled_checker(const std::string& label)
@@ -152,24 +118,6 @@ Image labelled_checker(const std::string& label)
         for (int x = 0; x < checker_side; ++x)
             image.at(x, y) = (x / field_side + y / field_side) % 2 == 0 ? light_field : dark_field;
     draw_label(image, label);
-    return image;
-}
-
-Image sky_face(int face, Cube_up cube_up)
-{
-    constexpr int side = 64;
-    Image image(side, side);
-    const Face_axes& axes = face_axes[std::clamp(face, 0, 5)];
-    for (int y = 0; y < side; ++y)
-        for (int x = 0; x < side; ++x) {
-            const double s = 2 * (x + 0.5) / side - 1;
-            const double t = 2 * (y + 0.5) / side - 1;
-            const auto along = [&](int axis) {
-                return axes.major[axis] + s * axes.s[axis] + t * axes.t[axis];
-            };
-            const double up = cube_up == Cube_up::y ? along(1) : -along(2);
-            image.at(x, y) = sky_color(up / std::sqrt(1 + s * s + t * t));
-        }
     return image;
 }
 

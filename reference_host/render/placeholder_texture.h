@@ -14,14 +14,6 @@ namespace reference_host
 // what does not fit is cut off.
 Image labelled_checker(const std::string& label);
 
-// What a cube map calls up: its y axis, or the far end of its z axis, for shaders that turn a
-// direction (x, y, z) into (x, z, -y) before they look it up.
-enum class Cube_up { y, minus_z };
-
-// One face of a cube map, in OpenGL's order (+x, -x, +y, -y, +z, -z): a blue sky above brown
-// ground.
-Image sky_face(int face, Cube_up cube_up = Cube_up::y);
-
 } // namespace reference_host
 
 #endif

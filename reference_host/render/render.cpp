@@ -1,5 +1,6 @@
 #include "reference_host/render/render.h"
 
+#include "reference_host/render/backdrop.h"
 #include "reference_host/render/effect_text.h"
 #include "reference_host/render/effect_translation.h"
 #include "reference_host/render/shader_tokens.h"
@@ -63,8 +64,11 @@ std::optional<Prepared> prepare_glsl(const Render_request& request,
     prepared.drawing.space = glsl_vertex_space(texts[0]);
     prepared.texture_files = texture_comments(texts[1]);
     for (const Glsl_uniform& uniform : glsl_uniforms(texts[1]))
-        if (uniform.type == "samplerCube")
-            prepared.texture_files.erase(uniform.name);
+        if (auto file = prepared.texture_files.extract(uniform.name);
+            file && uniform.type == "samplerCube")
+            prepared.cube_files.insert(std::move(file));
+        else
+            prepared.texture_files.insert(std::move(file));
     for (std::size_t i = 0; i < texts.size(); ++i)
         note_empty_uniforms(request.shader_files[i], texts[i], result);
     return prepared;
@@ -105,17 +109,23 @@ std::optional<Prepared> prepare(const Render_request& request, Render_result& re
     return std::nullopt;
 }
 
+// Where a file may lie: beside the shader and in the search paths.
+std::vector<std::filesystem::path> folders_of(const Render_request& request)
+{
+    std::vector<std::filesystem::path> folders = {
+        std::filesystem::path(request.shader_files.back()).parent_path()};
+    folders.insert(folders.end(), request.search_paths.begin(), request.search_paths.end());
+    return folders;
+}
+
 // Looks for the image beside the shader and in the search paths. Null with the reason when none can
 // be used.
 std::shared_ptr<const Image> find_image(const std::string& name, const Render_request& request,
                                         std::string& reason)
 {
     const std::filesystem::path file(name);
-    std::vector<std::filesystem::path> folders = {
-        std::filesystem::path(request.shader_files.back()).parent_path()};
-    folders.insert(folders.end(), request.search_paths.begin(), request.search_paths.end());
     reason = "no such PNG or JPEG image";
-    for (const auto& folder : folders) {
+    for (const auto& folder : folders_of(request)) {
         const std::string path = (folder / file).string();
         std::error_code ignored;
         if (!std::filesystem::exists(path, ignored))
@@ -154,13 +164,37 @@ std::string wrong_measure(const Render_request& request)
     return "";
 }
 
-void put_before(Linear_picture& picture, const View& view)
+// The cube maps of the shader; the first one also surrounds the object.
+void load_cube_maps(Prepared& prepared, const Render_request& request)
 {
-    for (Light_pixel& pixel : picture.pixels) {
-        const float free = 1 - std::clamp(pixel[3], 0.0F, 1.0F);
-        for (std::size_t i = 0; i < view.background.size(); ++i)
-            pixel[i] += free * view.background[i];
+    for (const auto& [uniform, file] : prepared.cube_files)
+        for (const auto& folder : folders_of(request)) {
+            std::string reason;
+            const auto environment = Environment::read((folder / file).string(), reason);
+            if (!environment)
+                continue;
+            if (prepared.drawing.cube_maps.empty())
+                prepared.drawing.environment = environment;
+            prepared.drawing.cube_maps.emplace(uniform, environment);
+            break;
+        }
+}
+
+// False with the reason when the user's environment cannot be read.
+bool load_environment(Prepared& prepared, const Render_request& request, Render_result& result)
+{
+    if (request.environment_file.empty()) {
+        load_cube_maps(prepared, request);
+        return true;
     }
+    std::string reason;
+    const auto environment = Environment::read(request.environment_file, reason);
+    if (!environment) {
+        result.error = request.environment_file + ": " + reason + "\n";
+        return false;
+    }
+    prepared.drawing.environment = environment;
+    return true;
 }
 
 } // namespace
@@ -175,6 +209,8 @@ Render_result render(const Render_request& request)
     if (!prepared)
         return result;
     load_textures(*prepared, request, result);
+    if (!load_environment(*prepared, request, result))
+        return result;
     prepared->drawing.conventions = request.conventions;
     prepared->drawing.view = request.view;
     auto picture = draw(prepared->drawing, request.size, result.error);
@@ -184,7 +220,7 @@ Render_result render(const Render_request& request)
         result.notes.push_back(request.shader_files.back() + ": " + std::to_string(bad) +
                                " pixels hold no finite numbers");
     result.picture = std::move(*picture);
-    put_before(result.picture, request.view);
+    put_before_backdrop(result.picture, request.view, *prepared->drawing.environment);
     std::string reason;
     result.drawn =
         request.picture_file.empty() ||

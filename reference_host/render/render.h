@@ -11,7 +11,8 @@
 //
 // Textures: the file that stands beside the name of the texture (the annotation ResourceName of an
 // effect, a comment "// texture NAME: FILE" in a GLSL fragment shader), PNG or JPEG; a checker that
-// carries the texture's name where that file is not found. Cube maps are always a simple sky.
+// carries the texture's name where that file is not found. A cube
+// map is made of the latitude-longitude image that the file is; a simple sky where there is none.
 #ifndef REFERENCE_HOST_RENDER_RENDER_H
 #define REFERENCE_HOST_RENDER_RENDER_H
 
@@ -34,6 +35,7 @@ struct Render_request {
 
     Host_conventions conventions;
     View view;
+    std::string environment_file;       // for all cube maps and the backdrop; empty: see above
     Encoding encoding = Encoding::srgb; // of the picture file
     int size = 512;                     // width and height of the picture in pixels, 1 to 4096
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -17,6 +18,14 @@ namespace
 
 // The largest mean difference per channel, 0 to 255, of pictures that count as the same.
 constexpr double same_picture_limit = 2.0;
+
+const std::map<std::string, Shape> shapes = {{"sphere", Shape::sphere},
+                                             {"plane", Shape::plane},
+                                             {"cube", Shape::cube},
+                                             {"ball", Shape::ball}};
+const std::map<std::string, Backdrop> backdrops = {{"plain", Backdrop::plain},
+                                                   {"checker", Backdrop::checker},
+                                                   {"environment", Backdrop::environment}};
 
 int run_render(const Render_request& request)
 {
@@ -76,6 +85,18 @@ void add_render(CLI::App& app, int& exit_status)
         ->allow_extra_args(false);
     command->add_option("--size", request->size, "Width and height in pixels")
         ->capture_default_str();
+    command->add_option("--shape", request->view.shape, "What is drawn: sphere|plane|cube|ball")
+        ->transform(CLI::CheckedTransformer(shapes))
+        ->type_name("SHAPE");
+    command
+        ->add_option("--backdrop", request->view.backdrop,
+                     "What is behind it: plain|checker|environment")
+        ->transform(CLI::CheckedTransformer(backdrops))
+        ->type_name("BACKDROP");
+    command
+        ->add_option("--environment", request->environment_file,
+                     "A latitude-longitude image (PNG, JPEG, HDR) for cube maps and the backdrop")
+        ->type_name("FILE");
     command->add_flag_callback(
         "--linear", [request] { request->encoding = Encoding::linear; },
         "Write linear values instead of encoding them for a screen (sRGB)");

@@ -7,14 +7,21 @@
 namespace reference_host
 {
 
+enum class Shape { sphere, plane, cube, ball };
+
+// What is behind the object: one color, a checker of two greys, or what surrounds it.
+enum class Backdrop { plain, checker, environment };
+
 // Stands at (0, 0, 3) and looks at the origin.
 struct Camera {
     double field_of_view = 44; // height and width in degrees; 40 leaves a sphere hardly a margin
 };
 
 struct View {
+    Shape shape = Shape::sphere;
     Camera camera;
-    std::array<float, 3> background = {0.13F, 0.135F, 0.145F}; // linear
+    Backdrop backdrop = Backdrop::plain;
+    std::array<float, 3> background = {0.13F, 0.135F, 0.145F}; // linear; of a plain backdrop
     int samples = 3; // across and down each pixel, 1 to 4; 1: one in its middle
 };
 

@@ -54,32 +54,6 @@ TEST(Labelled_checker, every_letter_and_digit_looks_different)
         }
 }
 
-TEST(Sky_face, is_blue_above_and_brown_below)
-{
-    constexpr int up = 2;
-    constexpr int down = 3;
-    const Pixel zenith = sky_face(up).at(32, 32);
-    const Pixel ground = sky_face(down).at(32, 32);
-    EXPECT_GT(zenith[2], zenith[0]);
-    EXPECT_GT(ground[0], ground[2]);
-    // The first row of a side is its upper one.
-    EXPECT_GT(sky_face(4).at(32, 0)[2], sky_face(4).at(32, 63)[2]);
-}
-
-TEST(Sky_face, of_a_rotated_map_has_its_zenith_at_minus_z)
-{
-    constexpr int minus_z = 5;
-    constexpr int plus_z = 4;
-    EXPECT_EQ(sky_face(minus_z, Cube_up::minus_z).at(32, 32), sky_face(2).at(32, 32));
-    EXPECT_EQ(sky_face(plus_z, Cube_up::minus_z).at(32, 32), sky_face(3).at(32, 32));
-}
-
-TEST(Sky_face, takes_any_number)
-{
-    EXPECT_EQ(sky_face(-1).pixels, sky_face(0).pixels);
-    EXPECT_EQ(sky_face(6).pixels, sky_face(5).pixels);
-}
-
 } // namespace
 
 } // namespace reference_host

@@ -73,60 +73,6 @@ TEST(Scene_matrix, the_eye_is_at_the_camera)
     EXPECT_EQ(eye[11], 3);
 }
 
-float length(const std::array<float, 4>& v)
-{
-    return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
-}
-
-float dot(const std::array<float, 4>& a, const std::array<float, 4>& b)
-{
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-TEST(Mesh, the_sphere_has_unit_vectors_at_right_angles)
-{
-    for (const Vertex& vertex : make_mesh(Vertex_space::world).vertices) {
-        EXPECT_NEAR(length(vertex.position), 1, 1e-5);
-        EXPECT_NEAR(length(vertex.normal), 1, 1e-5);
-        EXPECT_NEAR(length(vertex.tangent), 1, 1e-5);
-        EXPECT_NEAR(length(vertex.binormal), 1, 1e-5);
-        EXPECT_NEAR(dot(vertex.normal, vertex.tangent), 0, 1e-5);
-        EXPECT_NEAR(dot(vertex.normal, vertex.binormal), 0, 1e-5);
-        EXPECT_NEAR(dot(vertex.tangent, vertex.binormal), 0, 1e-5);
-        EXPECT_NEAR(vertex.encoded_tangent[0] * 2 - 1, vertex.tangent[0], 1e-5);
-    }
-}
-
-TEST(Mesh, triangles_refer_to_vertices)
-{
-    for (const Vertex_space space :
-         {Vertex_space::world, Vertex_space::camera, Vertex_space::screen}) {
-        const Mesh mesh = make_mesh(space);
-        EXPECT_EQ(mesh.triangles.size() % 3, 0U);
-        for (const unsigned index : mesh.triangles)
-            ASSERT_LT(index, mesh.vertices.size());
-    }
-}
-
-TEST(Mesh, in_camera_space_the_sphere_is_in_front_of_the_camera)
-{
-    for (const Vertex& vertex : make_mesh(Vertex_space::camera).vertices)
-        EXPECT_NEAR(vertex.position[2] + 3, vertex.normal[2], 1e-5);
-}
-
-TEST(Vertex_stream, is_told_by_the_input_name)
-{
-    EXPECT_EQ(stream_for("vertex_position"), &Vertex::position);
-    EXPECT_EQ(stream_for("vertex_normal"), &Vertex::normal);
-    EXPECT_EQ(stream_for("vertex_tangent"), &Vertex::tangent);
-    EXPECT_EQ(stream_for("vertex_binormal"), &Vertex::binormal);
-    EXPECT_EQ(stream_for("vertex_texcoord3"), &Vertex::texcoord);
-    EXPECT_EQ(stream_for("vertex_color0"), &Vertex::color);
-    EXPECT_EQ(stream_for("vertex_tangent_encoded"), &Vertex::encoded_tangent);
-    EXPECT_EQ(stream_for("vertex_binormal_encoded"), &Vertex::encoded_binormal);
-    EXPECT_EQ(stream_for(""), &Vertex::position);
-}
-
 TEST(Vertex_space, follows_the_matrices_in_use)
 {
     EXPECT_EQ(vertex_space({"other", "world_view_projection"}), Vertex_space::world);
