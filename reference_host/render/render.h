@@ -1,18 +1,18 @@
-// Draws exported shaders on a sphere, without display or GPU.
+// Draws exported shaders, without display or GPU.
 //
 // The scene is the same for every kind of file, so that the pictures of one material exported as
-// CgFX, HLSL effect and GLSL can be compared: a sphere of radius 1 at the origin, its v running
-// from the south pole to the north pole, seen from (0, 0, 3); lights stand in the
-// file as parameters with defaults. A shader that covers the screen (environment, lens) gets a
-// square instead of the sphere.
+// CgFX, HLSL effect and GLSL can be compared: a shape at the origin, usually a sphere of radius 1
+// whose v runs from the south pole to the north pole, seen from (0, 0, 3); lights stand in the file
+// as parameters with defaults. A shader that covers the screen (environment, lens) gets a square
+// instead.
 //
 // A GLSL pair is drawn as it is. The programs of a CgFX or HLSL effect go through the Cg compiler,
 // which the project does not bring along (scripts/fetch-validators.sh fetches it).
 //
 // Textures: the file that stands beside the name of the texture (the annotation ResourceName of an
 // effect, a comment "// texture NAME: FILE" in a GLSL fragment shader), PNG or JPEG; a checker that
-// carries the texture's name where that file is not found. A cube
-// map is made of the latitude-longitude image that the file is; a simple sky where there is none.
+// carries the texture's name where that file is not found. A cube map is made of the
+// latitude-longitude image that the file is; a simple sky stands in where there is none.
 #ifndef REFERENCE_HOST_RENDER_RENDER_H
 #define REFERENCE_HOST_RENDER_RENDER_H
 
