@@ -1,7 +1,10 @@
 // The table of exporters against the exporters that it makes and against the texts about them.
 #include "exporters/exporter_table.h"
 
+#include "exporter_base/bytes.h"
 #include "exporter_base/exporter_base.h"
+#include "exporters/exporter_generic.h"
+#include "exporters/generic_controls.h"
 #include "exporters/make_exporter.h"
 #include "plugin/tovira_exporter_plugin.h"
 
@@ -20,6 +23,8 @@ namespace
 {
 
 using namespace TOVIRAEXPORT;
+using testing::HasSubstr;
+using testing::Not;
 
 std::string read_source(const std::string& path)
 {
@@ -67,23 +72,87 @@ TEST(Exporter_table, every_exporter_that_writes_files_says_of_which_shaders)
         EXPECT_EQ(facts.files[0].suffix != nullptr, *facts.kinds != '\0') << facts.name;
 }
 
-// Its row of the overview: number, name, ..., the files, ..., the kinds.
-TEST(Exporter_table, page_of_targets_tells_the_same)
+// The row of an exporter in the overview: number, name, program, files, kinds, page.
+std::string overview_row(size_t row)
 {
-    const std::string page = read_source("docs/targets.md");
+    const std::string overview = read_source("docs/targets.md");
+    const Exporter_facts& facts = exporter_facts[row];
+    const std::string number = facts.offered ? std::to_string(row) : "-";
+    const size_t start = overview.find("\n| " + number + " | " + facts.name + " |");
+    if (start == std::string::npos)
+        return "";
+    return overview.substr(start + 1, overview.find('\n', start + 1) - start - 1);
+}
+
+// The page to which the row leads.
+std::string page_of(size_t row)
+{
+    const std::string line = overview_row(row);
+    const size_t start = line.find("(targets/");
+    if (start == std::string::npos)
+        return "";
+    return read_source("docs/" + line.substr(start + 1, line.find(')', start) - start - 1));
+}
+
+void expect_to_tell(const std::string& text, const Exporter_facts& facts)
+{
+    for (const Output_file& file : facts.files) {
+        if (file.suffix) {
+            EXPECT_THAT(text, HasSubstr("`NAME" + std::string(file.suffix) + "`"));
+        }
+    }
+    std::istringstream kinds(facts.kinds);
+    for (std::string kind; kinds >> kind;)
+        EXPECT_THAT(text, HasSubstr(kind));
+}
+
+TEST(Exporter_table, overview_and_pages_of_targets_tell_the_same)
+{
     for (size_t row = 0; row < exporter_facts.size(); ++row) {
         const Exporter_facts& facts = exporter_facts[row];
         if (!facts.files[0].suffix)
             continue;
-        const std::string number = facts.offered ? std::to_string(row) : "-";
-        const size_t start = page.find("\n| " + number + " | " + facts.name + " |");
-        ASSERT_NE(start, std::string::npos) << facts.name;
-        const std::string line = page.substr(start + 1, page.find('\n', start + 1) - start - 1);
-        for (const Output_file& file : facts.files) {
-            if (file.suffix) {
-                EXPECT_NE(line.find("`NAME" + std::string(file.suffix) + "`"), std::string::npos)
-                    << line;
-            }
+        SCOPED_TRACE(facts.name);
+        const std::string page = page_of(row);
+        EXPECT_THAT(page, HasSubstr(std::string("Exporter: **") + facts.name + "**"));
+        expect_to_tell(overview_row(row), facts);
+        expect_to_tell(page.substr(0, page.find("\n## ")), facts);
+    }
+}
+
+// ---- the options of the custom exporters ----
+
+bool is_on_panel(const Generic_control& control, int target)
+{
+    if (target == Exporter_generic::TARGET_GLSL)
+        return control.glsl_place != 0;
+    return (control.effect_panels &
+            (target == Exporter_generic::TARGET_CGFX ? ON_CGFX : ON_HLSL)) != 0;
+}
+
+std::string default_text(const Generic_control& control, int target)
+{
+    const Generic_default& value = control.by_default;
+    if (control.choice)
+        return to_bytes(control.entries[value.number]);
+    if (control.flag)
+        return value.number ? "on" : "off";
+    const bool is_cgfx = target == Exporter_generic::TARGET_CGFX;
+    return "`" + to_bytes(is_cgfx ? value.cgfx_text : value.text) + "`";
+}
+
+TEST(Exporter_table, pages_of_the_custom_targets_list_the_options_of_their_panels)
+{
+    constexpr size_t first_row = 5;
+    for (int target = 0; target < 3; ++target) {
+        const std::string page = page_of(first_row + static_cast<size_t>(target));
+        for (const Generic_control& control : generic_controls) {
+            const std::string row = "\n| \"" + to_bytes(control.label) + "\" | `" + control.option +
+                                    "` | " + default_text(control, target) + " | ";
+            if (is_on_panel(control, target))
+                EXPECT_THAT(page, HasSubstr(row));
+            else
+                EXPECT_THAT(page, Not(HasSubstr("| `" + std::string(control.option) + "` |")));
         }
     }
 }
