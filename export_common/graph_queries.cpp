@@ -27,10 +27,12 @@ Host_ref<TSDK::IShader_group> group_of(const Declaration_ref& declaration)
     return query_interface<TSDK::IShader_group>(declaration.get(), TSDK::INTERFACE_SHADER_GROUP);
 }
 
-// The first member named "surface"; lent by the group, which lives as long as the declaration.
+// The first member named "surface"; lent by the group, which lives as long as the declaration. A
+// host that speaks of more members than any group has must not keep the user waiting.
 TSDK::IGraph_node* find_surface_member(TSDK::IShader_group* group)
 {
-    const int count = group->get_num_members();
+    constexpr int member_limit = 1 << 20;
+    const int count = std::min(group->get_num_members(), member_limit);
     for (int i = 0; i < count; ++i) {
         TSDK::IGraph_node* member = group->get_member(i);
         if (member && std::strcmp(text_or_empty(member->get_name()), "surface") == 0)

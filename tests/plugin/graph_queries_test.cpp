@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 namespace QZ
 {
 namespace TEST
@@ -410,6 +412,44 @@ TEST(Subshader_usage, host_may_fail_at_any_call)
         if (host.fallible_calls() < failing)
             break;
     }
+}
+
+// A group that speaks of as many members as there are numbers, and has none of them.
+class Endless_material : public TSDK::IGraph_node,
+                         public TSDK::IShader_declaration,
+                         public TSDK::IShader_group
+{
+public:
+    TSDK::Interface* get_interface(int) override { return static_cast<TSDK::IShader_group*>(this); }
+    int get_interface_target() const override { return 0; }
+    void reference() const override {}
+    void release() const override {}
+
+    const char* get_name() override { return "endless"; }
+    TSDK::IShader_declaration* get_declaration() override { return this; }
+    TSDK::IInput_iterator* get_input_iterator(int) override { return nullptr; }
+    const char* get_shader_type() override { return "surface"; }
+    bool has_parameter(const char*) override { return false; }
+    bool uses_function(const char*) override { return false; }
+    int get_num_members() override { return std::numeric_limits<int>::max(); }
+    TSDK::IGraph_node* get_member(int) override
+    {
+        ++asked;
+        return nullptr;
+    }
+    bool is_material() override { return true; }
+
+    int asked = 0;
+};
+
+TEST(Subshader_usage, group_of_endless_members_is_given_up)
+{
+    Endless_material material;
+    bool uses_lights = false;
+    bool uses_environment = false;
+    determine_subshader_usage(&material, uses_lights, uses_environment);
+    EXPECT_TRUE(uses_lights); // as without a surface
+    EXPECT_EQ(material.asked, 1 << 20);
 }
 
 } // namespace TEST
