@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <map>
 #include <set>
 #include <sstream>
 #include <string>
@@ -153,6 +154,44 @@ TEST(Exporter_table, pages_of_the_custom_targets_list_the_options_of_their_panel
                 EXPECT_THAT(page, HasSubstr(row));
             else
                 EXPECT_THAT(page, Not(HasSubstr("| `" + std::string(control.option) + "` |")));
+        }
+    }
+}
+
+// The last column names each kind, or says that any is taken.
+TEST(Exporter_table, page_of_targets_names_the_kinds)
+{
+    const std::string page = read_source("docs/targets.md");
+    for (const Exporter_facts& facts : exporter_facts) {
+        if (!facts.files[0].suffix)
+            continue;
+        const size_t name = page.find(std::string("| ") + facts.name + " |");
+        ASSERT_NE(name, std::string::npos) << facts.name;
+        const size_t end = page.find(" |\n", name);
+        const size_t column_start = page.rfind(" | ", end - 1);
+        const std::string column = page.substr(column_start, end - column_start);
+        std::istringstream kinds(facts.kinds);
+        for (std::string kind; kinds >> kind;)
+            EXPECT_TRUE(column.find(kind) != std::string::npos ||
+                        column.find("any") != std::string::npos)
+                << facts.name << kind;
+    }
+}
+
+TEST(Exporter_table, text_of_a_file_is_what_its_checker_checks)
+{
+    const std::map<std::string, std::string> texts = {{"catia", "CgFX"},     {"cgfx", "CgFX"},
+                                                      {"hlsl", "HLSL FX"},   {"glsl", "GLSL"},
+                                                      {"cpp", "C++ source"}, {"qz", "qz scene"}};
+    for (const Exporter_facts& facts : exporter_facts) {
+        for (const Output_file& file : facts.files) {
+            if (!file.suffix)
+                continue;
+            const std::string suffix = file.suffix;
+            const std::string stage = suffix == "_v.gl"   ? " vertex shader"
+                                      : suffix == "_f.gl" ? " fragment shader"
+                                                          : "";
+            EXPECT_EQ(file.text, texts.at(file.checker) + stage) << facts.name;
         }
     }
 }
