@@ -70,7 +70,7 @@ private:
     std::string state_text() const
     {
         return structures_text(m_code, nullptr, m_printer) +
-               (m_used.count("lights") ? swrc_lights() : "");
+               (m_used.count("lights") ? swrc_lights() : std::string());
     }
 
     std::string parameters_text() const
