@@ -147,7 +147,8 @@ void Connection_resolver::connect()
     for (const auto& scope : m_scopes.all) {
         check_interface(*scope);
         for (const auto& [node, element] : scope->nodes)
-            add_inputs(*scope, *node, element);
+            if (is_known_category(node->category))
+                add_inputs(*scope, *node, element);
         for (const auto& [name, output] : scope->outputs)
             resolve(*scope, output);
     }
@@ -250,7 +251,7 @@ std::optional<Connection_resolver::Hop> Connection_resolver::follow(const Hop& a
     if (member->second.scope)
         return follow_output(*member->second.scope, from);
     const Node* node = member->second.node;
-    if (node->type != Type::multioutput)
+    if (node->type != Type::multioutput && is_known_category(node->category))
         check_type(from, node->type, describe(*node));
     origin.node = node;
     origin.output = from.attribute("output");

@@ -84,10 +84,12 @@ void check_connection(const Node& node, const Input& input, Type given, const st
 
 void check_node(const Node& node)
 {
+    if (!is_known_category(node.category))
+        return;
     if (!node.definition)
         throw Document_error(node.place, describe(node) + ": " + misfit(node));
     for (const Input& input : node.inputs) {
-        if (input.source)
+        if (input.source && is_known_category(input.source->category))
             check_connection(node, input, output_of(node, input).type, describe(*input.source));
         else if (input.parameter)
             check_connection(node, input, input.parameter->value.type,

@@ -52,6 +52,13 @@ bool fits_library(const Element& element)
     return find_definition(node) != nullptr;
 }
 
+// The type of a node. One of an unknown category may have an unknown type as well.
+Type type_of(const Element& element, const std::string& category)
+{
+    return is_known_category(category) ? declared_type(element)
+                                       : type_from_name(element.attribute("type"));
+}
+
 class Scope_maker
 {
 public:
@@ -128,16 +135,12 @@ private:
             return;
         }
         const std::string category = element.category();
-        if (!is_known_category(category))
-            throw Document_error(element.place(), "node '" + element.name() +
-                                                      "': unknown node category '" + category +
-                                                      "'");
         count_node(element);
         Node& node = *m_graph.nodes.emplace_back(std::make_unique<Node>());
         node.name = element.name();
         node.scope = scope.path;
         node.category = category;
-        node.type = element.has("type") ? declared_type(element) : Type::multioutput;
+        node.type = element.has("type") ? type_of(element, category) : Type::multioutput;
         node.place = element.place();
         add_name(scope, element).node = &node;
         scope.nodes.emplace_back(&node, element);

@@ -63,7 +63,7 @@ struct Node {
     std::string scope;      // the node graphs it stands in, "/"-separated; empty: top level
     std::string category;   // of the node library: "image", "standard_surface", ...
     Type type = Type::none; // of the output
-    const Node_definition* definition = nullptr; // what it means; null: nothing that is known
+    const Node_definition* definition = nullptr; // null: its category is unknown
     std::vector<Input> inputs;                   // those that the document gives, in its order
     Place place;
 

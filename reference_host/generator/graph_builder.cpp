@@ -54,6 +54,11 @@ Expr as_type(const Expr& value, const Shading_type& type)
 
 } // namespace
 
+Refusal unknown_node(const Node& node)
+{
+    return {&node, "there is no such node"};
+}
+
 Graph_builder::Graph_builder(Build_context& context, const Node& shader, const std::string& prefix)
     : m_context(context), m_shader(shader), m_prefix(prefix)
 {
@@ -68,7 +73,7 @@ Expr Graph_builder::shader_expression(const Shade_text& text)
 {
     const Node_definition* definition = m_shader.definition;
     if (!definition)
-        throw Refusal{&m_shader, "there is no implementation for these inputs"};
+        throw unknown_node(m_shader);
     std::string texts(text.text);
     for (const Output_definition& shared : definition->shared)
         texts.append(" ").append(shared.implementation.text);
@@ -127,7 +132,7 @@ void Graph_builder::compute(const Node& node)
     m_current = &node;
     m_definition = node.definition;
     if (!m_definition)
-        throw Refusal{&node, "there is no implementation for these inputs"};
+        throw unknown_node(node);
     for (const Output_definition& shared : m_definition->shared)
         m_shared[shared.name] = compute(shared, node.name + "_" + shared.name);
     const bool single = m_definition->outputs.size() == 1;

@@ -36,6 +36,9 @@ struct Refusal {
     std::string reason;
 };
 
+// For a node without a definition.
+Refusal unknown_node(const Node& node);
+
 class Graph_builder : public Notation_scope
 {
 public:

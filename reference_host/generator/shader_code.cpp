@@ -122,7 +122,9 @@ void Shader_code::add_environment()
     Graph_builder builder(m_context, node, make_identifier(node.name) + "_");
     m_environment_function = m_names.take(node.name);
     const Node_definition* definition = node.definition;
-    if (!definition || !is_float(shading_type(definition->outputs[0].type)))
+    if (!definition)
+        throw unknown_node(node);
+    if (!is_float(shading_type(definition->outputs[0].type)))
         throw Refusal{&node, "its value is no colour of an environment"};
     const Shading_type type = shading_type(definition->outputs[0].type);
     const Expr value = builder.shader_expression(definition->outputs[0].implementation);
@@ -159,7 +161,9 @@ void Shader_code::add_pattern()
 {
     const Node& node = *m_request.shader;
     const Node_definition* definition = node.definition;
-    const Shading_type type = shading_type(definition ? definition->outputs[0].type : Type::none);
+    if (!definition)
+        throw unknown_node(node);
+    const Shading_type type = shading_type(definition->outputs[0].type);
     if (component_count(type) == 0 || component_count(type) > 4)
         throw Refusal{&node, "its value is no colour that could be shown"};
     Graph_builder builder(m_context, node, "");

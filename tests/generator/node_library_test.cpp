@@ -159,8 +159,8 @@ TEST(Node_library, have_types_names_and_defaults_that_are_known)
         for (const Output_definition& output : definition.outputs) {
             EXPECT_NE(output.type, Type::none) << described(definition);
             EXPECT_EQ(output.implementation.text.empty(), component_count(output.type) == 0 &&
-                                                         output.type != Type::string &&
-                                                         output.type != Type::filename)
+                                                              output.type != Type::string &&
+                                                              output.type != Type::filename)
                 << described(definition);
         }
     }

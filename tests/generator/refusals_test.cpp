@@ -123,3 +123,30 @@ TEST(Refusals, a_material_without_a_shader_says_so)
     EXPECT_EQ(generate(*graph, "FX", {}, {}).messages(),
               "node \"paint\" (surfacematerial): no surfaceshader is connected\n");
 }
+
+// The document has a node that nobody knows, of a type that nobody knows, and two shaders.
+TEST(Refusals, an_unknown_node_spoils_only_what_uses_it)
+{
+    const auto graph = graph_of(R"(
+<frobnicate name="strange" type="marvel">
+  <input name="in" type="marvel" value="x"/>
+</frobnicate>
+<frobnicate name="odd" type="color3"><input name="in" type="color3" value="1, 1, 1"/></frobnicate>
+<surface_unlit name="plain" type="surfaceshader"/>
+<surface_unlit name="spoilt" type="surfaceshader">
+  <input name="emission_color" type="color3" nodename="odd"/>
+</surface_unlit>
+<frobnicated_surface name="unknown" type="surfaceshader"/>)");
+    ASSERT_TRUE(graph);
+    EXPECT_FALSE(generate_node(*graph, "plain", "FX", {}).texts.empty());
+    for (const char* name : {"spoilt", "odd"}) {
+        const Result spoilt = generate_node(*graph, name, "FX", {});
+        EXPECT_TRUE(spoilt.texts.empty());
+        EXPECT_EQ(spoilt.messages(), "node \"odd\" (frobnicate): there is no such node\n");
+        EXPECT_GT(spoilt.diagnostics[0].place.line, 0);
+    }
+    EXPECT_EQ(generate_node(*graph, "unknown", "FX", {}).messages(),
+              "node \"unknown\" (frobnicated_surface): there is no such node\n");
+    EXPECT_EQ(generate_node(*graph, "strange", "FX", {}).messages(),
+              "node \"strange\" (frobnicate): there is no such node\n");
+}

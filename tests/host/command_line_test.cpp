@@ -96,10 +96,11 @@ TEST_F(Program, fails_when_the_exporter_takes_no_shader_of_that_kind)
 
 TEST_F(Program, tells_file_line_and_reason_of_a_bad_document)
 {
-    const std::string bad = m_folder.write("bad.mtlx", document("<nonsense name='n'/>"));
+    const std::string bad =
+        m_folder.write("bad.mtlx", document("<absval name='n' type='nonsense'/>"));
     run({"export", bad, "--plugin", PLUGIN, "--exporter", "5", "--output", output()});
     EXPECT_EQ(1, m_status);
-    EXPECT_EQ(bad + ":2: error: node 'n': unknown node category 'nonsense'\n", m_errors);
+    EXPECT_EQ(bad + ":2: error: absval 'n': unknown type 'nonsense'\n", m_errors);
 }
 
 TEST_F(Program, exports_through_all_exporters_into_folders_of_their_own)

@@ -29,7 +29,7 @@ const Bad_document bad_documents[] = {
     {"<xi:include href='none.mtlx'/>", 2, "the included file 'none.mtlx' is missing"},
     {"<xi:include/>", 2, "an include names no file"},
     // names
-    {"\n<frobnicate name='f' type='float'/>", 3, "node 'f': unknown node category 'frobnicate'"},
+    {"\n<absval name='f' type='flaot'/>", 3, "absval 'f': unknown type 'flaot'"},
     {"<constant type='float'/>", 2, "a node 'constant' has no name"},
     {"<constant name='c' type='float'/>\n<absval name='c' type='float'/>", 3,
      "the name 'c' exists twice"},
@@ -135,7 +135,8 @@ TEST(Reader_errors, tell_the_line_and_what_is_wrong)
 TEST(Reader_errors, name_the_included_file_that_is_wrong)
 {
     const Temporary_folder folder;
-    const std::string part = folder.write("part.mtlx", document("<nonsense name='n'/>"));
+    const std::string part =
+        folder.write("part.mtlx", document("<absval name='n' type='nonsense'/>"));
     const std::string main = folder.write("main.mtlx", document("<xi:include href='part.mtlx'/>"));
     const Read_result result = read_materialx(main, {});
     EXPECT_EQ(part, result.place.file);
