@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Exports a document as CgFX, HLSL FX and GLSL, draws all three and compares the pictures.
+# Exports a document as CgFX, HLSL FX and GLSL, draws all three and compares the pictures; with
+# further --exporter OPTIONs also the files of those.
 #
 #   scripts/compare-pictures.sh BUILD_FOLDER DOCUMENT OUTPUT_FOLDER [OPTION...]
 #
@@ -20,7 +21,12 @@ rm -rf "$output"
 "$program" batch "$document" --output "$output" --texture-paths absolute \
     --exporter "Custom CgFX" --exporter "Custom HLSL" --exporter "Custom GLSL" "$@"
 "$program" render "$output"/custom_cgfx/*.cgfx -o "$output/cgfx.png"
-"$program" render "$output"/custom_hlsl_fx/*.fx -o "$output/hlsl.png"
-"$program" render "$output"/custom_glsl/*_v.gl "$output"/custom_glsl/*_f.gl -o "$output/glsl.png"
-"$program" compare "$output/cgfx.png" "$output/hlsl.png" --limit 2
-"$program" compare "$output/cgfx.png" "$output/glsl.png" --limit 2
+for folder in "$output"/*/; do
+    for file in "$folder"*.cgfx "$folder"*.fx "$folder"*_f.gl; do
+        [ -e "$file" ] || continue
+        pair=("$file")
+        [ "$file" = "${file%_f.gl}" ] || pair=("${file%_f.gl}_v.gl" "$file")
+        "$program" render "${pair[@]}" -o "$file.png"
+        "$program" compare "$output/cgfx.png" "$file.png" --limit 2
+    done
+done

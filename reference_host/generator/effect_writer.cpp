@@ -155,14 +155,16 @@ private:
         if (!text.empty())
             text += text.back() == '\n' ? "\n" : "\n\n";
         const bool world = m_code.internal_space() == Space::world;
+        std::vector<std::string> lines = {
+            std::string("Target: ") + m_words.title + ", vertex profile " +
+                profile(m_options.vertex_shader_profile, m_words.vertex_profile) +
+                ", fragment profile " +
+                profile(m_options.fragment_shader_profile, m_words.fragment_profile),
+            std::string("Internal space: ") + (world ? "world" : "camera")};
+        for (const std::string& line : host_conventions(m_options))
+            lines.push_back(line);
         return text + copyright_comment(m_options.user_copyright) +
-               head_comment(
-                   m_request, m_code,
-                   {std::string("Target: ") + m_words.title + ", vertex profile " +
-                        profile(m_options.vertex_shader_profile, m_words.vertex_profile) +
-                        ", fragment profile " +
-                        profile(m_options.fragment_shader_profile, m_words.fragment_profile),
-                    std::string("Internal space: ") + (world ? "world" : "camera")});
+               head_comment(m_request, m_code, lines);
     }
 
     std::string sas_global() const

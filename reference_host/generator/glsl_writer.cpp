@@ -80,10 +80,13 @@ private:
     {
         const std::string version = std::to_string(m_options.glsl_version);
         const bool world = m_code.internal_space() == Space::world;
+        std::vector<std::string> lines = {
+            "Target: GLSL version " + version + ", " + stage + " shader",
+            std::string("Internal space: ") + (world ? "world" : "camera")};
+        for (const std::string& line : host_conventions(m_options))
+            lines.push_back(line);
         return "#version " + version + "\n" + copyright_comment(m_options.user_copyright) +
-               head_comment(m_request, m_code,
-                            {"Target: GLSL version " + version + ", " + stage + " shader",
-                             std::string("Internal space: ") + (world ? "world" : "camera")});
+               head_comment(m_request, m_code, lines);
     }
 
     std::string uniform(const Expr& variable, const std::string& initial) const

@@ -57,6 +57,18 @@ std::string copyright_comment(const std::string& text)
     return comment.empty() ? "" : comment + "\n";
 }
 
+std::vector<std::string> host_conventions(const Text_options& options)
+{
+    const std::pair<bool, const char*> rows[] = {{options.flip_tex2d_v, "flipped textures"},
+                                                 {options.flip_vs_texture_v, "flipped mesh"},
+                                                 {options.rotate_cube_map, "rotated cube maps"}};
+    std::string words;
+    for (const auto& [holds, word] : rows)
+        if (holds)
+            words.append(words.empty() ? "Host: " : ", ").append(word);
+    return words.empty() ? std::vector<std::string>() : std::vector<std::string>{words};
+}
+
 std::string head_comment(const Shader_request& request, const Shader_code& code,
                          const std::vector<std::string>& lines)
 {

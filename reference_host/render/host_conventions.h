@@ -2,6 +2,8 @@
 #ifndef REFERENCE_HOST_RENDER_HOST_CONVENTIONS_H
 #define REFERENCE_HOST_RENDER_HOST_CONVENTIONS_H
 
+#include <string>
+
 namespace reference_host
 {
 
@@ -10,6 +12,10 @@ struct Host_conventions {
     bool flipped_mesh = false;      // the mesh's v runs downwards; its tangents are the same
     bool rotated_cube_maps = false; // shaders look up (x, z, -y) for the direction (x, y, z)
 };
+
+// What a shader says of them in a comment line of its own, "// Host: flipped textures, rotated cube
+// maps"; OpenGL's conventions where it says nothing.
+Host_conventions conventions_of(const std::string& shader_text);
 
 } // namespace reference_host
 

@@ -101,12 +101,15 @@ std::optional<Prepared> prepare(const Render_request& request, Render_result& re
         }
         texts.push_back(std::move(*text));
     }
-    if (texts.size() == 1)
-        return prepare_effect(request, texts[0], result);
-    if (texts.size() == 2)
-        return prepare_glsl(request, texts, result);
-    result.error = "one effect, or a vertex and a fragment shader are needed\n";
-    return std::nullopt;
+    if (texts.empty() || texts.size() > 2) {
+        result.error = "one effect, or a vertex and a fragment shader are needed\n";
+        return std::nullopt;
+    }
+    auto prepared = texts.size() == 1 ? prepare_effect(request, texts[0], result)
+                                      : prepare_glsl(request, texts, result);
+    if (prepared)
+        prepared->drawing.conventions = conventions_of(texts.back());
+    return prepared;
 }
 
 // Where a file may lie: beside the shader and in the search paths.
@@ -211,7 +214,6 @@ Render_result render(const Render_request& request)
     load_textures(*prepared, request, result);
     if (!load_environment(*prepared, request, result))
         return result;
-    prepared->drawing.conventions = request.conventions;
     prepared->drawing.view = request.view;
     auto picture = draw(prepared->drawing, request.size, result.error);
     if (!picture)

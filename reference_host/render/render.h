@@ -12,11 +12,12 @@
 // Textures: the file that stands beside the name of the texture (the annotation ResourceName of an
 // effect, a comment "// texture NAME: FILE" in a GLSL fragment shader), PNG or JPEG; a checker that
 // carries the texture's name where that file is not found. A cube map is made of the
-// latitude-longitude image that the file is; a simple sky stands in where there is none.
+// latitude-longitude image that the file is; a simple sky stands in where there is none. How the
+// program holds textures for which a shader was exported is read from the shader, see
+// host_conventions.h.
 #ifndef REFERENCE_HOST_RENDER_RENDER_H
 #define REFERENCE_HOST_RENDER_RENDER_H
 
-#include "reference_host/render/host_conventions.h"
 #include "reference_host/render/linear_picture.h"
 #include "reference_host/render/view.h"
 
@@ -33,7 +34,6 @@ struct Render_request {
     std::vector<std::string> search_paths; // for textures, after the folder of the shader itself
     std::string cg_compiler;               // program cgc; empty: see find_cg_compiler
 
-    Host_conventions conventions;
     View view;
     std::string environment_file;       // for all cube maps and the backdrop; empty: see above
     Encoding encoding = Encoding::srgb; // of the picture file

@@ -114,12 +114,6 @@ void add_render(CLI::App& app, int& exit_status)
         ->delimiter(',')
         ->expected(1);
     command->add_option("--cg-compiler", request->cg_compiler, "The program cgc");
-    command->add_flag("--flipped-textures", request->conventions.flipped_textures,
-                      "For shaders that flip texture lookups: the first row of an image is v = 0");
-    command->add_flag("--flipped-mesh", request->conventions.flipped_mesh,
-                      "For shaders that flip the mesh's texture coordinates: v runs downwards");
-    command->add_flag("--rotated-cube-maps", request->conventions.rotated_cube_maps,
-                      "For shaders that look cube maps up at (x, z, -y)");
     command->callback([request, &exit_status] { exit_status = run_render(*request); });
 }
 

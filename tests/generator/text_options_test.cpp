@@ -125,7 +125,8 @@ TEST_F(Text_options, flip_vs_texture_v_turns_the_stream_over)
 {
     EXPECT_THAT(
         change({}, "flip_vs_texture_v", "true"),
-        UnorderedElementsAre("-    result.texture_coordinate0 = vertex.texcoord0;",
+        UnorderedElementsAre("+// Host: flipped mesh",
+                             "-    result.texture_coordinate0 = vertex.texcoord0;",
                              "+    result.texture_coordinate0 = float2(vertex.texcoord0.x, 1.0 - "
                              "vertex.texcoord0.y);"));
 }

@@ -164,10 +164,10 @@ protected:
         ASSERT_TRUE(write_png(stripes, file));
     }
 
-    Image draw_stripes()
+    Image draw_stripes(const std::string& comment = "")
     {
         const std::string text =
-            "#version 130\n"
+            "#version 130\n" + comment +
             "// texture stripes: stripes.png\n"
             "uniform sampler2D stripes;\n"
             "in vec4 fragment_texcoord0;\n"
@@ -189,17 +189,17 @@ TEST_F(Render_textures, stand_upright_when_found_beside_the_shader)
 TEST_F(Render_textures, stand_on_their_heads_for_flipped_lookups)
 {
     write_stripes(m_folder.path("stripes.png"));
-    m_request.conventions.flipped_textures = true;
-    expect_near(draw_stripes().at(middle, middle - 15), {0, 0, 255, 255}, 8);
+    expect_near(draw_stripes("// Host: flipped textures\n").at(middle, middle - 15),
+                {0, 0, 255, 255}, 8);
 }
 
 TEST_F(Render_textures, stand_on_their_heads_on_a_flipped_mesh_and_upright_with_both)
 {
     write_stripes(m_folder.path("stripes.png"));
-    m_request.conventions.flipped_mesh = true;
-    expect_near(draw_stripes().at(middle, middle - 15), {0, 0, 255, 255}, 8);
-    m_request.conventions.flipped_textures = true;
-    expect_near(draw_stripes().at(middle, middle - 15), {255, 0, 0, 255}, 8);
+    expect_near(draw_stripes("// Host: flipped mesh\n").at(middle, middle - 15), {0, 0, 255, 255},
+                8);
+    expect_near(draw_stripes("// Host: flipped textures, flipped mesh\n").at(middle, middle - 15),
+                {255, 0, 0, 255}, 8);
 }
 
 TEST_F(Render_textures, are_found_in_a_search_path)
