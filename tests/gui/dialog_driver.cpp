@@ -44,6 +44,13 @@ int response_of(Reply reply)
     return response_delete_event;
 }
 
+// Whether a dialog that was given no folder loads one.
+#if wxCHECK_VERSION(3, 0, 0)
+constexpr bool loads_some_folder = true;
+#else
+constexpr bool loads_some_folder = false; // GTK 2 lists the files used last
+#endif
+
 // File names that tell the plug-in's filters apart.
 constexpr const char* probe_names[] = {"x.cgfx", "x.fx", "x.gl", "x.glsl", "x.axml", "x.txt", "x"};
 
@@ -115,8 +122,8 @@ bool is_dialog(void* window)
 }
 
 // What wx was given for the file dialog that is about to appear.
-std::string wx_wildcard;
-long wx_style;
+std::optional<std::string> wx_wildcard;
+std::optional<long> wx_style;
 
 #if wxCHECK_VERSION(3, 0, 0)
 class File_dialog_hook : public wxModalDialogHook
@@ -186,6 +193,14 @@ void describe_message_box(void* dialog, Shown_dialog& shown)
 }
 
 } // namespace
+
+Dialog_answer select_from_anywhere(const std::string& file)
+{
+    Dialog_answer answer{Reply::accept};
+    answer.files = {file};
+    answer.without_folder = true;
+    return answer;
+}
 
 Dialog_driver::Dialog_driver()
     : m_timer(gtk_function<unsigned int(unsigned int, int (*)(void*), void*)>("g_timeout_add")(
@@ -307,7 +322,7 @@ bool Dialog_driver::is_settled() const
     if (!is_file_dialog(m_dialog))
         return true;
     if (current_folder(m_dialog).empty())
-        return false;
+        return m_answer.without_folder && !loads_some_folder;
     return m_answer.wait_for_path.empty() || current_path(m_dialog) == m_answer.wait_for_path;
 }
 

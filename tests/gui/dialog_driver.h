@@ -16,6 +16,7 @@
 #include <chrono>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,7 +45,11 @@ struct Dialog_answer {
     std::vector<std::string> files = {}; // of an open dialog, full paths; none: as they are
     std::string wait_for_path = {};      // the path that the dialog must propose before it is noted
     std::function<void()> meanwhile = {}; // what happens while the dialog is open
+    bool without_folder = false; // the dialog was given no folder; GTK 2 does not load any then
 };
+
+// Confirms an open dialog that was given no folder with that file, a full path.
+Dialog_answer select_from_anywhere(const std::string& file);
 
 // What the user saw when the dialog had appeared, as bytes.
 struct Shown_dialog {
@@ -67,8 +72,8 @@ struct Shown_dialog {
     std::vector<std::string> filters;     // their names
     std::vector<std::string> filter_fits; // which probe names each lets through, joined by blanks
     int filter = -1;                      // the chosen one
-    std::string wildcard;                 // as wx has it; unknown, so empty, under 2.8
-    long style = 0;                       // as wx has it; unknown, so 0, under 2.8
+    std::optional<std::string> wildcard;  // as wx has it; 2.8 does not tell
+    std::optional<long> style;            // as wx has it; 2.8 does not tell
 };
 
 // The toolkit's numbers for the icon of a message box.

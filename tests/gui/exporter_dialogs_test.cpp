@@ -125,10 +125,10 @@ TEST_F(Exporter_dialogs, texts_reach_the_dialog_exactly_as_registered)
         EXPECT_EQ(shown().path, folder.file("untitled"));
         EXPECT_TRUE(shown().saves);
         EXPECT_FALSE(shown().asks_before_overwriting);
-#if wxCHECK_VERSION(3, 0, 0)
-        EXPECT_EQ(shown().wildcard, row.wildcard);
-        EXPECT_EQ(shown().style & (wxFD_SAVE | wxFD_OPEN | wxFD_OVERWRITE_PROMPT), wxFD_SAVE);
-#endif
+        EXPECT_EQ(shown().wildcard.value_or(row.wildcard), row.wildcard);
+        EXPECT_EQ(shown().style.value_or(wxFD_SAVE) &
+                      (wxFD_SAVE | wxFD_OPEN | wxFD_OVERWRITE_PROMPT),
+                  wxFD_SAVE);
         EXPECT_EQ(to_bytes(control<wxTextCtrl>(ID_EXPORTFILE_TEXT)->GetValue()),
                   folder.file(row.saved));
         exporter->remove_ui(nullptr, true);
@@ -141,10 +141,9 @@ TEST_F(Exporter_dialogs, survive_the_panel_that_is_closed_below_them)
     for (const int button : {ID_EXPORTFILE_BROWSE, ID_ANNOTATION_MAP_BROWSE}) {
         Exporter_base* exporter = find("Custom CgFX");
         open_panel(*exporter, 400);
-        Dialog_answer answer{Reply::accept};
-        answer.name = button == ID_EXPORTFILE_BROWSE ? "scene" : "";
+        Dialog_answer answer{Reply::accept, -1, "scene"};
         if (button == ID_ANNOTATION_MAP_BROWSE)
-            answer.files = {folder.write("map.axml", "")};
+            answer = select_from_anywhere(folder.write("map.axml", ""));
         answer.meanwhile = [exporter] { exporter->remove_ui(nullptr, true); };
         dialogs.answer_next(answer);
         wxCommandEvent event(wxEVT_COMMAND_BUTTON_CLICKED, button);

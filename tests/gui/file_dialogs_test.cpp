@@ -93,7 +93,8 @@ TEST_F(File_dialogs, save_dialog_shows_what_the_settings_say)
     EXPECT_EQ(shown().path, folder.file("scene")); // without the first filter's extension
     EXPECT_EQ(shown().filters, (std::vector<std::string>{"Effect (*.fx)", "All files (*)"}));
     EXPECT_EQ(shown().filter, 1);
-    EXPECT_EQ(shown().wildcard, "Effect (*.fx)|*.fx|All files (*)|*");
+    const std::string wildcard = "Effect (*.fx)|*.fx|All files (*)|*";
+    EXPECT_EQ(shown().wildcard.value_or(wildcard), wildcard);
 }
 
 struct Extension_case {
@@ -125,6 +126,38 @@ TEST_F(File_dialogs, save_adds_the_extension_of_the_filter_to_a_name_without_one
         EXPECT_EQ(filename(), row.saved);
         EXPECT_EQ(exporter.remembered("save"), folder.file(row.saved));
         EXPECT_EQ(exporter.remembered("filter_index"), std::to_string(row.filter));
+    }
+}
+
+// An exporter with another text for the property that says whether extensions are added.
+class Autoadd_exporter : public Chooser_exporter
+{
+public:
+    explicit Autoadd_exporter(const char* autoadd)
+        : Chooser_exporter(two_filters), m_autoadd(from_bytes(autoadd))
+    {
+    }
+    wxString get_exporter_setting(const wxString& key) override
+    {
+        return key.EndsWith(wxT("::extension_autoadd"))
+                   ? m_autoadd
+                   : Chooser_exporter::get_exporter_setting(key);
+    }
+
+private:
+    wxString m_autoadd;
+};
+
+TEST_F(File_dialogs, extension_is_added_for_the_text_true_only)
+{
+    for (const std::string autoadd : {"true", "false", "True", "TRUE", "true ", " true", "truely",
+                                      "1", "yes", "<undefined>", ""}) {
+        SCOPED_TRACE(autoadd);
+        Autoadd_exporter exporter(autoadd.c_str());
+        exporter.remember("save", folder.file("start"));
+        dialogs.answer_next({Reply::accept, -1, "scene"});
+        ASSERT_TRUE(save(exporter));
+        EXPECT_EQ(chosen(), folder.file(autoadd == "true" ? "scene.fx" : "scene"));
     }
 }
 
@@ -218,8 +251,8 @@ TEST_F(File_dialogs, open_dialog_takes_one_existing_file)
     EXPECT_FALSE(shown().selects_many);
     EXPECT_EQ(shown().caption, "Choose it");
     EXPECT_EQ(shown().folder, folder.path());
-    EXPECT_EQ(shown().style & (wxFD_OPEN | wxFD_FILE_MUST_EXIST | wxFD_MULTIPLE),
-              wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    const long style = wxFD_OPEN | wxFD_FILE_MUST_EXIST;
+    EXPECT_EQ(shown().style.value_or(style) & (style | wxFD_SAVE | wxFD_MULTIPLE), style);
     EXPECT_EQ(chosen(), folder.file("b.fx"));
     EXPECT_EQ(filename(), "b.fx");
     EXPECT_EQ(exporter.remembered("open"), folder.file("b.fx"));
@@ -317,7 +350,8 @@ TEST_F(File_dialogs, setting_without_properties_is_shown_as_undefined)
     File_chooser chooser(container(), &exporter, wxT("other"));
     EXPECT_TRUE(chooser.get_open_file(m_path));
     EXPECT_EQ(shown().caption, "<undefined>");
-    EXPECT_EQ(shown().wildcard, "<undefined>");
+    EXPECT_EQ(shown().wildcard.value_or("<undefined>"), "<undefined>");
+    EXPECT_EQ(shown().filters, std::vector<std::string>{"Files (<undefined>)"});
     EXPECT_EQ(chosen(), folder.file("a.fx"));
 }
 

@@ -8,6 +8,8 @@
 
 #include <filesystem>
 
+#include <wx/defs.h>
+
 namespace QZ
 {
 namespace TEST
@@ -18,6 +20,13 @@ namespace
 using TOVIRAEXPORT::Exporter_default;
 using TOVIRAEXPORT::Exporter_generic;
 using Replies = std::vector<Reply>;
+
+// The buttons that Return presses in a box with nothing but OK.
+#if wxCHECK_VERSION(3, 0, 0)
+const Replies default_of_ok_alone = {Reply::ok};
+#else
+const Replies default_of_ok_alone = {}; // GTK 2 marks none
+#endif
 
 class Message_box_windows : public Window_test
 {
@@ -36,7 +45,7 @@ TEST_F(Message_box_windows, error_names_the_exporter_and_offers_ok)
     EXPECT_EQ(shown().text, "It is broken.");
     EXPECT_EQ(shown().icon, ICON_ERROR);
     EXPECT_EQ(shown().buttons, Replies{Reply::ok});
-    EXPECT_EQ(shown().default_buttons, Replies{Reply::ok});
+    EXPECT_EQ(shown().default_buttons, default_of_ok_alone);
     EXPECT_EQ(shown().parent_title, host_title);
 }
 
@@ -49,7 +58,7 @@ TEST_F(Message_box_windows, warning_names_the_exporter_and_offers_ok)
     EXPECT_EQ(shown().text, "It may break.");
     EXPECT_EQ(shown().icon, ICON_WARNING);
     EXPECT_EQ(shown().buttons, Replies{Reply::ok});
-    EXPECT_EQ(shown().default_buttons, Replies{Reply::ok});
+    EXPECT_EQ(shown().default_buttons, default_of_ok_alone);
 }
 
 TEST_F(Message_box_windows, boxes_close_by_keys_and_by_the_window_button)

@@ -214,6 +214,53 @@ TEST_F(Panel_controls, sample_panel)
                      "button - button!"}));
 }
 
+// ---- window names
+
+// Whoever drives a panel finds a control also by the compiler option that it feeds.
+TEST_F(Panel_controls, generic_controls_are_named_after_their_options)
+{
+    struct {
+        int id;
+        const char* name;
+    } const cases[] = {
+        {18205, "annotation_map"},
+        {18207, "vertex_shader_profile"},
+        {18208, "fragment_shader_profile"},
+        {18209, "vertex_stream_space"},
+        {18210, "internal_space"},
+        {18211, "two_sided"},
+        {18212, "face_forward"},
+        {18213, "rotate_cube_map"},
+        {18214, "flip_tex2d_v"},
+        {18215, "generate_sampler_states"},
+        {18216, "alpha_transparency"},
+        {18217, "use_oit"},
+        {18218, "depth_test"},
+        {18219, "depth_write"},
+        {18220, "hlsl_sas_conformance"},
+        {18221, "interfaces"},
+        {18222, "eval_volume"},
+        {18223, "glsl_version"},
+    };
+    for (const auto target : {Exporter_generic::TARGET_CGFX, Exporter_generic::TARGET_HLSL,
+                              Exporter_generic::TARGET_GLSL}) {
+        Exporter_generic exporter(target);
+        exporter.initialize();
+        open_panel(exporter, 400);
+        size_t found = 0;
+        for (const auto& row : cases) {
+            if (const wxWindow* window = container()->FindWindow(row.id)) {
+                EXPECT_EQ(to_bytes(window->GetName()), row.name);
+                ++found;
+            }
+        }
+        EXPECT_EQ(found, target == Exporter_generic::TARGET_CGFX   ? 16u
+                         : target == Exporter_generic::TARGET_HLSL ? 14u
+                                                                   : 4u);
+        exporter.remove_ui(nullptr, true);
+    }
+}
+
 // ---- fonts
 
 TEST_F(Panel_controls, font_has_three_sizes_and_two_weights)

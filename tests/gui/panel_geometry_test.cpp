@@ -5,8 +5,10 @@
 #include "tests/gui/every_exporter.h"
 #include "tests/gui/window_test.h"
 
+#include <algorithm>
 #include <cstdlib>
 
+#include <wx/combobox.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/statbox.h>
@@ -45,6 +47,22 @@ std::string text_of(wxWindow* window)
            " x " + std::to_string(at.height);
 }
 
+// What a control needs to be seen whole: what its toolkit asks for, and for a choice at least its
+// longest entry beside the arrow, which is about square.
+wxSize needed_by(wxWindow* control)
+{
+    wxSize needed = control->GetEffectiveMinSize();
+    if (auto* choice = dynamic_cast<wxComboBox*>(control)) {
+        for (unsigned int i = 0; i < choice->GetCount(); ++i) {
+            int width = 0;
+            int height = 0;
+            choice->GetTextExtent(choice->GetString(i), &width, &height);
+            needed.x = std::max(needed.x, width + height);
+        }
+    }
+    return needed;
+}
+
 // What is wrong with the look of a panel; empty when nothing is.
 std::vector<std::string> faults_of(wxWindow* panel)
 {
@@ -53,7 +71,7 @@ std::vector<std::string> faults_of(wxWindow* panel)
     for (size_t i = 0; i < controls.size(); ++i) {
         wxWindow* control = controls[i];
         const wxRect at = control->GetRect();
-        const wxSize needed = control->GetEffectiveMinSize();
+        const wxSize needed = needed_by(control);
         if (!wxRect(panel->GetClientSize()).Contains(at))
             faults.push_back("not inside the panel: " + text_of(control));
         if (is_group_box(control))

@@ -310,7 +310,7 @@ TEST_F(Panel_input, annotation_map_button_is_clicked)
     const std::string map = folder.write("map.axml", "");
     Exporter_generic exporter(Exporter_generic::TARGET_HLSL);
     show(exporter);
-    dialogs.answer_next({Reply::accept, -1, "", {map}});
+    dialogs.answer_next(select_from_anywhere(map));
     click(ID_ANNOTATION_MAP_BROWSE);
     EXPECT_TRUE(wait_until([&] { return field_text(ID_ANNOTATION_MAP_TEXT) == map; }));
     EXPECT_EQ(shown().caption, "Choose a HLSL annotation map file");

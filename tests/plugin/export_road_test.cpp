@@ -22,24 +22,45 @@ using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
+// What the user is told of a failure, in a box "Tovira"; null: nothing.
+struct Failure_texts {
+    const char* no_unit;
+    const char* no_shader;
+    const char* no_file; // "/no such folder/out"
+};
+
 // How an exporter of the table differs from the others on this road.
 struct Difference {
     const char* exporter;
     const char* no_name_text;
     bool true_after_failed_compile;
     std::vector<std::string> kept; // on purpose, when no file is named
+    Failure_texts told;
 };
 
 const char* const no_name = "Error! no export file name is specified.";
 
 const Difference differences[] = {
-    {"Autodesk 3ds Max legacy (HLSL)", no_name, false, {}},
-    {"CATIA (CgFX)", no_name, false, {}},
-    {"FX Composer (HLSL/CgFX)", "Error: no export file name is specified.", true, {}},
-    {"Custom CgFX", no_name, true, {"never released: wood"}},
-    {"Custom HLSL FX", no_name, true, {"never released: wood"}},
-    {"Custom GLSL", no_name, true, {"never released: wood"}},
-    {"Corvane", no_name, false, {}},
+    {"Autodesk 3ds Max legacy (HLSL)",
+     no_name,
+     false,
+     {},
+     {"Error exporting shader: Fail to compile a surface shader\n",
+      "Error exporting shader: unable to create the shader",
+      "Error exporting shader: can not write the code [/no such folder/out.fx]\n"
+      "write open failed [/no such folder/out.fx]"}},
+    {"CATIA (CgFX)",
+     no_name,
+     false,
+     {},
+     {"Error! export_catia_shader: can not get a compilation unit.\n",
+      "Error! export_catia_shader: can not generate a shader.",
+      "Error! export_catia_shader: write open failed [/no such folder/out.fx]"}},
+    {"FX Composer (HLSL/CgFX)", "Error: no export file name is specified.", true, {}, {}},
+    {"Custom CgFX", no_name, true, {"never released: wood"}, {}},
+    {"Custom HLSL FX", no_name, true, {"never released: wood"}, {}},
+    {"Custom GLSL", no_name, true, {"never released: wood"}, {}},
+    {"Corvane", no_name, false, {}, {}},
 };
 
 struct Road_case {
@@ -49,6 +70,7 @@ struct Road_case {
     std::string no_name_text = no_name;
     bool true_after_failed_compile = true;
     std::vector<std::string> kept = {};
+    Failure_texts told = {};
 };
 
 // One case for each exporter that writes files.
@@ -66,6 +88,7 @@ std::vector<Road_case> road_cases()
                 road.no_name_text = difference.no_name_text;
                 road.true_after_failed_compile = difference.true_after_failed_compile;
                 road.kept = difference.kept;
+                road.told = difference.told;
             }
         }
         if (!road.files.empty())
@@ -98,6 +121,14 @@ protected:
     bool is_renderer_source() const { return std::string(exporter->get_name()) == "Corvane"; }
     bool run() { return exporter->export_shader(host.app(), host.view()); }
     void choose_file() { choose_export_file(*exporter, folder.file("out")); }
+
+    // Nothing for null.
+    static std::vector<Message_box> box_with(const char* text)
+    {
+        if (!text)
+            return {};
+        return {Message_box{"Tovira", text, wxOK | wxCENTRE}};
+    }
 
     Temporary_folder folder;
     Recording_host host;
@@ -188,6 +219,7 @@ TEST_P(Export_road, failed_compilation_writes_nothing)
     host.compiles = false;
     const Message_boxes boxes;
     EXPECT_EQ(run(), GetParam().true_after_failed_compile);
+    EXPECT_EQ(boxes.shown(), box_with(GetParam().told.no_unit));
     EXPECT_THAT(folder.files(), IsEmpty());
     EXPECT_THAT(host.problems(), IsEmpty());
 }
@@ -198,15 +230,18 @@ TEST_P(Export_road, failed_generation_writes_nothing)
     host.generates = false;
     const Message_boxes boxes;
     EXPECT_EQ(run(), GetParam().true_after_failed_compile);
+    EXPECT_EQ(boxes.shown(), box_with(GetParam().told.no_shader));
     EXPECT_THAT(folder.files(), IsEmpty());
     EXPECT_THAT(host.problems(), IsEmpty());
 }
 
+// Only the exporters with a box of their own tell it, to the user and to the host.
 TEST_P(Export_road, failed_write_releases_everything)
 {
     choose_export_file(*exporter, "/no such folder/out");
     const Message_boxes boxes;
-    run();
+    EXPECT_EQ(run(), GetParam().told.no_file == nullptr);
+    EXPECT_EQ(boxes.shown(), box_with(GetParam().told.no_file));
     EXPECT_THAT(host.problems(), IsEmpty());
 }
 
@@ -254,42 +289,98 @@ TEST_P(Export_road, missing_lights_are_asked_about)
         return;
     }
     EXPECT_EQ(run(), GetParam().true_after_failed_compile);
-    ASSERT_FALSE(boxes.shown().empty());
-    EXPECT_EQ(boxes.shown()[0].caption, "Tovira - Warning");
+    std::vector<Message_box> expected = {
+        {"Tovira - Warning",
+         "Exported shader requires lights, but none are assigned in\n"
+         "the Render Settings Dialog.\n\nAre you sure you want to continue?",
+         wxYES_NO}};
+    for (const Message_box& box : box_with(GetParam().told.no_unit))
+        expected.push_back(box);
+    EXPECT_EQ(boxes.shown(), expected);
     EXPECT_THAT(folder.files(), IsEmpty());
     EXPECT_THAT(host.problems(), IsEmpty());
 }
+
+// The exporters with a box of their own call the user's own "No" a failure, as they do any other.
+TEST_P(Export_road, no_to_a_missing_environment_is_reported_where_failures_are)
+{
+    shader.functions = {"trace"};
+    choose_file();
+    const Message_boxes boxes({wxID_NO});
+    EXPECT_EQ(run(), is_renderer_source() || GetParam().true_after_failed_compile);
+    if (is_renderer_source())
+        return; // it asks nothing
+    std::vector<Message_box> expected = {
+        {"Tovira - Warning",
+         "Exported shader requires an environment shader, but there is\n"
+         "not one assigned in the Render Settings Dialog.\n\n"
+         "Are you sure you want to continue?",
+         wxYES_NO}};
+    for (const Message_box& box : box_with(GetParam().told.no_unit))
+        expected.push_back(box);
+    EXPECT_EQ(boxes.shown(), expected);
+    EXPECT_THAT(folder.files(), IsEmpty());
+}
+
+// A host with a graph and a scene that make every exporter ask all that it can ask.
+class Fragile_host : public Recording_host
+{
+public:
+    explicit Fragile_host(const Temporary_folder& search_path)
+    {
+        search_path.write("user_copyright.txt", "(c)");
+        Scripted_node& node = add_selected_node("wood");
+        node.is_group = true;
+        node.is_material = true;
+        Scripted_node& surface = add_node("surface");
+        surface.functions = {"direct_light", "trace"};
+        surface.connect(&add_node("noise"));
+        node.members = {&surface};
+        node.connect(&surface);
+        add_light("key");
+        environment = &add_node("sky");
+        volume = &add_node("fog");
+        search_paths = {search_path.path()};
+    }
+};
 
 // Whatever single call of the host fails: no crash, and nothing is kept.
 TEST_P(Export_road, host_may_fail_at_any_call)
 {
     const Temporary_folder search_path;
-    search_path.write("user_copyright.txt", "(c)");
     choose_file();
     int failing = 0;
     int calls = 0;
     do {
-        ++failing;
-        Recording_host fragile;
-        Scripted_node& node = fragile.add_selected_node("wood");
-        node.is_group = true;
-        node.is_material = true;
-        Scripted_node& surface = fragile.add_node("surface");
-        surface.functions = {"direct_light", "trace"};
-        surface.connect(&fragile.add_node("noise"));
-        node.members = {&surface};
-        node.connect(&surface);
-        fragile.add_light("key");
-        fragile.environment = &fragile.add_node("sky");
-        fragile.volume = &fragile.add_node("fog");
-        fragile.search_paths = {search_path.path()};
-        fragile.set_failing_call(failing);
+        Fragile_host fragile(search_path);
+        fragile.set_failing_call(++failing);
         const Message_boxes boxes(std::vector<int>(10, wxID_YES));
         exporter->export_shader(fragile.app(), fragile.view());
         EXPECT_THAT(fragile.problems(), IsEmpty()) << "call " << failing << " failed";
         calls = fragile.fallible_calls();
     } while (calls >= failing);
     EXPECT_GT(failing, 8);
+}
+
+// Memory may run out anywhere: the exception ends at the border, and nothing is kept either.
+TEST_P(Export_road, exception_at_any_call_is_a_failed_export)
+{
+    const Temporary_folder search_path;
+    choose_file();
+    int throwing = 0;
+    bool done = false;
+    ::testing::internal::CaptureStderr();
+    do {
+        Fragile_host fragile(search_path);
+        fragile.set_throwing_call(++throwing);
+        const Message_boxes boxes(std::vector<int>(10, wxID_YES));
+        done = exporter->export_shader(fragile.app(), fragile.view());
+        EXPECT_EQ(done, fragile.fallible_calls() < throwing) << "call " << throwing << " threw";
+        EXPECT_THAT(fragile.problems(), IsEmpty()) << "call " << throwing << " threw";
+    } while (!done && throwing < 200);
+    EXPECT_TRUE(done);
+    EXPECT_GT(throwing, 8);
+    ::testing::internal::GetCapturedStderr();
 }
 
 INSTANTIATE_TEST_SUITE_P(Exporters, Export_road, ::testing::ValuesIn(road_cases()),

@@ -12,10 +12,7 @@ namespace TEST
 
 using namespace TOVIRAEXPORT;
 using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Not;
 
 Options catia_options(const char* flip)
 {
@@ -199,6 +196,28 @@ TEST_F(Exporter_catia_test, host_objects_are_taken_and_released_in_order)
                 ElementsAre("unit 1.generate_shader(\"FX\", options 1)"));
 }
 
+// The whole conversation from the unit on.
+TEST_F(Exporter_catia_test, preference_is_asked_before_the_states_and_both_before_the_options)
+{
+    host.search_paths = {std::nullopt};
+    EXPECT_EQ(run(), "");
+    std::vector<std::string> questions;
+    for (const std::string& call : host.log()) {
+        const size_t operation = call.find('.') + 1;
+        if (call.find("preferences.") == 0 || call.find("unit 1.") == 0 ||
+            call.find("compiler.compile(") == 0 || call.find("set_option(", operation) == operation)
+            questions.push_back(call.substr(0, call.find(',')));
+    }
+    const auto compiled = std::find_if(questions.begin(), questions.end(), [](const auto& call) {
+        return call.find("compiler.compile(") == 0;
+    });
+    ASSERT_GT(questions.end() - compiled, 6);
+    EXPECT_THAT(std::vector<std::string>(compiled + 1, compiled + 6),
+                ElementsAre("preferences.get_bool_preference(\"cg_flip_tex2d_v\")",
+                            "unit 1.uses_state(0", "unit 1.uses_state(0", "unit 1.uses_state(0",
+                            "options 1.set_option(\"annotation_map\""));
+}
+
 TEST_F(Exporter_catia_test, failure_is_shown_in_one_plain_box)
 {
     shader.kind = "lens";
@@ -212,57 +231,13 @@ TEST_F(Exporter_catia_test, failure_is_shown_in_one_plain_box)
 
 // ---- the light text
 
-TEST_F(Exporter_catia_test, file_is_the_code_followed_by_the_lights)
+TEST_F(Exporter_catia_test, lights_follow_the_code_whatever_it_is_with_nothing_between)
 {
-    host.codes = {"code \xff\n"};
-    EXPECT_EQ(run(), "");
-    EXPECT_EQ(folder.read("a.fx"), std::string("code \xff\n") + catia_lights);
-}
-
-TEST(Catia_lights, are_11780_bytes_with_a_blank_before_every_newline)
-{
-    const std::string text = catia_lights;
-    EXPECT_EQ(text.size(), 11780u);
-    for (size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', end + 1)) {
-        ASSERT_GT(end, 0u);
-        ASSERT_EQ(text[end - 1], ' ') << "before byte " << end;
+    for (const char* code : {"code \xff\n", "code without a last newline", "\n", ""}) {
+        host.codes = {code};
+        EXPECT_EQ(run(), "");
+        EXPECT_EQ(folder.read("a.fx"), std::string(code) + catia_lights);
     }
-    EXPECT_THAT(text, EndsWith(" \n"));
-    EXPECT_EQ(text.find('\r'), std::string::npos);
-}
-
-// Where each light's text begins; the next one or the end of the text ends it.
-std::string light_text(const std::string& name)
-{
-    const std::string text = catia_lights;
-    const size_t begin = text.find("struct " + name + " : Light");
-    EXPECT_NE(begin, std::string::npos) << name;
-    return text.substr(begin, text.find("struct ", begin + 1) - begin);
-}
-
-TEST(Catia_lights, implement_the_light_interface_three_times)
-{
-    for (const char* name : {"SLightDir", "SLightPoint", "SLightSpot"}) {
-        const std::string text = light_text(name);
-        for (const char* member :
-             {"LightPos", "LightDir", "LightColor", "LightColorSpec", "lightI_SCos_SExp"})
-            EXPECT_THAT(text, HasSubstr(std::string("float3 ") + member)) << name;
-        for (const char* part :
-             {"Light_iterator eval(", "tsl_raw_contribution", "tsl_contribution", "tsl_point",
-              "tsl_distance", "tsl_dot_nl", "tsl_direction", "3.141592"})
-            EXPECT_THAT(text, HasSubstr(part)) << name;
-    }
-    EXPECT_THAT(light_text("SLightDir"), HasSubstr("Light_directional_main"));
-    EXPECT_THAT(light_text("SLightSpot"), HasSubstr("250"));
-    EXPECT_THAT(light_text("SLightPoint"), Not(HasSubstr("250")));
-}
-
-TEST(Catia_lights, guard_the_matrix_that_generated_code_may_declare_too)
-{
-    const std::string text = catia_lights;
-    EXPECT_THAT(text, HasSubstr("__WORLD_TO_CAMERA"));
-    EXPECT_THAT(text, HasSubstr("float4x4 __world_to_camera : View;"));
-    EXPECT_LT(text.find("__WORLD_TO_CAMERA"), text.find("float4x4 __world_to_camera : View;"));
 }
 
 } // namespace TEST

@@ -207,6 +207,62 @@ TEST_F(Exporter_fxcomposer_test, other_kinds_are_refused_by_name_after_the_overw
     EXPECT_THAT(host.problems(), IsEmpty());
 }
 
+// It is asked for its kind once, and is gone before the box is shown.
+TEST_F(Exporter_fxcomposer_test, refused_node_is_released_before_the_box)
+{
+    shader.kind = "lens";
+    choose(true, true);
+    std::vector<std::string> log_at_the_box;
+    Message_boxes boxes;
+    boxes.watch([&] { log_at_the_box = host.log(); });
+    EXPECT_FALSE(run());
+    EXPECT_EQ(boxes.shown().size(), 1u);
+    EXPECT_THAT(log_at_the_box,
+                ElementsAre("view.get_num_selected_nodes()", "view.get_selected_node(0)",
+                            "wood.get_shader_type()", "wood.release()"));
+    EXPECT_EQ(host.log(), log_at_the_box);
+}
+
+TEST_F(Exporter_fxcomposer_test, kind_of_null_is_a_surface)
+{
+    shader.kind = std::nullopt;
+    const Message_boxes boxes;
+    EXPECT_TRUE(export_as(exporter, "a"));
+    EXPECT_THAT(boxes.shown(), IsEmpty());
+    EXPECT_EQ(host.options(2), cgfx_options("false"));
+    EXPECT_EQ(host.options(3), hlsl_options("true"));
+    EXPECT_THAT(folder.files(), ElementsAre("a.cgfx", "a.fx"));
+}
+
+TEST_F(Exporter_fxcomposer_test, user_copyright_stands_last_in_both_sets)
+{
+    const Temporary_folder search_path;
+    search_path.write("user_copyright.txt", "(c)");
+    host.search_paths = {search_path.path()};
+    EXPECT_TRUE(export_as(exporter, "a"));
+    Options expected = cgfx_options("false");
+    expected.emplace_back("user_copyright", "(c)");
+    EXPECT_EQ(host.options(2), expected);
+    expected = hlsl_options("true");
+    expected.emplace_back("user_copyright", "(c)");
+    EXPECT_EQ(host.options(3), expected);
+}
+
+TEST_F(Exporter_fxcomposer_test, preference_is_asked_once_for_both_files)
+{
+    EXPECT_TRUE(export_as(exporter, "a"));
+    EXPECT_THAT(host.calls("preferences.get_bool_preference"), SizeIs(1));
+}
+
+// Without a unit there is nothing to flip.
+TEST_F(Exporter_fxcomposer_test, preference_is_not_asked_when_nothing_compiles)
+{
+    host.compiles = false;
+    EXPECT_TRUE(export_as(exporter, "a"));
+    EXPECT_THAT(host.calls("preferences.get_bool_preference"), IsEmpty());
+    EXPECT_THAT(host.calls("compiler.create_options"), SizeIs(1)); // for the compilation
+}
+
 TEST_F(Exporter_fxcomposer_test, host_objects_are_released_in_order)
 {
     EXPECT_TRUE(export_as(exporter, "a"));

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
@@ -58,6 +59,42 @@ TEST(Exporter_table, registry_offers_its_first_rows_in_their_order)
             EXPECT_STREQ(exporter->get_name(), exporter_facts[row].name);
         }
     }
+}
+
+// A row as a line: name, language, whether it is offered, kinds, files.
+std::string line_of(const Exporter_facts& facts)
+{
+    std::string line = std::string(facts.name) + "; " + facts.language + "; " +
+                       (facts.offered ? "offered" : "not offered") + "; " + facts.kinds;
+    for (const Output_file& file : facts.files)
+        if (file.suffix)
+            line += std::string("; ") + file.suffix + " " + file.text + ", " + file.checker;
+    return line;
+}
+
+// Programs and pages read these facts; the names and languages stand in the users' settings.
+TEST(Exporter_table, tells_what_each_exporter_takes_and_writes)
+{
+    const char* const expected[] = {
+        "Autodesk 3ds Max legacy (HLSL); Cg and HLSL; offered; surface environment lens; "
+        ".fx HLSL FX, hlsl",
+        "CATIA (CgFX); Cg; offered; surface; .fx CgFX, catia",
+        "FX Composer (HLSL/CgFX); Cg and HLSL; offered; surface; .cgfx CgFX, cgfx; "
+        ".fx HLSL FX, hlsl",
+        "Autodesk Maya (CgFX); CgFX; offered; surface; .cgfx CgFX, cgfx",
+        "Autodesk Softimage (CgFX); CgFX; offered; surface; .cgfx CgFX, cgfx",
+        "Custom CgFX; CgFX; offered; surface environment lens light volume; .cgfx CgFX, cgfx",
+        "Custom HLSL FX; HLSL; offered; surface; .fx HLSL FX, hlsl",
+        "Custom GLSL; GLSL; offered; surface; _v.gl GLSL vertex shader, glsl; "
+        "_f.gl GLSL fragment shader, glsl",
+        "Corvane; Swrc; not offered; surface environment lens light volume; .qz qz scene, qz; "
+        ".cpp C++ source, cpp",
+        "default exporter; none; not offered; ",
+    };
+    ASSERT_EQ(exporter_facts.size(), std::size(expected));
+    for (size_t row = 0; row < exporter_facts.size(); ++row)
+        EXPECT_EQ(line_of(exporter_facts[row]), expected[row]);
+    EXPECT_EQ(count_offered_exporters(), 8u);
 }
 
 TEST(Exporter_table, names_are_not_doubled)

@@ -62,6 +62,15 @@ TEST_F(Files, folder_or_missing_folder_cannot_be_opened_for_writing)
     EXPECT_EQ(write_file(folder.file("none/a"), {"x"}), WRITE_OPEN_FAILED);
 }
 
+TEST_F(Files, what_cannot_be_opened_is_tried_once)
+{
+    System_faults faults;
+    EXPECT_EQ(write_file(folder.file("none/a"), {"x"}), WRITE_OPEN_FAILED);
+    EXPECT_EQ(faults.opens, 1);
+    EXPECT_FALSE(read_text_file(folder.file("none/a"), text));
+    EXPECT_EQ(faults.opens, 2);
+}
+
 TEST_F(Files, pipe_that_nobody_reads_fails_to_open_at_once)
 {
     EXPECT_EQ(write_file(make_pipe("pipe"), {"x"}), WRITE_OPEN_FAILED);
@@ -132,10 +141,13 @@ TEST_F(Files, interrupted_calls_are_taken_up_again)
     faults.interrupted_opens = 2;
     faults.interrupted_writes = 3;
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_DONE);
+    EXPECT_EQ(faults.opens, 3);
     EXPECT_EQ(faults.writes, 4);
+    faults.opens = 0;
     faults.interrupted_opens = 2;
     faults.interrupted_reads = 3;
     EXPECT_TRUE(read_text_file(folder.file("a"), text));
+    EXPECT_EQ(faults.opens, 3);
     EXPECT_EQ(text, "text");
 }
 

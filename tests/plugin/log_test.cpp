@@ -99,6 +99,10 @@ TEST(Log, device_is_selected_by_its_exact_name)
         {"STDERR:", "stdout:", line, ""},
         {"stderr", "stdout:", line, ""},
         {"stderr: ", "stdout:", line, ""},
+        {"stdout:~", "stdout:", line, ""},
+        {"stderr:~", "stdout:", line, ""},
+        {"log_gui:~", "stdout:", line, ""},
+        {"null:~", "stdout:", line, ""},
         {"", "stdout:", line, ""},
     };
     Private_log log;

@@ -1,11 +1,9 @@
 // The entry functions, the plug-in object and its registry.
-#include "exporter_base/wx_compat.h"
 #include "plugin/exporter_plugin_app.h"
 #include "plugin/iexporter.h"
 #include "plugin/init_library.h"
 #include "plugin/tovira_exporter_plugin.h"
 #include "sdk/interface_ids.h"
-#include "tests/support/wx_test_main.h"
 
 #include <gmock/gmock.h>
 
@@ -175,21 +173,6 @@ TEST(Application, loading_the_library_sets_the_factory_of_wx)
 {
     EXPECT_EQ(reinterpret_cast<void*>(wxApp::GetInitializerFunction()),
               reinterpret_cast<void*>(TOVIRAEXPORT::wxCreateApp));
-}
-
-class Application_object : public Wx_test
-{
-};
-
-TEST_F(Application_object, is_made_by_the_factory_and_starts_at_once)
-{
-    wxAppConsole* const running = wxApp::GetInstance();
-    std::unique_ptr<wxAppConsole> made(TOVIRAEXPORT::wxCreateApp());
-    EXPECT_NE(dynamic_cast<TOVIRAEXPORT::Exporter_plugin_app*>(made.get()), nullptr);
-    EXPECT_EQ(static_cast<wxAppConsole*>(&TOVIRAEXPORT::wxGetApp()), made.get());
-    EXPECT_TRUE(made->OnInit());
-    made.reset(); // takes the instance along
-    wxApp::SetInstance(running);
 }
 
 } // namespace TEST

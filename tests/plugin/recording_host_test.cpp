@@ -1,11 +1,7 @@
 // The fake host itself: it must name what a caller does wrong, or the other tests prove nothing.
-#include "tests/support/message_boxes.h"
 #include "tests/support/recording_host.h"
-#include "tests/support/wx_test_main.h"
 
 #include <gmock/gmock.h>
-
-#include <wx/msgdlg.h>
 
 namespace QZ
 {
@@ -81,20 +77,6 @@ TEST(Recording_host, writes_calls_and_releases_down_in_order)
     EXPECT_THAT(host.releases(), ElementsAre("options 1"));
     EXPECT_THAT(host.options(1), ElementsAre(std::make_pair("format", "HLSL")));
     EXPECT_THAT(host.options(2), IsEmpty());
-}
-
-class Message_boxes_test : public Wx_test
-{
-};
-
-TEST_F(Message_boxes_test, record_what_was_shown_and_answer_in_order)
-{
-    Message_boxes boxes({wxID_NO, wxID_YES});
-    wxMessageDialog question(nullptr, wxT("Really?"), wxT("Question"), wxYES_NO);
-    EXPECT_EQ(question.ShowModal(), wxID_NO);
-    EXPECT_EQ(question.ShowModal(), wxID_YES);
-    EXPECT_THAT(boxes.shown(), ElementsAre(Message_box{"Question", "Really?", wxYES_NO},
-                                           Message_box{"Question", "Really?", wxYES_NO}));
 }
 
 } // namespace TEST

@@ -5,9 +5,12 @@
 #ifndef TESTS_SUPPORT_MESSAGE_BOXES_H
 #define TESTS_SUPPORT_MESSAGE_BOXES_H
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+class wxWindow;
 
 namespace QZ
 {
@@ -38,9 +41,19 @@ public:
     // The boxes that were to be shown, in order.
     const std::vector<Message_box>& shown() const;
 
+    // For each of them the top-level window that it was to stand on; null: none.
+    const std::vector<wxWindow*>& parents() const;
+
+    // Calls `watcher` each time before a box is answered.
+    void watch(std::function<void()> watcher);
+
+    class Answerer; // the toolkit's side
+
 private:
-    class Hook;
-    std::unique_ptr<Hook> m_hook;
+    struct Script;
+
+    std::unique_ptr<Script> m_script;
+    std::unique_ptr<Answerer> m_answerer;
 };
 
 } // namespace TEST

@@ -1,5 +1,7 @@
 #include "tests/support/recorder.h"
 
+#include <new>
+
 namespace QZ
 {
 namespace TEST
@@ -33,6 +35,20 @@ void Recorded_object::give_back() const
         m_recorder.write_fault("released though lent: " + m_name);
     else
         m_recorder.write_fault("released twice: " + m_name);
+}
+
+bool Recorder::next_call_fails()
+{
+    const bool fails = ++m_fallible_calls == m_failing_call;
+    if (fails && m_fails_by_exception)
+        throw std::bad_alloc();
+    return fails;
+}
+
+void Recorder::set_failing_call(int number, bool by_exception)
+{
+    m_failing_call = number;
+    m_fails_by_exception = by_exception;
 }
 
 void Recorder::write(const std::string& line)

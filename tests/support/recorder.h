@@ -1,5 +1,5 @@
 // The books of a fake host: the log of calls, the objects and their references, and the one call
-// that fails.
+// that fails or throws.
 #ifndef TESTS_SUPPORT_RECORDER_H
 #define TESTS_SUPPORT_RECORDER_H
 
@@ -74,13 +74,14 @@ public:
         return object;
     }
 
-    // Counts a call that may fail and says whether it is the one that does.
-    bool next_call_fails() { return ++m_fallible_calls == m_failing_call; }
+    // Counts a call that may fail and says whether it is the one that does. Throws instead if it is
+    // to fail that way.
+    bool next_call_fails();
 
     void write(const std::string& line);
     void write_fault(const std::string& fault) { m_faults.push_back(fault); }
 
-    void set_failing_call(int number) { m_failing_call = number; }
+    void set_failing_call(int number, bool by_exception);
     void set_keeps_log(bool keeps_log) { m_keeps_log = keeps_log; }
 
     const std::vector<std::string>& log() const { return m_log; }
@@ -93,6 +94,7 @@ private:
     std::vector<std::string> m_faults;
     int m_fallible_calls = 0;
     int m_failing_call = 0;
+    bool m_fails_by_exception = false;
     bool m_keeps_log = true;
 };
 

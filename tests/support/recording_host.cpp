@@ -51,7 +51,12 @@ Scripted_node& Recording_host::add_light(const Text& name, int type, float sprea
 
 void Recording_host::set_failing_call(int number)
 {
-    m_fakes->recorder.set_failing_call(number);
+    m_fakes->recorder.set_failing_call(number, false);
+}
+
+void Recording_host::set_throwing_call(int number)
+{
+    m_fakes->recorder.set_failing_call(number, true);
 }
 
 void Recording_host::set_keeps_log(bool keeps_log)

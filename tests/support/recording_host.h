@@ -96,6 +96,9 @@ public:
     // null, a code is not copied, a preference is absent. 0: none.
     void set_failing_call(int number);
 
+    // The same, but the call throws std::bad_alloc.
+    void set_throwing_call(int number);
+
     // Turns the log off for graphs so large that it would be, too.
     void set_keeps_log(bool keeps_log);
 

@@ -23,6 +23,8 @@ bool is_interrupted(int& count)
 
 int open_file(const char* name, int flags, mode_t mode)
 {
+    if (faults)
+        ++faults->opens;
     if (faults && is_interrupted(faults->interrupted_opens))
         return -1;
     return static_cast<int>(::syscall(SYS_openat, AT_FDCWD, name, flags, mode));

@@ -26,7 +26,9 @@ public:
     int close_error = 0;        // closing succeeds, but reports this error; 0: none
     int read_error = 0;         // reading fails with this error; 0: none
 
-    int writes = 0; // how many there were, failed ones included
+    // How many there were, failed ones included.
+    int opens = 0;
+    int writes = 0;
 };
 
 } // namespace TEST

@@ -1,5 +1,7 @@
 #include "tests/support/wx_test_main.h"
 
+#include "tests/support/wx_asserts.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -31,7 +33,6 @@ public:
 
 bool wx_is_started = false;
 pid_t xvfb_process = 0;
-int assert_count = 0;
 
 // ---- the display
 
@@ -89,42 +90,6 @@ void need_display()
     ::setenv("DISPLAY", (":" + number).c_str(), 1);
 }
 
-// ---- debug checks of wx
-
-#if wxCHECK_VERSION(3, 0, 0)
-
-void count_assert(const wxString& file, int line, const wxString&, const wxString& condition,
-                  const wxString& message)
-{
-    ++assert_count;
-    std::fprintf(stderr, "wx assert: %s:%d: %s: %s\n", static_cast<const char*>(file.utf8_str()),
-                 line, static_cast<const char*>(condition.utf8_str()),
-                 static_cast<const char*>(message.utf8_str()));
-}
-
-void watch_asserts()
-{
-    wxSetAssertHandler(count_assert);
-}
-
-#else
-
-void watch_asserts() {} // a release build has none
-
-#endif
-
-class Assert_listener : public ::testing::EmptyTestEventListener
-{
-    void OnTestStart(const ::testing::TestInfo&) override { m_count_before = assert_count; }
-
-    void OnTestEnd(const ::testing::TestInfo&) override
-    {
-        EXPECT_EQ(assert_count, m_count_before) << "debug checks of wx failed";
-    }
-
-    int m_count_before = 0;
-};
-
 } // namespace
 
 void start_wx()
@@ -141,12 +106,7 @@ void start_wx()
         std::fprintf(stderr, "wx can not be started\n");
         std::exit(1);
     }
-    watch_asserts(); // the application has set its own handler
-}
-
-int wx_assert_count()
-{
-    return assert_count;
+    watch_wx_asserts(); // the application has set its own handler
 }
 
 } // namespace TEST
@@ -157,9 +117,11 @@ int main(int argc, char** argv)
     using namespace QZ::TEST;
     ::setenv("GSETTINGS_BACKEND", "memory", 1); // no user settings, and no warnings about them
     ::setenv("NO_AT_BRIDGE", "1", 1);           // no accessibility bus
+#if !wxCHECK_VERSION(3, 0, 0)
+    ::setenv("LC_ALL", "C.UTF-8", 1); // in "C" its file dialog waits for names beyond ASCII
+#endif
     ::testing::InitGoogleMock(&argc, argv);
-    ::testing::UnitTest::GetInstance()->listeners().Append(new Assert_listener);
-    watch_asserts();
+    fail_tests_on_wx_asserts();
     const int result = RUN_ALL_TESTS();
     if (wx_is_started)
         wxEntryCleanup();

@@ -17,9 +17,6 @@ namespace TEST
 // message when there is no display to be had.
 void start_wx();
 
-// How many debug checks of wx have failed since the program began.
-int wx_assert_count();
-
 // The fixture of tests that make windows.
 class Wx_test : public ::testing::Test
 {
