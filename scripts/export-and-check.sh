@@ -50,31 +50,28 @@ row()
         "$(basename "$document" .mtlx)" "$exporter" "$names" "$bytes" "$verdict"
 }
 
-# The ninth index is the renderer source exporter; the sample exporter after it writes nothing.
-exporters=()
-for index in 0 1 2 3 4 5 6 7 8; do
-    exporters+=(--exporter "$index")
-done
-status=0
-"$build/reference_host/app/shader-export" batch "$document" --output "$output" --overwrite yes \
-    --plugin "$build/tests/all_exporters/toviraexport_all.so" "${exporters[@]}" "$@" \
-    >"$output/export.log" 2>&1 || status=$?
+program=$build/reference_host/app/shader-export
+plugin=$build/tests/all_exporters/toviraexport_all.so
+list=$("$program" list --json --plugin "$plugin")
 
+# Every exporter that writes files.
+exporters=()
+while read -r index; do
+    exporters+=(--exporter "$index")
+done < <(jq -r '.[] | select(.files != []) | .index' <<<"$list")
+status=0
+"$program" batch "$document" --output "$output" --overwrite yes --plugin "$plugin" \
+    "${exporters[@]}" "$@" >"$output/export.log" 2>&1 || status=$?
+
+# A row for each file. The two of a GLSL shader, which are checked together, are one.
 shopt -s nullglob
-for folder in "$output"/*/; do
-    exporter=$(basename "$folder")
-    exporter=${exporter#autodesk_}
-    for file in "$folder"*; do
-        case $exporter:$file in
-        catia*.fx) row "$exporter" catia "$file" ;;
-        *.cgfx) row "$exporter" cgfx "$file" ;;
-        *.fx) row "$exporter" hlsl "$file" ;;
-        *_v.gl) row "$exporter" glsl "$file" "${file%_v.gl}_f.gl" ;;
-        *.cpp) row "$exporter" cpp "$file" ;;
-        *.qz) row "$exporter" qz "$file" ;;
-        esac
+while read -r exporter checker suffix second <&3; do
+    for file in "$output/$exporter/"*"$suffix"; do
+        row "${exporter#autodesk_}" "$checker" "$file" ${second:+"${file%"$suffix"}$second"}
     done
-done
+done 3< <(jq -r '.[] | .folder as $folder | .files // [] | group_by(.checker)[] |
+    if .[0].checker == "glsl" then [$folder, .[0].checker] + map(.suffix)
+    else .[] | [$folder, .checker, .suffix] end | join(" ")' <<<"$list")
 if [ $status -ne 0 ]; then
     cat "$output/export.log" >&2
     exit 1

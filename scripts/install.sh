@@ -8,6 +8,7 @@ packages=(
     libwxgtk3.2-dev                           # the toolkit of the plug-in's panels and dialogs
     libpugixml-dev libcli11-dev               # the stand-in host: documents, command line
     libxxhash-dev                             # its fingerprints of files
+    nlohmann-json3-dev jq                     # lists for scripts: written, read
     libosmesa6-dev libgl-dev libpng-dev libjpeg62-turbo-dev libstb-dev # its pictures, without a display
     libgtest-dev libgmock-dev libbenchmark-dev # tests and benchmarks
     libx11-dev libxtst-dev                    # opens displays; presses keys and buttons in tests

@@ -1,6 +1,7 @@
 #include "reference_host/app/command_line.h"
 
 #include "reference_host/app/commands.h"
+#include "reference_host/app/list_command.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/document/value_parser.h"
 #include "reference_host/render/render_command.h"
@@ -181,17 +182,19 @@ void add_answers(CLI::App& app, Scene_request& scene)
 // Everything that the commands are asked with.
 struct Requests {
     std::string plugin;
+    bool lists_as_json = false;
     Scene_request nodes, window;
     Export_command exported;
     Batch_command batch;
     Panel_command panel;
 };
 
-void add_list(CLI::App& app, std::string& plugin, int& status)
+void add_list(CLI::App& app, std::string& plugin, bool& as_json, int& status)
 {
     CLI::App* command = app.add_subcommand("list", "Lists the exporters");
     add_plugin(*command, plugin);
-    command->callback([&] { status = list_exporters(plugin); });
+    command->add_flag("--json", as_json, "With what each exporter takes and writes, as JSON");
+    command->callback([&] { status = list_exporters(plugin, as_json); });
 }
 
 void add_nodes(CLI::App& app, Scene_request& request, int& status)
@@ -255,7 +258,7 @@ void add_window(CLI::App& app, Scene_request& scene, std::string& plugin, int& s
 // The requests are filled while the command line is parsed, and must outlive that.
 void add_commands(CLI::App& app, Requests& requests, int& status)
 {
-    add_list(app, requests.plugin, status);
+    add_list(app, requests.plugin, requests.lists_as_json, status);
     add_nodes(app, requests.nodes, status);
     add_export(app, requests.exported, status);
     add_batch(app, requests.batch, status);

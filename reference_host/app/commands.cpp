@@ -96,14 +96,6 @@ int exit_status(bool is_success)
 
 } // namespace
 
-int list_exporters(const std::string& plugin)
-{
-    const std::vector<std::string> names = Plugin_library(plugin).exporter_names();
-    for (size_t index = 0; index < names.size(); ++index)
-        std::printf("%zu  %s\n", index, names[index].c_str());
-    return 0;
-}
-
 int list_nodes(const std::string& document, const std::vector<std::string>& search_path)
 {
     const std::unique_ptr<Shader_graph> graph = open_document(document, search_path);

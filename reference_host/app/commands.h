@@ -12,9 +12,6 @@
 namespace reference_host
 {
 
-// Prints the exporters of the plug-in, one per line: index, name.
-int list_exporters(const std::string& plugin);
-
 // Prints the nodes of the document, one per line: name, category, type, file and line.
 int list_nodes(const std::string& document, const std::vector<std::string>& search_path);
 

@@ -9,6 +9,8 @@
 
 #include <sys/wait.h>
 
+#include <nlohmann/json.hpp>
+
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
@@ -19,6 +21,25 @@ TEST_F(Program, lists_the_exporters_with_their_indices)
     EXPECT_EQ(0, m_status) << m_errors;
     EXPECT_THAT(m_output, HasSubstr("7  Custom GLSL\n"));
     EXPECT_EQ("", m_errors);
+}
+
+TEST_F(Program, lists_as_json_what_each_exporter_takes_and_writes)
+{
+    run({"list", "--json", "--plugin", PLUGIN});
+    EXPECT_EQ(0, m_status) << m_errors;
+    const nlohmann::json list = nlohmann::json::parse(m_output);
+    ASSERT_EQ(8u, list.size());
+    EXPECT_EQ(
+        (nlohmann::json{
+            {"index", 7},
+            {"name", "Custom GLSL"},
+            {"folder", "custom_glsl"},
+            {"language", "GLSL"},
+            {"kinds", {"surface"}},
+            {"files",
+             {{{"suffix", "_v.gl"}, {"text", "GLSL vertex shader"}, {"checker", "glsl"}},
+              {{"suffix", "_f.gl"}, {"text", "GLSL fragment shader"}, {"checker", "glsl"}}}}}),
+        list[7]);
 }
 
 TEST_F(Program, lists_the_nodes_of_a_document_with_their_places)
