@@ -1,7 +1,7 @@
 // The table of exporters: one row each, and the only list of them.
 //
 // The registry offers its rows in this order; tests and programs of the project read the rest from
-// it. A new exporter is a row here, a pair of files, a page in docs/targets.md and a test.
+// it. A new exporter is a row here, a pair of files, a page in docs/targets/ and a test.
 //
 // The header needs no code of the library: a program that only reads the table links none of it.
 #ifndef EXPORTERS_EXPORTER_TABLE_H
