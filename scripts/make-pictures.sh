@@ -1,13 +1,12 @@
 #!/usr/bin/env bash
-# Makes the pictures of the README anew: a sample's graph, the spheres drawn from three exports of it,
-# and the panels. Needs a build (preset default), scripts/fetch-validators.sh and the package graphviz.
+# Makes the pictures of the README anew: a sample's graph and the spheres drawn from three exports of it.
+# Needs a build (preset default), scripts/fetch-validators.sh and the package graphviz.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 program=build/reference_host/app/shader-export
 output=$(mktemp -d)
 trap 'rm -rf "$output"' EXIT
-export HOME=/home/artist # the panels show it
 pictures=docs/images
 mkdir -p "$pictures"
 
@@ -35,8 +34,3 @@ for target in cgfx hlsl_fx glsl; do
 done
 "$program" compare "$output/cgfx.png" "$output/hlsl_fx.png"
 "$program" compare "$output/cgfx.png" "$output/glsl.png"
-
-for target in CgFX HLSL GLSL; do
-    "$program" panel --exporter "Custom $target" \
-        --screenshot "$pictures/panel_$(tr '[:upper:]' '[:lower:]' <<<"$target").png" >/dev/null
-done
