@@ -55,7 +55,7 @@ bool write_code(const wxString& filename, TSDK::IGenerated_shader* shader)
 {
     if (!shader)
         return false;
-    shader->get_num_codes(); // asked in vain on purpose: code 0 is taken on trust
+    shader->get_num_codes(); // the count is ignored on purpose: code 0 is trusted to be there
     wxString discarded_error;
     return save_bytes_to_file(filename, {Code_text(shader, 0).c_str()}, discarded_error);
 }

@@ -1,7 +1,7 @@
 // From generated code to files: copying texts out of the host, writing them, forming output names.
 //
-// Code stays bytes on its way, and there is one copy of it here: a shader may be large. Nothing
-// here speaks to the user: failures are results and texts for the exporter to show.
+// Code stays bytes, and only one copy of it is made: a shader may be large. Nothing here speaks to
+// the user: failures are results, with texts for the exporter to show.
 #ifndef EXPORT_COMMON_CODE_OUTPUT_H
 #define EXPORT_COMMON_CODE_OUTPUT_H
 

@@ -42,8 +42,8 @@ bool user_continues(wxWindow* parent, const wxString& message)
     return dialog.ShowModal() != wxID_NO;
 }
 
-// What becomes of a compilation for which something is missing: the user decides, or, when nobody
-// is to be asked, it fails with the reason on standard error and in `message`.
+// Decides about a compilation for which something is missing: asks the user or, without one, fails
+// with the reason on standard error and in `message`.
 bool may_continue(const wxString& missing, wxWindow* parent, bool interactive, wxString& message)
 {
     if (interactive)
@@ -61,7 +61,7 @@ std::string node_name(TSDK::IGraph_node* node)
 }
 
 // One group of options per light, numbered from 0, and the list of their names. The host may change
-// its lights while it is asked, so the count is fetched anew each time.
+// its lights while it is asked, so the count is fetched again each time.
 void set_light_options(TSDK::ICompiler_options* options, TSDK::IGraph_view* view)
 {
     std::string names;

@@ -49,8 +49,8 @@ bool uses_environment_function(TSDK::IShader_declaration* declaration)
                        [&](const char* name) { return declaration->uses_function(name); });
 }
 
-// The walk of determine_subshader_usage: depth first, with the visits that are under way on a stack
-// of its own, so that a deep graph does not end the process.
+// The walk of determine_subshader_usage: depth first, with a stack of its own for the open visits,
+// so that a deep graph does not overflow the process's stack.
 class Usage_walk
 {
 public:
@@ -153,7 +153,7 @@ private:
             visit.inputs->next(1);
     }
 
-    // Two steps per connection: down into its source, and on to the next one when the walk is back.
+    // Two steps per connection: down into its source, then on to the next connection.
     void follow_connection(Visit& visit)
     {
         if (visit.followed) {
@@ -186,7 +186,7 @@ private:
     bool& m_uses_environment;
     std::vector<Visit> m_visits;
     std::unordered_set<TSDK::IGraph_node*> m_walked;
-    // The references of walked nodes, so that no address comes back as another node.
+    // References to the walked nodes, so that no address is reused for another node.
     std::vector<Host_ref<TSDK::IGraph_node>> m_held;
 };
 

@@ -37,8 +37,8 @@ public:
             object->release();
     }
 
-    // Gives the reference up without releasing it. For results that go to a caller, and for the
-    // releases that are left out on purpose.
+    // Returns the reference without releasing it: for results that go to a caller, and for releases
+    // that are left out on purpose.
     T* abandon() { return std::exchange(m_object, nullptr); }
 
 private:

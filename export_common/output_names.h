@@ -1,4 +1,4 @@
-// Output names derived from the one name that the user chose. Pure text: no file is looked at.
+// Output names derived from the one name that the user chose. Pure text: no file is opened.
 #ifndef EXPORT_COMMON_OUTPUT_NAMES_H
 #define EXPORT_COMMON_OUTPUT_NAMES_H
 

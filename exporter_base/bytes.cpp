@@ -12,7 +12,7 @@ namespace TOVIRAEXPORT
 namespace
 {
 
-// Byte 80..FF of an invalid sequence stands as this code point plus the byte.
+// A byte 80..FF of an invalid sequence becomes this code point plus the byte.
 constexpr unsigned int escape_base = 0x10FE00;
 constexpr unsigned int escape_first = escape_base + 0x80;
 constexpr unsigned int escape_last = escape_base + 0xFF;
@@ -41,8 +41,8 @@ bool is_valid(unsigned int code_point, int continuations)
            !(code_point >= escape_first && code_point <= escape_last);
 }
 
-// Reads one character; a byte that begins no valid one is escaped. The terminating NUL is no
-// continuation byte, so nothing beyond it is read.
+// Reads one character; a byte that does not begin a valid one is escaped. The terminating NUL is
+// not a continuation byte, so nothing beyond it is read.
 Decoded decode(const unsigned char* bytes)
 {
     const unsigned int lead = bytes[0];

@@ -49,7 +49,7 @@ void set_start_folder(wxFileDialog& dialog, const wxString& folder)
 }
 
 // The widget has the folder's bytes, and the name as the dialog shows it: text in UTF-8, in which
-// the bytes that are not UTF-8 stand as the characters of from_bytes.
+// the bytes that are not UTF-8 are the characters of from_bytes.
 wxString get_saved_path(const wxFileDialog& dialog)
 {
     const std::string path = widget_path(dialog);

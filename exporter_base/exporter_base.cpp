@@ -30,13 +30,12 @@ namespace
 // Values of the container marker, to be recognised in a debugger.
 enum Container_marker { MARKER_NONE = 123456, MARKER_CONTAINER = 0, MARKER_DESTRUCTED = 7890 };
 
-// wx gives wxCENTRE no meaning in a sizer; it stays in the flags all the same.
+// wxCENTRE has no meaning in a sizer, but stays in the flags.
 constexpr int low_bit = 0x1;
 constexpr int margin = 5;
 
-// Under GTK 3 a text field on the screen asks for more than the size that it has been given. So
-// that a later layout gives it no more and the controls below no less, it keeps what it needs at
-// first.
+// Under GTK 3 a text field on the screen asks for more than the size that it was given. It keeps
+// its first size, so that a later layout takes no room from the controls below.
 void keep_field_sizes(wxWindow* panel)
 {
     for (wxWindowList::compatibility_iterator node = panel->GetChildren().GetFirst(); node;
@@ -62,7 +61,7 @@ Exporter_base::Exporter_base(const char* name)
 {
 }
 
-// The texts left behind tell a debugger that the object is gone. The records of the settings are
+// The texts left behind show in a debugger that the object is gone. The records of the settings are
 // not freed: the host may still hold texts that it was lent. The panel belongs to the host's
 // window.
 Exporter_base::~Exporter_base()

@@ -95,7 +95,7 @@ public:
     // them alone when `discard` is true. Does nothing here.
     virtual void window_closing(wxWindow* parent, bool discard);
 
-    // slot 18: A static exporter setting, or "<undefined>" when there is none of that key.
+    // slot 18: A static exporter setting, or "<undefined>" for an unknown key.
     virtual wxString get_exporter_setting(const wxString& key);
 
     // slot 19: Registers the settings and the chooser properties.
@@ -115,11 +115,11 @@ public:
     // Sets a setting; the first time registers it, with `value` as its default.
     void set_own_setting_value(const wxString& key, const wxString& value);
 
-    // A setting's value. An unknown key is noted in the log and gives the empty text.
+    // A setting's value. An unknown key is logged and returns the empty text.
     wxString get_own_setting_value(const wxString& key) const;
 
-    // The prefix of all keys of this exporter: "tovira_exporter_" + name + "_" + language, blanks
-    // replaced by "_".
+    // The prefix of all keys of this exporter: "tovira_exporter_" + name + "_" + language, with
+    // spaces replaced by "_".
     wxString get_base_setting_key() const;
 
     // ---- panel and messages ----
@@ -145,8 +145,8 @@ public:
     // Whether the user has named an export file; shows `message` as an error when not.
     bool require_exportfile_name(const wxString& message);
 
-    // Whether `file` may be written: true when no regular file of that name exists, otherwise what
-    // the user says to replacing it (closing the question counts as yes). False for null.
+    // Whether `file` may be written: true when no regular file of that name exists, otherwise the
+    // user's answer to the question (closing it counts as yes). False for null.
     bool can_export(const char* file);
 
     // ---- for the event handler ----
@@ -182,12 +182,12 @@ protected:
     static int lay_out_panel(wxWindow* parent, wxSizer* sizer, int width);
 
     // Lets `sink` handle an event that the control `id` (or wxID_ANY) sends to the panel, until the
-    // exporter lets go of the panel in whatever way. `sink` must live until then.
+    // exporter lets go of the panel. `sink` must live until then.
     void connect_to_panel(int id, wxEventType type, wxObjectEventFunction function,
                           wxEvtHandler* sink);
 
     // Takes every connected and every pushed handler off the panel. The destructor of an exporter
-    // that pushes one of its own calls this first, in case the panel is still there.
+    // that pushes a handler calls this first, in case the panel is still open.
     void detach_from_panel();
 
 private:

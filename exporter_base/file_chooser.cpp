@@ -145,7 +145,7 @@ std::unique_ptr<wxFileDialog> File_chooser::create_dialog(const wxString& kind, 
     std::unique_ptr<wxFileDialog> dialog(
         new wxFileDialog(m_parent, caption, folder, m_filename, wildcard, style));
     set_start_folder(*dialog, folder);
-    // 3.x has added the first filter's extension to the name by now.
+    // By now 3.x has added the first filter's extension to the name.
     if (style & wxFD_SAVE)
         dialog->SetFilename(m_filename);
     if (filter_index >= 0 && filter_index < count_filters(wildcard))

@@ -18,8 +18,8 @@ namespace TOVIRAEXPORT
 namespace
 {
 
-// How often in a row an interrupted call is taken up again. A signal is rare; a system that
-// interrupts every call must not hang the host.
+// How often in a row an interrupted call is repeated. Signals are rare; a system that interrupts
+// every call must not hang the host.
 constexpr int retry_limit = 1000;
 
 // An open file, closed at the end of its life.
@@ -71,7 +71,7 @@ public:
         ::sigaddset(&m_broken_pipe, SIGPIPE);
         ::pthread_sigmask(SIG_BLOCK, &m_broken_pipe, &m_previous);
     }
-    // A signal that is on its way by now is ours: nobody else waited for one.
+    // A signal that is pending now is ours: none was pending before.
     ~Broken_pipe_guard()
     {
         if (::sigismember(&m_previous, SIGPIPE) == 0) {
@@ -114,7 +114,7 @@ bool write_piece(int descriptor, std::string_view bytes)
     return true;
 }
 
-// read(2), taken up again when interrupted.
+// read(2), repeated when interrupted.
 ssize_t read_some(int descriptor, char* buffer, size_t size)
 {
     for (int tries = 0; tries < retry_limit; ++tries) {

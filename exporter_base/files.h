@@ -23,9 +23,9 @@ bool read_text_file(const std::string& name, std::string& text);
 
 enum Write_result { WRITE_DONE, WRITE_OPEN_FAILED, WRITE_FAILED };
 
-// Creates or truncates a file and writes the pieces one after the other. It is done only when all
-// bytes have reached the file and closing it succeeded, too, which is when a full quota or a
-// network disk reports. What was written before a failure stays.
+// Creates or truncates a file and writes the pieces one after the other. Succeeds only when all
+// bytes have reached the file and closing it succeeded: a full quota or a network disk reports only
+// then. What was written before a failure stays.
 //
 // A pipe that nobody reads fails to open; one whose reader stops reading fails after a second.
 Write_result write_file(const std::string& name, std::initializer_list<std::string_view> pieces);

@@ -2,7 +2,7 @@
 //
 // Not every text survives in a control: GTK 2 shows bytes that are not UTF-8 as other characters,
 // and any GTK ends a text at its first NUL. What the control shows after it was filled is
-// remembered, and as long as it still shows that, the text that went in comes out.
+// remembered, and as long as it still shows that, the original text is returned.
 #ifndef EXPORTER_BASE_TEXT_FIELD_H
 #define EXPORTER_BASE_TEXT_FIELD_H
 
@@ -18,7 +18,7 @@ namespace TOVIRAEXPORT
 class Text_field
 {
 public:
-    // Without a control: false as a condition; not to be filled or read.
+    // Without a control: tests as false, and must not be filled or read.
     Text_field() = default;
 
     // `control` was constructed with `text`. It belongs to its panel and must outlive the calls

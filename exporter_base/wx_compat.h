@@ -52,7 +52,7 @@ public:
     Assert_silencer() {} // user-provided, so that the guard raises no unused-variable warning
 };
 
-// GTK 2 asks for the width of a field for free text, also where only the entries can be chosen; the
+// GTK 2 asks for the width of a free text field even where only the entries can be chosen; the
 // narrowest panels have no room for that.
 inline void fit_to_entries(wxComboBox* choice)
 {

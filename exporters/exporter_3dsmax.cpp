@@ -30,8 +30,8 @@ string ParamID = "0x003";
 )";
 
 // The same, the script global that selects technique T0, and the texture coordinates 0 to 3 tied to
-// the map channels 1 to 4. Byte for byte what users' files have had so far, the blank at the end of
-// the second "#ifdef _MAX_ " included.
+// the map channels 1 to 4. Byte for byte as in users' existing files, including the space at the
+// end of the second "#ifdef _MAX_ ".
 constexpr char full_header[] = R"(#ifdef _MAX_
 string ParamID = "0x003";
 #endif
@@ -143,7 +143,7 @@ constexpr Option_row<Max_shader> surface_options[] = {
     {"generate_sampler_default_address_mode", "true"},
 };
 
-// Writes what the options make of the unit. False with a message that tells the step that failed.
+// Generates and writes the code. False with a message that names the step that failed.
 bool generate_and_write(TSDK::ICompilation_unit* unit, TSDK::ICompiler_options* options,
                         const wxString& path, wxString& reason)
 {

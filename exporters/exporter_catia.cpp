@@ -56,8 +56,8 @@ constexpr Option_row<bool> catia_options[] = {
     {"normals_face_forward", "true"},
 };
 
-// CATIA makes tangents only for a file that asks for them by this line, and brings them in texture
-// coordinates 1 and 2: the shader's own move up.
+// CATIA computes tangents only for a file that asks for them with this line, and passes them in
+// texture coordinates 1 and 2: the shader's own move up.
 constexpr Option_row<> tangent_options[] = {
     {"fx_header", "int NeedTandB = 1;\n"}, {"vs_binding_tangent", "TEXCOORD1"},
     {"vs_binding_binormal", "TEXCOORD2"},  {"vs_binding_texcoord0", "TEXCOORD0"},
@@ -72,7 +72,7 @@ bool needs_tangents(TSDK::ICompilation_unit* unit)
                        [unit](const char* state) { return unit->uses_state(0, state); });
 }
 
-// Writes what the options make of the unit, and the lights behind it.
+// Generates the code and writes it, followed by the lights.
 bool generate_and_write(TSDK::ICompilation_unit* unit, TSDK::ICompiler_options* options,
                         const wxString& path, wxString& reason)
 {

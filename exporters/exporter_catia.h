@@ -13,8 +13,8 @@ namespace QZ
 namespace TOVIRAEXPORT
 {
 
-// The panel holds only the export-file row; what the compiler is told is fixed, but for the tangent
-// streams and a preference.
+// The panel holds only the export-file row; what the compiler is told is fixed, except for the
+// tangent streams and a preference.
 class Exporter_catia : public Application_exporter
 {
 public:

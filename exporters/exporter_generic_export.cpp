@@ -52,7 +52,7 @@ Value eval_volume(const Generic_source& source)
     return switch_text(source.options.use_interfaces && source.options.eval_volume);
 }
 
-// Goes out as it stands, also when it is not a file's name.
+// Sent unchanged, even when it does not name a file.
 Value annotation_map(const Generic_source& source)
 {
     if (source.options.annotation_map.empty())
@@ -200,7 +200,7 @@ bool Exporter_generic::export_cgfx(const wxString& filename, TSDK::ICompilation_
     return true;
 }
 
-// The question about an existing file comes after the generation: nothing is asked in vain.
+// Asks about an existing file only after the generation has succeeded.
 void Exporter_generic::write_fx(const wxString& path, TSDK::ICompilation_unit* unit,
                                 TSDK::ICompiler_options* options)
 {

@@ -100,7 +100,7 @@ int Exporter_generic::create_window(wxWindow* parent, int width, TSDK::IGraph_vi
     return height;
 }
 
-// The rows of one group box stand together in the table.
+// The rows of one group box are next to each other in the table.
 void Exporter_generic::create_window_fx(wxWindow* parent, wxBoxSizer* sizer)
 {
     wxStaticBoxSizer* box = nullptr;

@@ -99,7 +99,7 @@ void Exporter_swrc::update_filename(const wxString& filename, wxString& qz_filen
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is fixed
 wxString Exporter_swrc::get_src(TSDK::IGenerated_shader* shader, wxString code_type)
 {
-    shader->get_num_codes(); // asked in vain on purpose: both codes are taken on trust
+    shader->get_num_codes(); // ignored on purpose: both codes are trusted to be there
     if (code_type == wxT("cppfile"))
         return from_bytes(Code_text(shader, cpp_code_index).c_str());
     if (code_type == wxT("qzfile"))

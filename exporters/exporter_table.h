@@ -32,7 +32,7 @@ struct Output_file {
     const char* checker; // the kind by which scripts/accept.sh knows the compilers that check it
 };
 
-// What everybody may know of an exporter.
+// The public facts of an exporter.
 struct Exporter_facts {
     const char* name;     // for people; a part of its settings' keys
     const char* language; // as the host sees it; a part of the keys, too
@@ -48,8 +48,7 @@ struct Exporter_row {
     Exporter_facts facts;
 };
 
-// 3ds Max's text "Cg and HLSL" is not true (it writes HLSL only), but stands in the users'
-// settings.
+// 3ds Max's text "Cg and HLSL" is wrong (it writes HLSL only), but is part of users' settings.
 constexpr std::tuple exporter_table{
     Exporter_row<Exporter_3dsmax>{{"Autodesk 3ds Max legacy (HLSL)",
                                    "Cg and HLSL",

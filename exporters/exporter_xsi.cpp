@@ -15,7 +15,7 @@ constexpr Application_dialog dialog = {
     wxT("Save a XSI CgFX file"),
 };
 
-// Softimage brings the tangent in the first colour stream. The texture coordinates stay at the
+// Softimage passes the tangent in the first colour stream. The texture coordinates stay at the
 // compiler's defaults.
 constexpr Option_row<> xsi_options[] = {
     {"shader_type", "surface"},

@@ -15,7 +15,7 @@ namespace QZ
 namespace TOVIRAEXPORT
 {
 
-// Each feeds the compiler option of its name, if the comment tells no other.
+// Each feeds the compiler option of its name, unless its comment names another.
 struct Generic_options {
     wxString annotation_map;   // a file's name
     wxString vertex_profile;   // vertex_shader_profile

@@ -12,8 +12,8 @@ namespace QZ
 namespace TOVIRAEXPORT
 {
 
-// A new exporter of a row of exporters/exporter_table.h, initialised; null when there is no such
-// row. Throws what the exporter's constructor and initialize throw: memory may run out.
+// A new exporter for a row of exporters/exporter_table.h, initialised; null for an unknown row.
+// Throws what the exporter's constructor and initialize throw: memory may run out.
 std::unique_ptr<Exporter_base> make_exporter(size_t row);
 
 } // namespace TOVIRAEXPORT

@@ -7,12 +7,11 @@
 //      user chose on it is taken over by remove_ui, so the host closes the panel before it exports.
 //   4. export_shader: one export; any number of them, with or without a panel.
 //   5. The host, its only owner, deletes it, best without a panel: one that is still there stays in
-//   the
-//      host's window and does nothing more. reference() and release() do nothing.
+//      the host's window and does nothing more. reference() and release() do nothing.
 //
 // The order of the operations is a binary contract and never changes. Everything runs on the host's
-// user-interface thread; slots 4 to 6 may show modal dialogs, below which the host goes on. No
-// operation throws.
+// user-interface thread; slots 4 to 6 may show modal dialogs, and the host keeps running
+// under them. No operation throws.
 #ifndef PLUGIN_IEXPORTER_H
 #define PLUGIN_IEXPORTER_H
 
@@ -30,16 +29,14 @@ class IExporter : public Interface
 {
 public:
     // slot 4: Exports the node that is selected in `view`. Both arguments are lent for the call; a
-    // null one counts as no selection. Returns true on success; each exporter tells what it counts
-    // as success. What fails is told to the user in message boxes, as far as the exporter reports
-    // it.
+    // null one counts as no selection. Returns true on success; each exporter documents what
+    // it counts as success. Failures that an exporter reports are shown in message boxes.
     virtual bool export_shader(ITovira* app, IGraph_view* view) = 0;
 
     // slot 5: Builds the option panel. `container` is a wxWindow* of the host as an integer, which
     // outlives the panel or destroys it; 0 makes no panel and returns 0. `width` is the width of
     // the host's area in pixels. `view` may be null. Returns the height in pixels that the panel
-    // needs. A panel that is still there is forgotten: it stays in its window and does nothing
-    // more.
+    // needs. A panel that is still open is forgotten: it stays in its window and does nothing more.
     virtual int create_ui(unsigned long long container, int width, IGraph_view* view) = 0;
 
     // slot 6: Closes the option panel, which is gone afterwards. `discard` true throws away what
@@ -47,7 +44,7 @@ public:
     // destroyed; false when there was none.
     virtual bool remove_ui(IGraph_view* view, bool discard) = 0;
 
-    // slot 7: Resizes the option panel, in pixels. Ignored while there is none.
+    // slot 7: Resizes the option panel, in pixels. Ignored while no panel is open.
     virtual void set_ui_size(int width, int height) = 0;
 
     // slot 8: The number of settings. It may grow when a dialog of the exporter is confirmed.

@@ -1,6 +1,6 @@
 // The interface of a plug-in that offers exporters.
 //
-// Slots 0 to 8 are those of plugin/plugin.h, with the life that is told there. The order of the
+// Slots 0 to 8 are those of plugin/plugin.h, which describes the object's life. The order of the
 // operations is a binary contract and never changes.
 #ifndef PLUGIN_IEXPORTER_PLUGIN_H
 #define PLUGIN_IEXPORTER_PLUGIN_H

@@ -14,16 +14,16 @@ namespace TSDK
 class Interface
 {
 public:
-    // slot 0: Adds a reference, which is returned with release. The host's objects count theirs;
-    // here, and so in every exporter, it does nothing.
+    // slot 0: Adds a reference, which release() returns. The host's objects count theirs; here, and
+    // so in every exporter, it does nothing.
     virtual void reference() const {}
 
     // slot 1: Returns a reference. An object of the host may be gone afterwards, so nothing may be
     // called on it unless another reference is held. Does nothing here: an exporter stays.
     virtual void release() const {}
 
-    // slot 2: Another interface of the same object, or null when it has none of that id (the ids
-    // stand in sdk/interface_ids.h, which also fix the type to cast to). An object of the host
+    // slot 2: Another interface of the same object, or null when it has none of that id. The ids
+    // are listed in sdk/interface_ids.h; each fixes the type to cast to. An object of the host
     // returns a new reference; an exporter returns itself for its own id. May be called as long as
     // the object lives.
     virtual Interface* get_interface(int id) = 0;

@@ -3,9 +3,9 @@
 // How a graph is walked from a node:
 //   1. get_input_iterator(0), reset(), then until at_end(): get_connections(), next(1).
 //   2. For each of these: reset(), then until at_end(): get_source_node(), next(1).
-//   3. What the sources are connected to follows in the same way; nodes may be met again.
-// An iterator is valid as long as its reference is held. What it returns stands for the place where
-// it is: at the end, nothing but at_end, reset and release may be called.
+//   3. The sources are walked in the same way; a node may be reached more than once.
+// An iterator is valid as long as its reference is held. At the end, only at_end, reset and release
+// may be called.
 //
 // The rules of sdk/itovira.h hold: slot order, references, null, texts, threads.
 #ifndef SDK_IGRAPH_NODE_H
@@ -127,7 +127,7 @@ public:
 
     UNUSED_SLOTS_5(7_to_11)
 
-    // slot 12: An iterator over the inputs of a kind; 0 is used and stands for all. New reference.
+    // slot 12: An iterator over the inputs of a kind; 0, which is used, means all. New reference.
     virtual IInput_iterator* get_input_iterator(int kind) = 0;
 
     UNUSED_SLOTS_7(13_to_19)

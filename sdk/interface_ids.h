@@ -1,4 +1,4 @@
-// The numbers by which Interface::get_interface names an interface. The host gives them; they
+// The numbers by which Interface::get_interface names an interface. The host defines them; they
 // never change.
 #ifndef SDK_INTERFACE_IDS_H
 #define SDK_INTERFACE_IDS_H

@@ -2,15 +2,14 @@
 //
 // Life of the host's objects, as the plug-in meets them:
 //   1. The host calls an exporter's export_shader with its ITovira and its IGraph_view, both lent
-//   for
-//      the time of the call. No other host object reaches the plug-in.
+//      for the time of the call. No other host object reaches the plug-in.
 //   2. Everything else comes from these two: the compiler and the preferences from ITovira, nodes
 //      and the graph from the view, option sets, units and texts from the compiler.
 //   3. Everything taken is released before export_shader returns. The plug-in keeps nothing.
 //
 // Rules of all interfaces in this folder:
-//   1. The order of the operations is a binary contract and never changes (sdk/unused_slots.h tells
-//      how gaps are written).
+//   1. The order of the operations is a binary contract and never changes (sdk/unused_slots.h
+//      explains how gaps are written).
 //   2. "New reference": the result is the caller's, who returns it with release(). "Borrowed": the
 //      result belongs to the object that was asked and is valid until the next call on it; it is
 //      never released or freed.

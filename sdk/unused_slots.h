@@ -1,7 +1,7 @@
 // The gaps in the host's virtual tables.
 //
 // A gap is a run of operations of the host that the plug-in never calls. Each is written as one
-// line that tells its slots, UNUSED_SLOTS_5(7_to_11), and holds the places of the operations around
+// line that names its slots, UNUSED_SLOTS_5(7_to_11), and holds the places of the operations around
 // it. A host may do anything there; what these empty bodies do is never seen.
 #ifndef SDK_UNUSED_SLOTS_H
 #define SDK_UNUSED_SLOTS_H
