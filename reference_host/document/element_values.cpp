@@ -87,7 +87,7 @@ std::string color_space_of(const Element& element, Type type)
     if (type != Type::color3 && type != Type::color4 && type != Type::filename)
         return {};
     const std::string space = element.color_space();
-    return space == "none" || space == "raw" ? std::string() : space;
+    return space == "none" || space == "raw" || space == "Raw" ? std::string() : space;
 }
 
 Ui_hints ui_hints_of(const Element& element, Type type)

@@ -21,7 +21,7 @@ std::string describe(const Element& element);
 std::optional<Value> value_of(const Element& element, Type type);
 
 // The colour space that holds for an input: its own, or that of what it stands in. Empty when none
-// is given or wanted ("none", "raw"), and for types that have none.
+// is given or wanted ("none", "raw", "Raw"), and for types that have none.
 std::string color_space_of(const Element& element, Type type);
 
 // Hints are for the eye alone: what cannot be read is left out. One number stands for all numbers

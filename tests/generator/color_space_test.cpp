@@ -28,9 +28,32 @@ TEST(Color_spaces, values_are_converted_when_the_text_is_made)
 
 TEST(Color_spaces, white_stays_white)
 {
-    for (const char* space : {"lin_rec709", "srgb_texture", "gamma18", "gamma22", "gamma24",
-                              "acescg", "lin_ap1", "g22_ap1", "adobergb", "lin_adobergb",
-                              "rec709_display", "srgb_displayp3", "lin_displayp3", ""}) {
+    for (const char* space : {"lin_rec709",
+                              "srgb_texture",
+                              "gamma18",
+                              "gamma22",
+                              "gamma24",
+                              "acescg",
+                              "lin_ap1",
+                              "g22_ap1",
+                              "adobergb",
+                              "lin_adobergb",
+                              "rec709_display",
+                              "srgb_displayp3",
+                              "lin_displayp3",
+                              "g18_rec709",
+                              "g22_rec709",
+                              "lin_rec709_scene",
+                              "srgb_rec709_scene",
+                              "g18_rec709_scene",
+                              "g22_rec709_scene",
+                              "lin_ap1_scene",
+                              "g22_ap1_scene",
+                              "lin_adobergb_scene",
+                              "g22_adobergb_scene",
+                              "lin_p3d65_scene",
+                              "srgb_p3d65_scene",
+                              ""}) {
         EXPECT_TRUE(is_known_color_space(space)) << space;
         for (int i = 0; i < 3; ++i)
             EXPECT_NEAR(
@@ -53,7 +76,11 @@ TEST(Color_spaces, textures_are_converted_in_the_shader)
         const char *space, *text;
     } rows[] = {{"srgb_texture", "srgb_to_linear(c)"},
                 {"gamma22", "gamma_to_linear(c, 2.2)"},
+                {"g22_rec709", "gamma_to_linear(c, 2.2)"},
+                {"g18_rec709_scene", "gamma_to_linear(c, 1.8)"},
+                {"srgb_rec709_scene", "srgb_to_linear(c)"},
                 {"acescg", "ap1_to_rec709(c)"},
+                {"lin_ap1_scene", "ap1_to_rec709(c)"},
                 {"g22_ap1", "ap1_to_rec709(gamma_to_linear(c, 2.2))"},
                 {"srgb_displayp3", "display_p3_to_rec709(srgb_to_linear(c))"},
                 {"lin_rec709", "c"},
