@@ -149,7 +149,7 @@ void add_scene_options(CLI::App& app, Scene_request& scene)
         app, "--preference", "A preference of the editor; none: it has no preferences at all",
         "NAME=true|false",
         [&scene](const std::string& text) { return take_preference(text, scene.preferences); });
-    add_repeated(app, "--kind", "What the node says of its kind; none: nothing", "KIND",
+    add_repeated(app, "--kind", "Overrides the node's shader kind; none: reports null", "KIND",
                  [&scene](const std::string& text) { return take_kind(text, scene.kind); });
     add_choice<Texture_paths>(app, "--texture-paths", scene.texture_paths,
                               "How image files are named in the output (default: as-is)",

@@ -30,7 +30,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr int panel_width = 400; // pixels; any would do where nobody looks
+constexpr int panel_width = 400; // pixels; any width does, as the window is never shown
 
 // A window that is never shown, with an area for the panel. Gone at the end of its scope.
 class Hidden_window

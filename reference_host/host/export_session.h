@@ -18,7 +18,7 @@
 namespace reference_host
 {
 
-// What happened at the user's side of an export and excuses references that were not given back.
+// What happened at the user's side of an export and excuses references that were not released.
 struct Export_events {
     bool file_name_empty = false;   // the export-file field was
     bool overwrite_refused = false; // for one file at least

@@ -2,10 +2,10 @@
 //
 // Life of an object:
 //   1. make() creates it. The ledger owns it until the ledger's end, whatever the plug-in does: an
-//      object that was given back stays in memory, so that a late call on it is seen and harmless.
+//      object that was released stays in memory, so that a late call on it is seen and harmless.
 //   2. hand_out() gives the plug-in one reference, which release() must bring back; lend() lets the
 //      plug-in use the object without a reference.
-//   3. findings() tells what did not come out even.
+//   3. findings() lists unbalanced references and other misuse.
 //
 // The plug-in works on one thread, and so does the ledger.
 #ifndef REFERENCE_HOST_HOST_LEDGER_H
@@ -87,7 +87,7 @@ public:
     }
 };
 
-// A reference that the plug-in is known not to give back under some condition.
+// A reference that the plug-in is known not to release under some condition.
 struct Kept_reference {
     const char* kind; // of the object
     bool holds;       // whether the condition was met
@@ -115,8 +115,8 @@ public:
         return found == m_by_address.end() ? nullptr : dynamic_cast<Object*>(found->second);
     }
 
-    // One line for each reference that is missing and each misuse, but for one missing reference of
-    // each kept one that holds.
+    // One line for each reference that was not released and each misuse, except for one reference
+    // for each kept one that holds.
     std::vector<std::string> findings(const std::vector<Kept_reference>& kept) const;
 
 private:

@@ -219,7 +219,7 @@ TEST_F(Program, notices_what_a_plug_in_does_wrong)
         const char* exporter;
         const char* error;
     } rows[] = {
-        {"forgets a reference", "graph node 'Wood' was not given back (1 reference)"},
+        {"forgets a reference", "graph node 'Wood' was not released (1 reference)"},
         {"releases twice", "graph node 'Wood' was released more often than it was handed out"},
         {"uses what it released", "graph node 'Wood' was used after its release (get_name)"},
         {"compiles nothing", "compile was given no graph or no options"},

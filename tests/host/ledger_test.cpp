@@ -32,7 +32,7 @@ TEST(Ledger, names_a_reference_that_is_missing)
 {
     Ledger ledger;
     ledger.make<Thing>("a").hand_out();
-    EXPECT_THAT(ledger.findings({}), ElementsAre("thing 'a' was not given back (1 reference)"));
+    EXPECT_THAT(ledger.findings({}), ElementsAre("thing 'a' was not released (1 reference)"));
 }
 
 TEST(Ledger, names_an_object_that_was_released_twice)
@@ -72,7 +72,7 @@ TEST(Ledger, excuses_one_missing_reference_per_exception_that_holds)
     ledger.make<Thing>("a").hand_out();
     ledger.make<Thing>("b").hand_out();
     EXPECT_THAT(ledger.findings({{"thing", true}}),
-                ElementsAre("thing 'b' was not given back (1 reference)"));
+                ElementsAre("thing 'b' was not released (1 reference)"));
     EXPECT_EQ(2u, ledger.findings({{"thing", false}}).size());
     EXPECT_EQ(2u, ledger.findings({{"other", true}}).size());
 }

@@ -1,4 +1,4 @@
-// What all exporters have in common on the road of an export.
+// What all exports have in common.
 #include "tests/plugin/export_test.h"
 
 #include "exporters/exporter_table.h"

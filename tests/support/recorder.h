@@ -33,10 +33,10 @@ public:
     // Lets the object be used without a reference from now on.
     void lend() const { m_lent = true; }
 
-    // Writes a call on this object down; it is a fault when nobody holds the object.
+    // Records a call on this object; a fault when no reference to it is held.
     void record(const std::string& call) const;
 
-    // The name, for the arguments of another call; a fault when nobody holds the object.
+    // The name, for the arguments of another call; a fault when no reference to it is held.
     const std::string& name_as_argument() const;
 
 protected:
