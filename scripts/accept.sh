@@ -68,8 +68,14 @@ check()
 
 fetch='scripts/fetch-validators.sh brings it'
 
+check_frame()
+{
+    has fxcheck "the build brings it" && check "fxcheck" fxcheck "$1"
+}
+
 check_effect()
 {
+    check_frame "$1"
     if ! grep -q '^technique' "$1"; then
         has cgc "$fetch" && check "cgc -noentry" cgc -quiet -noentry -o /dev/null "$1"
         return
@@ -90,6 +96,7 @@ check_catia()
 check_hlsl()
 {
     local macro
+    check_frame "$1"
     for macro in '' _MAX_; do
         has cgfxcheck "$fetch" &&
             check "cgfxcheck -hlsl${macro:+ -D $macro}" cgfxcheck -q -hlsl ${macro:+-D $macro} "$1"

@@ -1,17 +1,22 @@
 #!/bin/bash
 # Fetches and builds the optional checkers of exported files.
 #
-#   scripts/fetch-validators.sh [FOLDER]        FOLDER is build/validators when not given
+#   scripts/fetch-validators.sh [--free] [FOLDER]    FOLDER is build/validators when not given
 #
 # Afterwards FOLDER/bin holds cgc, cgfxcheck, hlslcheck and glslcheck, ready to run; all else in
-# FOLDER is theirs. Nothing is installed, no file outside of FOLDER changes, no root rights are
+# FOLDER is theirs. --free makes only those that are free software: hlslcheck and glslcheck. Nothing is installed, no file outside of FOLDER changes, no root rights are
 # needed. A second run builds only what is absent or older than its source. When one checker cannot
 # be made the others still are, those that were there stay usable, and the exit status is 1.
 #
-# Packages: g++ bison flex xz-utils dpkg-dev libosmesa6-dev libgl-dev libpng-dev libjpeg-dev
+# Packages: g++ bison flex xz-utils dpkg-dev libosmesa6-dev libgl-dev libpng-dev libjpeg-dev libstb-dev
 set -eu
 shopt -s extglob
 
+free_only=no
+if [ "${1:-}" = --free ]; then
+    free_only=yes
+    shift
+fi
 root=$(cd "$(dirname "$0")/.." && pwd)
 mkdir -p "${1:-$root/build/validators}/bin"
 folder=$(cd "${1:-$root/build/validators}" && pwd)
@@ -163,16 +168,18 @@ renderer=("$root"/reference_host/{render/!(render_command),system/*}.cpp)
 make_glslcheck()
 {
     g++ -std=c++17 -O1 -Wall -Wextra -I"$root" "$root/validators/glslcheck.cpp" \
-        "${renderer[@]}" -o "$folder/bin/glslcheck" -lOSMesa -lpng -ljpeg
+        "${renderer[@]}" -o "$folder/bin/glslcheck" -lOSMesa -lpng -ljpeg -lstb
 }
 
 # ---- the run ------------------------------------------------------------------------------------
 
-say "Checkers for exported shaders, into $folder:
+say "Checkers for exported shaders, into $folder:"
+[ $free_only = yes ] || say "\
   cgc         Cg 3.1 compiler and runtime, from Debian's non-free section. Free to use, but not free
               software: the licence allows neither changes nor disassembly. Only unpacked here; its
               text is in cg/usr/share/doc/nvidia-cg-toolkit.
-  cgfxcheck   this project's; loads whole effects with the Cg runtime
+  cgfxcheck   this project's; loads whole effects with the Cg runtime"
+say "\
   hlslcheck   this project's, with the HLSL compiler vkd3d-shader 1.14 out of the source package of
               Wine in Debian 13 and Windows headers of libwine-dev (LGPL 2.1 or later)
   glslcheck   this project's; draws GLSL pairs with Mesa (MIT licence)"
@@ -204,8 +211,10 @@ provide()
     fi
 }
 
-provide cgc
-provide cgfxcheck "$root/validators/cgfxcheck.cpp" "$files".@(cpp|h)
+if [ $free_only = no ]; then
+    provide cgc
+    provide cgfxcheck "$root/validators/cgfxcheck.cpp" "$files".@(cpp|h)
+fi
 provide hlslcheck "$root/validators/hlslcheck.cpp" "$files".@(cpp|h)
 provide glslcheck "$root/validators/glslcheck.cpp" "$root"/reference_host/@(render|system)/*.@(cpp|h)
 

@@ -46,6 +46,22 @@ struct Mistake {
 };
 
 constexpr Mistake mistakes[] = {
+    {"cgfx", "plain.cgfx", "DepthFunc = LEqual", "DepthFunk = LEqual", "fxcheck",
+     "refused: fxcheck: "},
+    {"cgfx", "plain.cgfx", "MinFilter", "MinFiltre", "fxcheck", "refused: fxcheck: "},
+    {"cgfx", "plain.cgfx", "fp40 fragment_main", "fp40 fragment_mane", "fxcheck",
+     "refused: fxcheck: "},
+    {"cgfx", "plain.cgfx", "FragmentProgram = compile fp40 fragment_main();", "", "fxcheck",
+     "refused: fxcheck: "},
+    {"cgfx", "plain.cgfx", "technique T0", "struct T0", "fxcheck", "refused: fxcheck: "},
+    {"cgfx", "plain.cgfx", "return result;", "return result);", "fxcheck", "refused: fxcheck: "},
+    {"hlsl", "plain.fx", "ZFunc", "DepthFunc", "fxcheck", "refused: fxcheck: "},
+    {"hlsl", "plain.fx", "Texture = (base_map)", "Texture = <base_map>", "fxcheck",
+     "refused: fxcheck: "},
+    {"hlsl", "plain.fx", "Texture = (base_map)", "Texture = (bass_map)", "fxcheck",
+     "refused: fxcheck: "},
+    {"hlsl", "plain.fx", "float4x4 world :", "float4x4 world : VIEW; float4x4 world :", "fxcheck",
+     "refused: fxcheck: "},
     {"cgfx", "plain.cgfx", "DepthFunc = LEqual", "DepthFunk = LEqual", "cgfxcheck",
      "refused: cgfxcheck: "},
     {"cgfx", "plain.cgfx", "LEqual", "LessEqualish", "cgfxcheck", "refused: cgfxcheck: "},
@@ -113,9 +129,10 @@ struct Good_files {
 TEST(Accept, good_files_are_accepted_by_every_checker)
 {
     const Good_files cases[] = {
-        {{"cgfx", fixture("plain.cgfx")}, "cgfxcheck", "accepted: cgfxcheck\n"},
+        {{"cgfx", fixture("plain.cgfx")}, "cgfxcheck", "accepted: fxcheck\naccepted: cgfxcheck\n"},
         {{"catia", fixture("lights.cgfx")},
          "cgfxcheck",
+         "accepted: fxcheck\n"
          "accepted: cgfxcheck\n"
          "accepted: cgfxcheck -bind lights=SLightDir\n"
          "accepted: cgfxcheck -bind lights=SLightPoint\n"
@@ -123,6 +140,7 @@ TEST(Accept, good_files_are_accepted_by_every_checker)
          "accepted: cgfxcheck -bind lights=SLightDir,SLightPoint,SLightSpot\n"},
         {{"hlsl", fixture("plain.fx")},
          "hlslcheck",
+         "accepted: fxcheck\n"
          "accepted: cgfxcheck -hlsl\n"
          "accepted: hlslcheck\n"
          "accepted: cgfxcheck -hlsl -D _MAX_\n"
@@ -157,7 +175,7 @@ TEST(Accept, an_effect_without_technique_is_compiled_as_a_whole)
                                                     "struct Fog : Volume { float3 eval(float3 c) "
                                                     "{ return c * 0.5; } };\n")});
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.output, "accepted: cgc -noentry\n");
+    EXPECT_EQ(result.output, "accepted: fxcheck\naccepted: cgc -noentry\n");
 }
 
 TEST(Accept, what_the_hlsl_compiler_does_not_know_is_undecided)
@@ -179,6 +197,7 @@ TEST(Accept, absent_checkers_are_named_with_what_brings_them)
     const Process_result result = accept({"cgfx", fixture("plain.cgfx")}, "/nonexistent");
     EXPECT_EQ(result.status, 77);
     EXPECT_EQ(result.output,
+              "skipped: fxcheck is absent; the build brings it\n"
               "skipped: cgfxcheck is absent; scripts/fetch-validators.sh brings it\n");
 }
 
