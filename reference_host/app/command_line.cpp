@@ -41,10 +41,12 @@ void add_repeated(CLI::App& app, const char* name, const char* help, const char*
 
 bool take_light(const std::string& text, Lighting_request& render)
 {
-    const std::optional<Light_request> light = parse_light(text);
-    if (light)
-        render.lights.push_back(*light);
-    return light.has_value();
+    std::string reason;
+    const std::optional<Light_request> light = parse_light(text, reason);
+    if (!light)
+        throw CLI::ValidationError("--light", "'" + text + "': " + reason);
+    render.lights.push_back(*light);
+    return true;
 }
 
 bool take_ambient(const std::string& text, Lighting_request& render)
@@ -135,12 +137,12 @@ void add_scene_options(CLI::App& app, Scene_request& scene)
         ->type_name("NAME");
     add_repeated(app, "--light",
                  "A light of the document, or a new one; TYPE: directional, "
-                 "point, spot or 0 to 2; SPREAD: full cone angle in degrees; "
-                 "LIMIT: distance, 0 none",
-                 "NAME[:TYPE[:SPREAD[:LIMIT]]]",
+                 "point, spot or 0 to 2; KEY: position, direction, color, intensity, "
+                 "cone (full angle in degrees), limit (distance, 0 none). Also NAME:TYPE:CONE:LIMIT",
+                 "NAME[:TYPE[:KEY=VALUE,...]]",
                  [&scene](const std::string& text) { return take_light(text, scene.render); });
-    app.add_option("--environment", scene.render.environment, "The environment shader")
-        ->type_name("NAME");
+    app.add_option("--environment", scene.render.environment, "The environment shader of the document, or a new one, of an image")
+        ->type_name("NAME[:FILE]");
     app.add_option("--volume", scene.render.volume, "The volume shader")->type_name("NAME");
     add_repeated(app, "--ambient", "The scene's ambient colour", "R,G,B,A",
                  [&scene](const std::string& text) { return take_ambient(text, scene.render); });

@@ -1,7 +1,6 @@
 #include "reference_host/host/render_settings.h"
 
 #include "reference_host/nodes/node_library.h"
-#include "reference_host/document/value_parser.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,8 +10,6 @@ namespace reference_host
 {
 namespace
 {
-
-constexpr float full_circle = 360.0f; // degrees
 
 struct Light_row {
     Light_kind kind;
@@ -63,57 +60,128 @@ Node& add_node(Shader_graph& graph, const std::string& name, const std::string& 
     return node;
 }
 
-Render_light make_light(Shader_graph& graph, const Light_request& request)
+using Numbers = std::vector<double>;
+
+void set_input(Node& node, const std::string& name, const Numbers& numbers)
+{
+    const Input_definition* defined = node.definition ? node.definition->find_input(name) : nullptr;
+    if (!defined)
+        throw std::invalid_argument("the light '" + node.name + "' has no " + name);
+    const auto given = std::find_if(node.inputs.begin(), node.inputs.end(),
+                                    [&](const Input& input) { return input.name == name; });
+    Input& input = given == node.inputs.end() ? node.inputs.emplace_back() : *given;
+    Value value;
+    value.type = defined->value.type;
+    std::copy(numbers.begin(), numbers.end(), value.numbers.begin());
+    const Ui_hints ui = input.ui;
+    input = Input();
+    input.name = name;
+    input.type = value.type;
+    input.value = value;
+    input.ui = ui;
+}
+
+// Where new lights stand, one after the other: key, fill and rim. The object is at the origin.
+const Numbers light_places[] = {{-2.2, 2.4, 2.6}, {2.6, 0.6, 2.0}, {1.4, 2.0, -2.4}};
+
+void place(Node& node, const Numbers& position, bool has_position, bool has_direction)
+{
+    if (has_position)
+        set_input(node, "position", position);
+    if (has_direction)
+        set_input(node, "direction", {-position[0], -position[1], -position[2]});
+}
+
+// A light that decays is as bright at the origin as a directional one of intensity 1.
+double intensity_at(const Numbers& position)
+{
+    constexpr double nearest = 0.1;
+    return std::max(position[0] * position[0] + position[1] * position[1] +
+                        position[2] * position[2],
+                    nearest * nearest);
+}
+
+Render_light make_light(Shader_graph& graph, const Light_request& request, size_t index)
 {
     const Light_row& row = light_rows[static_cast<int>(request.kind.value_or(Light_kind()))];
+    const auto asked = request.inputs.find("position");
+    const Numbers& position = asked == request.inputs.end()
+                                  ? light_places[index % std::size(light_places)]
+                                  : asked->second;
+    Node& node = add_node(graph, request.name, row.category, Type::lightshader);
+    const bool decays = row.kind != Light_kind::directional;
+    place(node, position, decays, row.kind != Light_kind::point);
+    if (decays)
+        set_input(node, "intensity", {intensity_at(position)});
     Render_light light;
-    light.node = &add_node(graph, request.name, row.category, Type::lightshader);
+    light.node = &node;
     light.kind = row.kind;
-    light.spread = spread_of(*light.node, light.kind);
+    light.spread = spread_of(node, light.kind);
     return light;
 }
 
-// Puts what is requested over what the light has.
-void apply(const Light_request& request, Render_light& light)
+// Makes the light one of another kind, which keeps what it has in common with the old one.
+void change_kind(Node& node, Render_light& light, Light_kind kind)
 {
-    if (request.kind && *request.kind != light.kind) {
-        light.kind = *request.kind;
-        light.spread = spread_of(*light.node, light.kind);
-    }
+    const bool had_position = light.kind != Light_kind::directional;
+    const bool had_direction = light.kind != Light_kind::point;
+    light.kind = kind;
+    node.category = light_rows[static_cast<int>(kind)].category;
+    node.definition = find_definition(node.category, node.type, {});
+    node.inputs.erase(std::remove_if(node.inputs.begin(), node.inputs.end(),
+                                     [&](const Input& input) {
+                                         return !node.definition->find_input(input.name);
+                                     }),
+                      node.inputs.end());
+    place(node, light_places[0], kind != Light_kind::directional && !had_position,
+          kind != Light_kind::point && !had_direction);
+    light.spread = spread_of(node, kind);
+}
+
+// Puts what is requested over what the light has.
+void apply(const Light_request& request, Node& node, Render_light& light)
+{
+    if (request.kind && *request.kind != light.kind)
+        change_kind(node, light, *request.kind);
+    for (const auto& [name, numbers] : request.inputs)
+        set_input(node, name, numbers);
     light.spread = request.spread.value_or(light.spread);
     light.distance_limit = request.distance_limit.value_or(light.distance_limit);
 }
 
-std::vector<std::string> split_at_colons(const std::string& text)
+Node& node_of(Shader_graph& graph, const Render_light& light)
 {
-    std::vector<std::string> parts;
-    for (size_t start = 0; start <= text.size();) {
-        const size_t end = std::min(text.find(':', start), text.size());
-        parts.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
+    return **std::find_if(graph.nodes.begin(), graph.nodes.end(),
+                          [&](const auto& node) { return node.get() == light.node; });
 }
 
-std::optional<float> parse_length(const std::string& text)
+// Whether a file holds light encoded for screens.
+bool is_encoded(const std::string& file)
 {
-    const std::optional<Value> value = parse_value(Type::float1, text);
-    if (!value || value->numbers[0] < 0.0)
-        return std::nullopt;
-    return static_cast<float>(value->numbers[0]);
+    const std::string ending = file.substr(std::min(file.rfind('.'), file.size()));
+    return ending == ".png" || ending == ".jpg" || ending == ".jpeg";
 }
 
-const Node* environment_named(Shader_graph& graph, const std::string& name)
+// `request` is the name of a node, or NAME:FILE for a new one.
+const Node* environment_named(Shader_graph& graph, const std::string& request)
 {
-    if (name.empty())
+    if (request.empty())
         return nullptr;
-    if (const Node* node = graph.find_node(name))
+    if (const Node* node = graph.find_node(request))
         return node;
+    const size_t colon = request.find(':');
+    const std::string name = request.substr(0, colon);
+    if (name.empty() || graph.find_node(name))
+        throw std::invalid_argument("the environment '" + request +
+                                    "' needs a name that no node of the document has");
     Node& node = add_node(graph, name, "environment_map", Type::color3);
     Input file;
     file.name = "file";
     file.type = Type::filename;
-    file.value = Value{Type::filename, {}, name + ".dds"};
+    file.value = Value{
+        Type::filename, {}, colon == std::string::npos ? name + ".dds" : request.substr(colon + 1)};
+    if (is_encoded(file.value->text))
+        file.color_space = "srgb_texture";
     node.inputs.push_back(std::move(file));
     return &node;
 }
@@ -128,30 +196,6 @@ const Node* volume_named(Shader_graph& graph, const std::string& name)
 
 } // namespace
 
-std::optional<Light_request> parse_light(const std::string& text)
-{
-    const std::vector<std::string> parts = split_at_colons(text);
-    Light_request request;
-    request.name = parts[0];
-    if (request.name.empty() || parts.size() > 4)
-        return std::nullopt;
-    if (parts.size() > 1) {
-        for (const Light_row& row : light_rows) {
-            if (parts[1] == row.word || parts[1] == std::to_string(static_cast<int>(row.kind)))
-                request.kind = row.kind;
-        }
-        if (!request.kind)
-            return std::nullopt;
-    }
-    if (parts.size() > 2 && !(request.spread = parse_length(parts[2])))
-        return std::nullopt;
-    if (request.spread && *request.spread > full_circle)
-        return std::nullopt;
-    if (parts.size() > 3 && !(request.distance_limit = parse_length(parts[3])))
-        return std::nullopt;
-    return request;
-}
-
 Render_settings make_render_settings(Shader_graph& graph, const Lighting_request& request)
 {
     Render_settings settings;
@@ -160,17 +204,19 @@ Render_settings make_render_settings(Shader_graph& graph, const Lighting_request
         if (row && node->scope.empty())
             settings.lights.push_back({node.get(), row->kind, spread_of(*node, row->kind), 0.0f});
     }
+    size_t made = 0;
     for (const Light_request& wanted : request.lights) {
         const auto known = std::find_if(
             settings.lights.begin(), settings.lights.end(),
             [&](const Render_light& light) { return light.node->name == wanted.name; });
         if (known != settings.lights.end()) {
-            apply(wanted, *known);
+            apply(wanted, node_of(graph, *known), *known);
             continue;
         }
         if (graph.find_node(wanted.name))
             throw std::invalid_argument("the node '" + wanted.name + "' is no light");
-        apply(wanted, settings.lights.emplace_back(make_light(graph, wanted)));
+        Render_light& light = settings.lights.emplace_back(make_light(graph, wanted, made++));
+        apply(wanted, node_of(graph, light), light);
     }
     settings.environment = environment_named(graph, request.environment);
     settings.volume = volume_named(graph, request.volume);

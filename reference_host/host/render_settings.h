@@ -4,9 +4,9 @@
 
 #include "reference_host/document/light_kind.h"
 #include "reference_host/document/shader_graph.h"
+#include "reference_host/host/light_request.h"
 
 #include <array>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,29 +27,20 @@ struct Render_settings {
     std::array<float, 4> ambient{0.0f, 0.0f, 0.0f, 1.0f};
 };
 
-// A light that the user asks for. What is not given is the document's, or the kind's usual value.
-struct Light_request {
-    std::string name;
-    std::optional<Light_kind> kind;
-    std::optional<float> spread;
-    std::optional<float> distance_limit;
-};
-
 struct Lighting_request {
     std::vector<Light_request> lights;
-    std::string environment; // the name of a node; empty: none
+    std::string environment; // the name of a node, or NAME:FILE with an image; empty: none
     std::string volume;      // likewise
     std::array<float, 4> ambient{0.0f, 0.0f, 0.0f, 1.0f};
 };
 
-// Reads NAME[:TYPE[:SPREAD[:LIMIT]]], where TYPE is directional, point, spot or its code. Nothing
-// when the text is not of that form or a cone is wider than a full circle.
-std::optional<Light_request> parse_light(const std::string& text);
-
 // The lights of the document in its order, then the requested ones. A requested name that a light
 // of the document has changes that light; other names, and an environment or volume that the
-// document does not have, become new nodes of the graph. Throws std::invalid_argument with a
-// message when a name belongs to a node that is no light.
+// document does not have, become new nodes of the graph. New lights stand before the object where
+// nothing else is asked for: the first at its upper left, the second at its right, the third behind
+// it, and shine as bright on it as a directional light of intensity 1. Throws std::invalid_argument
+// with a message when a name belongs to a node that is no light, or the light lacks what is asked
+// for.
 Render_settings make_render_settings(Shader_graph& graph, const Lighting_request& request);
 
 } // namespace reference_host
