@@ -57,12 +57,19 @@ bool take_ambient(const std::string& text, Lighting_request& render)
     return color.has_value();
 }
 
-bool take_setting(const std::string& text, std::vector<Option_setting>& settings)
+// `exporter` is meant where the text names none.
+bool take_setting(const std::string& text, const std::string& exporter,
+                  std::vector<Option_setting>& settings)
 {
     const size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0)
         return false;
-    settings.push_back({text.substr(0, equals), text.substr(equals + 1)});
+    // A colon at the end belongs to the label of an option.
+    const size_t colon = text.rfind(':', equals == 0 ? 0 : equals - 2);
+    const bool has_exporter = colon != std::string::npos && colon > 0 && equals > 1;
+    const size_t name = has_exporter ? colon + 1 : 0;
+    settings.push_back({has_exporter ? text.substr(0, colon) : exporter,
+                        text.substr(name, equals - name), text.substr(equals + 1)});
     return true;
 }
 
@@ -116,7 +123,8 @@ void add_search_path(CLI::App& app, std::vector<std::string>& search_path)
 
 void add_plugin(CLI::App& app, std::string& plugin)
 {
-    app.add_option("--plugin", plugin, "The plug-in (default: toviraexport.so beside this program)")
+    app.add_option("--plugin", plugin, "The plug-in (default: what TOVIRAEXPORT_PLUGIN names, else toviraexport.so as built "
+                   "or installed with this program)")
         ->type_name("PATH");
 }
 
@@ -129,12 +137,16 @@ void add_exporter(CLI::App& app, std::string& exporter)
 }
 
 // What describes the scene and is common to all exports.
-void add_scene_options(CLI::App& app, Scene_request& scene)
+void add_document(CLI::App& app, Scene_request& scene)
 {
     app.add_option("FILE", scene.document, "A MaterialX document")->required();
     app.add_option("--node", scene.node,
                    "The node to export (default: the first surface material, else shader)")
         ->type_name("NAME");
+}
+
+void add_scene_options(CLI::App& app, Scene_request& scene)
+{
     add_repeated(app, "--light",
                  "A light of the document, or a new one; TYPE: directional, "
                  "point, spot or 0 to 2; KEY: position, direction, color, intensity, "
@@ -160,7 +172,8 @@ void add_scene_options(CLI::App& app, Scene_request& scene)
                                {"as-is", Texture_paths::as_is}});
 }
 
-void add_answers(CLI::App& app, Scene_request& scene)
+// `exporter` is what settings are meant for that name none: all, strictly, or "*".
+void add_answers(CLI::App& app, Scene_request& scene, const std::string& exporter)
 {
     add_choice<Overwrite>(
         app, "--overwrite", scene.overwrite.overwrite,
@@ -177,8 +190,26 @@ void add_answers(CLI::App& app, Scene_request& scene)
     add_choice<Missing>(app, "--missing", scene.boxes.missing,
                         "The answer when lights or an environment are missing (default: continue)",
                         {{"continue", Missing::proceed}, {"cancel", Missing::cancel}});
-    add_repeated(app, "--set", "An option of the exporter's panel", "OPTION=VALUE",
-                 [&scene](const std::string& text) { return take_setting(text, scene.options); });
+    add_repeated(app, "--set", "An option of the exporter's panel; EXPORTER *: of all that have it",
+                 "[EXPORTER:]OPTION=VALUE", [&scene, exporter](const std::string& text) {
+                     return take_setting(text, exporter, scene.options);
+                 });
+    app.add_flag("--dry-run", scene.is_dry_run, "Say what would happen, file by file");
+}
+
+// What was given of the options that decide what is in the files.
+std::vector<std::string> given_arguments(const CLI::App& app,
+                                         const std::vector<Option_setting>& settings)
+{
+    std::vector<std::string> arguments;
+    for (const char* name : {"--light", "--environment", "--volume", "--ambient", "--search-path",
+                             "--preference", "--kind", "--texture-paths", "--missing"}) {
+        for (const std::string& value : app.get_option(name)->results())
+            arguments.push_back(std::string(name) + "=" + value);
+    }
+    for (const Option_setting& setting : settings)
+        arguments.push_back("--set=" + setting.exporter + ":" + setting.name + "=" + setting.value);
+    return arguments;
 }
 
 // Everything that the commands are asked with.
@@ -188,6 +219,7 @@ struct Requests {
     Scene_request nodes, window;
     Export_command exported;
     Batch_command batch;
+    Plan_command plan;
     Panel_command panel;
 };
 
@@ -210,31 +242,104 @@ void add_nodes(CLI::App& app, Scene_request& request, int& status)
 void add_export(CLI::App& app, Export_command& request, int& status)
 {
     CLI::App* command = app.add_subcommand("export", "Exports a node through one exporter");
+    add_document(*command, request.scene);
     add_scene_options(*command, request.scene);
-    add_answers(*command, request.scene);
+    add_answers(*command, request.scene, {});
     add_exporter(*command, request.exporter);
     command
         ->add_option("--output", request.output,
                      "The export file name; a folder: the node's name in it; -: standard output")
         ->type_name("PATH")
         ->required();
+    command->add_flag("--parents", request.makes_folder,
+                      "Make the folder of the output when it is missing");
+    command->add_option("--depfile", request.depfile, "List what was read, as compilers do")
+        ->type_name("FILE");
     add_plugin(*command, request.plugin);
-    command->callback([&] { status = export_document(request); });
+    command->callback([&request, command, &status] {
+        request.scene.arguments = given_arguments(*command, request.scene.options);
+        status = export_document(request);
+    });
+}
+
+void add_batch_reports(CLI::App& app, Batch_command& request)
+{
+    app.add_option("--report", request.report, "Write what happened to each item, as JSON")
+        ->type_name("FILE.json");
+    app.add_option("--junit", request.junit, "Write it as build servers read it")
+        ->type_name("FILE.xml");
+    app.add_flag("-q,--quiet", request.verbosity.is_quiet, "Say only what went wrong");
+    app.add_flag("-v,--verbose", request.verbosity.is_verbose, "Say also each item and its time");
+}
+
+// What makes the items of a batch.
+void add_batch_items(CLI::App& app, Batch_command& request)
+{
+    app.add_option("INPUT", request.inputs,
+                   "MaterialX documents, folders with some; -: a list on standard input")
+        ->required();
+    app.add_flag("-r,--recursive", request.is_recursive, "Take folders with all folders in them");
+    app.add_option("--material,--node", request.materials, "One of them (default: all)")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    app.add_option("--exporter", request.exporters, "One of them (default: all)")
+        ->type_name("EXPORTER")
+        ->allow_extra_args(false);
+    app.add_option("--output", request.folder, "The folder for everything, made when missing")
+        ->type_name("FOLDER")
+        ->required();
+    app.add_option("--name", request.name,
+                   "The names of files in it, of {material}, {exporter} and {document} (default: " +
+                       request.name + ")")
+        ->type_name("PATTERN");
+}
+
+// What `batch` and `plan` share.
+void add_batch_options(CLI::App& app, Batch_command& request)
+{
+    add_batch_items(app, request);
+    add_scene_options(app, request.scene);
+    add_answers(app, request.scene, "*");
+    add_plugin(app, request.plugin);
+}
+
+void take_given_options(const CLI::App& app, Batch_command& request)
+{
+    request.scene.arguments = given_arguments(app, request.scene.options);
+    const std::vector<std::string> words = app.get_option("--overwrite")->results();
+    if (!words.empty())
+        request.overwrite_word = words.back();
+}
+
+void add_plan(CLI::App& app, Plan_command& request, int& status)
+{
+    CLI::App* command = app.add_subcommand("plan", "Writes a batch as commands for a build system");
+    add_batch_options(*command, request.batch);
+    add_choice<Plan_format>(
+        *command, "--format", request.format, "For which system (default: ninja)",
+        {{"ninja", Plan_format::ninja}, {"make", Plan_format::make}, {"json", Plan_format::json}});
+    command->add_option("-o,--plan", request.file, "The file (default: standard output)")
+        ->type_name("FILE");
+    command->callback([&request, command, &status] {
+        take_given_options(*command, request.batch);
+        status = plan_batch(request);
+    });
 }
 
 void add_batch(CLI::App& app, Batch_command& request, int& status)
 {
-    CLI::App* command = app.add_subcommand("batch", "Exports a node through several exporters");
-    add_scene_options(*command, request.scene);
-    add_answers(*command, request.scene);
-    command->add_option("--exporter", request.exporters, "One of them (default: all)")
-        ->type_name("EXPORTER")
-        ->allow_extra_args(false);
-    command->add_option("--output", request.folder, "A folder; each exporter gets its own in it")
-        ->type_name("FOLDER")
-        ->required();
-    add_plugin(*command, request.plugin);
-    command->callback([&] { status = export_batch(request); });
+    CLI::App* command =
+        app.add_subcommand("batch", "Exports all materials of documents through exporters");
+    add_batch_options(*command, request);
+    command->add_option("--jobs", request.jobs, "How many processes do the work (default: 1)")
+        ->check(CLI::Range(1, 256))
+        ->type_name("N");
+    command->add_flag("--force", request.is_forced, "Export also what did not change");
+    add_batch_reports(*command, request);
+    command->callback([&request, command, &status] {
+        take_given_options(*command, request);
+        status = export_batch(request);
+    });
 }
 
 void add_panel(CLI::App& app, Panel_command& request, int& status)
@@ -252,6 +357,7 @@ void add_panel(CLI::App& app, Panel_command& request, int& status)
 void add_window(CLI::App& app, Scene_request& scene, std::string& plugin, int& status)
 {
     CLI::App* command = app.add_subcommand("window", "Opens a window that exports a document");
+    add_document(*command, scene);
     add_scene_options(*command, scene);
     add_plugin(*command, plugin);
     command->callback([&] { status = show_window(scene, plugin); });
@@ -264,6 +370,7 @@ void add_commands(CLI::App& app, Requests& requests, int& status)
     add_nodes(app, requests.nodes, status);
     add_export(app, requests.exported, status);
     add_batch(app, requests.batch, status);
+    add_plan(app, requests.plan, status);
     add_panel(app, requests.panel, status);
     add_window(app, requests.window, requests.plugin, status);
     add_render_commands(app, status);

@@ -1,78 +1,46 @@
 #include "reference_host/app/commands.h"
 
-#include "reference_host/app/export_job.h"
+#include "reference_host/app/build_plan.h"
+#include "reference_host/app/export_item.h"
 #include "reference_host/app/interruption.h"
+#include "reference_host/app/item_record.h"
 #include "reference_host/app/output_place.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/app/wx_runtime.h"
-#include "reference_host/output/file_names.h"
 #include "reference_host/output/write_failure.h"
+#include "reference_host/system/temporary_folder.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 namespace reference_host
 {
 
+namespace fs = std::filesystem;
 using QZ::TSDK::IExporter;
 
 namespace
 {
 
-namespace fs = std::filesystem;
-
-const char* note_of(Exported_file::State state)
-{
-    switch (state) {
-    case Exported_file::State::unchanged:
-        return "  unchanged";
-    case Exported_file::State::skipped:
-        return "  skipped";
-    case Exported_file::State::written:
-        break;
-    }
-    return "";
-}
-
 // What went wrong on standard error, the files on standard output.
-void print_outcome(const Export_outcome& outcome, const char* indent)
+void print_outcome(const Export_outcome& outcome)
 {
-    print_messages(outcome);
-    for (const Exported_file& file : outcome.files)
-        std::printf("%s%s  %zu bytes%s\n", indent, file.path.c_str(), file.content.size(),
-                    note_of(file.state));
+    for (const Message& message : messages_of(outcome))
+        std::fprintf(stderr, "%s\n", line_of(message).c_str());
+    for (const Exported_file& file : outcome.files) {
+        const bool is_written = file.state == Exported_file::State::written;
+        std::printf("%s  %zu bytes%s%s\n", file.path.c_str(), file.content.size(),
+                    is_written ? "" : "  ", is_written ? "" : state_name(file.state));
+    }
 }
-
-// An empty folder for files on their way to standard output.
-class Scratch_folder
-{
-public:
-    Scratch_folder() : m_path((fs::temp_directory_path() / "shader-export-XXXXXX").string())
-    {
-        if (!mkdtemp(m_path.data()))
-            throw Write_failure(m_path, errno);
-    }
-    ~Scratch_folder()
-    {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-    Scratch_folder(const Scratch_folder&) = delete;
-    Scratch_folder& operator=(const Scratch_folder&) = delete;
-
-    const std::string& path() const { return m_path; }
-
-private:
-    std::string m_path;
-};
 
 Export_outcome export_to_standard_output(const Opened_document& document, IExporter& exporter,
                                          const Scene_request& request, Replacement& replacement)
 {
-    const Scratch_folder folder;
+    const Temporary_folder folder;
     const std::string output = export_file_name(folder.path() + "/", document.node().name);
     Export_outcome outcome = run_export(document, exporter, output, request, replacement);
     if (outcome.files.size() > 1)
@@ -85,16 +53,42 @@ Export_outcome export_to_standard_output(const Opened_document& document, IExpor
     return outcome;
 }
 
-// The exit status of an export or of several: that of the signal for an interrupted one.
+// What is meant for this exporter.
+Scene_request request_for(const Scene_request& all, const Plugin_library& plugin, int exporter)
+{
+    Scene_request request = all;
+    request.options = settings_for(all.options, plugin, exporter);
+    return request;
+}
+
+// Remembers the export as a batch does, and lists what it read for a build system.
+void write_dependencies(const Export_command& command, const Export_item& item,
+                        const Item_result& result, const std::string& plugin)
+{
+    Hash_store hashes;
+    write_record(item, key_of(item, command.scene, plugin, hashes), result);
+    std::vector<std::string> inputs{plugin};
+    for (const Fingerprint& input : result.inputs) {
+        if (!input.hash.empty()) // a missing file would stop the build system
+            inputs.push_back(input.file);
+    }
+    errno = 0;
+    std::ofstream stream(command.depfile, std::ios::binary);
+    stream << dependency_text(record_file(item), inputs);
+    stream.close();
+    if (!stream)
+        throw Write_failure(command.depfile, errno);
+}
+
+} // namespace
+
 int exit_status(bool is_success)
 {
-    constexpr int signal_base = 128; // as shells have it
+    constexpr int signal_base = 128;
     if (const int signal = Interruption::signal())
         return signal_base + signal;
     return is_success ? 0 : 1;
 }
-
-} // namespace
 
 int list_nodes(const std::string& document, const std::vector<std::string>& search_path)
 {
@@ -111,51 +105,30 @@ int export_document(const Export_command& command)
     const bool is_streamed = command.output == standard_output;
     const std::string output =
         is_streamed ? std::string() : export_file_name(command.output, document.node().name);
+    const fs::path folder = fs::path(output).parent_path();
+    if (command.makes_folder && !folder.empty())
+        make_folder(folder.string());
     const Wx_runtime wx;
     const Interruption interruption;
     const Plugin_library plugin(command.plugin);
-    const auto exporter = plugin.make_exporter(plugin.find_exporter(command.exporter));
+    const int index = plugin.find_exporter(command.exporter);
+    const auto exporter = plugin.make_exporter(index);
+    const Scene_request request = request_for(command.scene, plugin, index);
     Replacement replacement(command.scene.overwrite);
     const Export_outcome outcome =
-        is_streamed ? export_to_standard_output(document, *exporter, command.scene, replacement)
-                    : run_export(document, *exporter, output, command.scene, replacement);
-    print_outcome(outcome, "");
-    return exit_status(outcome.is_success());
-}
-
-int export_batch(const Batch_command& command)
-{
-    const Opened_document document(command.scene);
-    const Wx_runtime wx;
-    const Interruption interruption;
-    const Plugin_library plugin(command.plugin);
-    const std::vector<std::string> names = plugin.exporter_names();
-    std::vector<int> indices;
-    for (const std::string& wanted : command.exporters)
-        indices.push_back(plugin.find_exporter(wanted));
-    for (int index = 0; command.exporters.empty() && index < static_cast<int>(names.size());
-         ++index)
-        indices.push_back(index);
-    Replacement replacement(command.scene.overwrite);
-    int failures = 0;
-    for (const int index : indices) {
-        if (replacement.has_quit() || Interruption::signal() != 0)
-            break;
-        const std::string& name = names[static_cast<size_t>(index)];
-        const std::string folder = (fs::path(command.folder) / folder_name(name)).string();
-        make_folder(folder);
-        std::printf("%s\n", name.c_str());
-        std::fflush(stdout); // before what the export says on standard error
-        const auto exporter = plugin.make_exporter(index);
-        const std::string output = export_file_name(folder, document.node().name);
-        const Export_outcome outcome =
-            run_export(document, *exporter, output, command.scene, replacement);
-        print_outcome(outcome, "  ");
-        if (!outcome.is_success())
-            std::printf("  failed\n");
-        failures += outcome.is_success() ? 0 : 1;
+        is_streamed ? export_to_standard_output(document, *exporter, request, replacement)
+                    : run_export(document, *exporter, output, request, replacement);
+    print_outcome(outcome);
+    if (!command.depfile.empty() && outcome.is_success()) {
+        const Export_item item{command.scene.document,
+                               full_name(document.node()),
+                               index,
+                               exporter->get_name(),
+                               output,
+                               {}};
+        write_dependencies(command, item, result_of(outcome, document), plugin.file());
     }
-    return exit_status(failures == 0);
+    return exit_status(outcome.is_success());
 }
 
 } // namespace reference_host

@@ -5,6 +5,7 @@
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/staged_files.h"
 #include "reference_host/output/write_failure.h"
+#include "reference_host/system/temporary_folder.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,8 +14,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <set>
-#include <sstream>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -252,6 +253,8 @@ void place_files(Staged_files& stage, Export_outcome& outcome, const Scene_reque
         return add_refusals(existing, outcome.reasons);
     if (decision == Decision::skip)
         return mark_skipped(outcome.files);
+    if (request.is_dry_run)
+        return;
     std::vector<std::string> backups;
     try {
         for (const Existing_file& file : existing) {
@@ -266,16 +269,6 @@ void place_files(Staged_files& stage, Export_outcome& outcome, const Scene_reque
     }
 }
 
-// A message of several lines as one.
-std::string on_one_line(const std::string& message)
-{
-    std::istringstream words(message);
-    std::string line;
-    for (std::string word; words >> word;)
-        line += (line.empty() ? "" : " ") + word;
-    return line;
-}
-
 } // namespace
 
 Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& exporter,
@@ -283,7 +276,12 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
                           Replacement& replacement)
 {
     const fs::path chosen(output);
-    Staged_files stage(chosen.parent_path().string(), output);
+    std::optional<Temporary_folder> scratch;
+    if (request.is_dry_run)
+        scratch.emplace();
+    const std::string folder = chosen.parent_path().string();
+    Staged_files stage =
+        scratch ? Staged_files(folder, output, scratch->path()) : Staged_files(folder, output);
     const std::string staged = stage.staged(chosen.filename().string());
     Export_session session(document.scene(output));
     const Message_box_answers answers(request.boxes);
@@ -296,16 +294,6 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
     if (!outcome.is_success())
         outcome.files.clear();
     return outcome;
-}
-
-void print_messages(const Export_outcome& outcome)
-{
-    print_diagnostics(outcome.diagnostics);
-    for (const Answered_box& box : outcome.boxes)
-        std::fprintf(stderr, "[%s] %s -> %s\n", box.caption.c_str(),
-                     on_one_line(box.message).c_str(), word_of(box.answer));
-    for (const std::string& reason : outcome.reasons)
-        std::fprintf(stderr, "shader-export: error: %s\n", reason.c_str());
 }
 
 void print_diagnostics(const Diagnostics& diagnostics)

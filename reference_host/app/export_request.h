@@ -33,6 +33,8 @@ struct Scene_request {
     Box_policy boxes;
     Overwrite_policy overwrite;
     std::vector<Option_setting> options; // of the exporter's panel
+    bool is_dry_run = false;             // only says what would happen
+    std::vector<std::string> arguments;  // that were given for all this, "--option=value"
 };
 
 } // namespace reference_host

@@ -3,6 +3,7 @@
 #include "reference_host/document/materialx_reader.h"
 
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 
 namespace reference_host
@@ -78,11 +79,38 @@ const Node* default_node(const Shader_graph& graph)
 }
 
 Opened_document::Opened_document(const Scene_request& request)
+    : Opened_document(request, open_document(request.document, request.search_path))
+{
+}
+
+Opened_document::Opened_document(const Scene_request& request, std::shared_ptr<Shader_graph> graph)
     : m_request(request),
-      m_graph(open_document(request.document, request.search_path)),
+      m_graph(std::move(graph)),
       m_node(&chosen_node(*m_graph, m_request)),
       m_render_settings(make_render_settings(*m_graph, request.render))
 {
+}
+
+std::vector<std::string> Opened_document::inputs() const
+{
+    std::set<std::string> images;
+    const auto add = [&](const Value& value) {
+        if (value.type == Type::filename && !value.text.empty())
+            images.insert(find_image(value.text, m_graph->folder, m_request.search_path).string());
+    };
+    for (const auto& node : m_graph->nodes) {
+        for (const Input& input : node->inputs) {
+            if (input.value)
+                add(*input.value);
+        }
+    }
+    for (const auto& parameter : m_graph->parameters)
+        add(parameter->value);
+    std::vector<std::string> files = m_graph->files;
+    files.insert(files.end(), images.begin(), images.end());
+    for (const std::string& folder : m_request.search_path)
+        files.push_back((fs::path(folder) / "user_copyright.txt").string());
+    return files;
 }
 
 Export_scene Opened_document::scene(const std::string& output) const

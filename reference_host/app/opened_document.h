@@ -34,14 +34,22 @@ public:
     // std::invalid_argument when a name that the user gave does not fit the document.
     explicit Opened_document(const Scene_request& request);
 
+    // The same for a document that was read before. Several may share one when their scenes are
+    // equal: lights that it does not have become its own.
+    Opened_document(const Scene_request& request, std::shared_ptr<Shader_graph> graph);
+
     const Node& node() const { return *m_node; }
+
+    // All files that an export depends on: the documents, the images that they name, and the user's
+    // files in the search path. Some may not exist.
+    std::vector<std::string> inputs() const;
 
     // The scene of an export to a file of that name. Refers to this object.
     Export_scene scene(const std::string& output) const;
 
 private:
     Scene_request m_request;
-    std::unique_ptr<Shader_graph> m_graph;
+    std::shared_ptr<Shader_graph> m_graph;
     const Node* m_node = nullptr;
     Render_settings m_render_settings;
 };

@@ -113,15 +113,26 @@ void set_control(wxWindow& control, const Option_setting& setting)
         text->SetValue(from_bytes(setting.value.c_str())); // sends its event itself
 }
 
+bool is_called(const Panel_option& option, const std::string& name)
+{
+    return std::find(option.names.begin(), option.names.end(), plain_name(name)) !=
+           option.names.end();
+}
+
+bool has_option(const std::vector<Panel_option>& options, const std::string& name)
+{
+    return std::any_of(options.begin(), options.end(),
+                       [&](const Panel_option& option) { return is_called(option, name); });
+}
+
 wxWindow& find_control(const std::vector<Panel_option>& options, const std::string& name)
 {
     std::vector<wxWindow*> fitting;
     std::string known;
     for (const Panel_option& option : options) {
-        const auto& names = option.names;
-        if (std::find(names.begin(), names.end(), plain_name(name)) != names.end())
+        if (is_called(option, name))
             fitting.push_back(option.control);
-        known += (known.empty() ? "" : ", ") + names.front();
+        known += (known.empty() ? "" : ", ") + option.names.front();
     }
     if (fitting.size() == 1)
         return *fitting.front();
@@ -135,8 +146,10 @@ wxWindow& find_control(const std::vector<Panel_option>& options, const std::stri
 void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings)
 {
     const std::vector<Panel_option> options = options_of(panel);
-    for (const Option_setting& setting : settings)
-        set_control(find_control(options, setting.name), setting);
+    for (const Option_setting& setting : settings) {
+        if (setting.exporter != "*" || has_option(options, setting.name))
+            set_control(find_control(options, setting.name), setting);
+    }
 }
 
 std::vector<std::string> panel_option_names(wxWindow& panel)

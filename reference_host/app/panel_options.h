@@ -15,11 +15,13 @@ namespace reference_host
 {
 
 struct Option_setting {
+    std::string exporter; // the only one that it is meant for; "*": all that have it; empty: all
     std::string name;
     std::string value; // on, off, true, false; the entry of a combo box; a text
 };
 
-// Sets the options in their order. Throws std::invalid_argument with a message when the panel has
+// Sets the options in their order; one for all that have it is left out where it does not exist.
+// Throws std::invalid_argument with a message when the panel has
 // no such option, or several, or the option does not take the value; those before it are set then.
 void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings);
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
@@ -23,21 +24,30 @@ namespace fs = std::filesystem;
 
 constexpr const char* library_name = "toviraexport.so";
 
-// Where the library may lie, seen from the folder of this program: installed or built together, in
-// the build tree, installed under one prefix.
-constexpr const char* usual_folders[] = {".", "../plugin", "../../plugin", "../lib"};
+// Where the library may lie, seen from the folder of this program: built together, in the build
+// tree, installed under one prefix.
+constexpr const char* usual_folders[] = {".", "../plugin", "../../plugin", INSTALLED_PLUGIN_FOLDER,
+                                         "../lib"};
 
+constexpr const char* plugin_variable = "TOVIRAEXPORT_PLUGIN";
+
+// The file that the environment names, or the first that there is in a usual folder.
 std::string usual_file()
 {
+    const char* named = std::getenv(plugin_variable);
+    if (named && *named)
+        return named;
     std::error_code failure;
     const fs::path program = fs::read_symlink("/proc/self/exe", failure);
+    std::string looked_at;
     for (const char* folder : usual_folders) {
         const fs::path file = (program.parent_path() / folder / library_name).lexically_normal();
         if (fs::exists(file, failure))
             return file.string();
+        looked_at += "\n  " + file.string();
     }
-    throw std::runtime_error(std::string(library_name) +
-                             " was not found beside this program; name it with --plugin");
+    throw std::runtime_error(std::string(library_name) + " was not found; name it with --plugin or " +
+                             plugin_variable + ". It would be one of these:" + looked_at);
 }
 
 std::string lower_case(std::string text)
@@ -79,6 +89,7 @@ Plugin_library::Plugin_library(const std::string& file)
     if (std::strcmp(plugin->get_type(), "Exporter_plugin") != 0)
         throw std::runtime_error("'" + path + "' is no exporter plug-in, but a '" +
                                  plugin->get_type() + "'");
+    m_file = path;
     m_plugin.reset(static_cast<IExporter_plugin*>(plugin));
 }
 
@@ -106,6 +117,13 @@ int Plugin_library::find_exporter(const std::string& wanted) const
     throw std::invalid_argument(
         (fitting.empty() ? "no exporter fits '" : "several exporters fit '") + wanted +
         "'; there are:" + listing(names));
+}
+
+bool Plugin_library::fits(const std::string& wanted, int index) const
+{
+    const std::string name = make_exporter(index)->get_name();
+    return wanted == std::to_string(index) ||
+           lower_case(name).find(lower_case(wanted)) != std::string::npos;
 }
 
 std::unique_ptr<IExporter> Plugin_library::make_exporter(int index) const

@@ -17,8 +17,8 @@ class Plugin_library
 {
 public:
     // Loads the library. Throws std::runtime_error with a message when that fails or it is no
-    // exporter plug-in. An empty file name means the library in its usual places: beside this
-    // program, or where the build puts it.
+    // exporter plug-in. An empty file name means what TOVIRAEXPORT_PLUGIN names, else the
+    // library in its usual places: where the build or the installation puts it.
     explicit Plugin_library(const std::string& file);
 
     // The names of the exporters, in the order of their indices.
@@ -29,12 +29,19 @@ public:
     // message when none or several fit.
     int find_exporter(const std::string& wanted) const;
 
+    // Whether the user's word for an exporter fits that one.
+    bool fits(const std::string& wanted, int index) const;
+
+    // The file that was loaded.
+    const std::string& file() const { return m_file; }
+
     // A new exporter of that index. Throws std::runtime_error when the plug-in gives none.
     std::unique_ptr<QZ::TSDK::IExporter> make_exporter(int index) const;
 
 private:
     // The library stays loaded until the process ends: wx keeps pointers into it.
     std::unique_ptr<QZ::TSDK::IExporter_plugin> m_plugin;
+    std::string m_file;
 };
 
 } // namespace reference_host

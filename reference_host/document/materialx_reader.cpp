@@ -22,6 +22,8 @@ std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Documen
     auto graph = std::make_unique<Shader_graph>();
     graph->document = path.filename().string();
     graph->folder = path.parent_path().string();
+    for (const auto& source : files.files)
+        graph->files.push_back(source->path);
     graph->color_space = files.root().color_space();
     if (graph->color_space.empty())
         graph->color_space = default_color_space;

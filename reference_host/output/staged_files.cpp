@@ -210,6 +210,18 @@ Staged_files::Staged_files(const std::string& folder, const std::string& file)
             throw Write_failure(file, errno);
         }
     }
+    make_parts(file);
+}
+
+Staged_files::Staged_files(const std::string& folder, const std::string& file,
+                           const std::string& elsewhere)
+    : m_folder(folder), m_hidden(m_folder / ".shader-export"), m_stage(elsewhere)
+{
+    make_parts(file);
+}
+
+void Staged_files::make_parts(const std::string& file) const
+{
     for (const char* part : {"new", "old", "hash"}) {
         if (mkdir((m_stage / part).c_str(), 0777) != 0)
             throw Write_failure(file, errno);
@@ -218,11 +230,12 @@ Staged_files::Staged_files(const std::string& folder, const std::string& file)
 
 Staged_files::~Staged_files()
 {
+    if (m_lock < 0)
+        return; // elsewhere
     const Folder_lock lock(m_hidden);
     std::error_code ignored;
     fs::remove_all(m_stage, ignored);
-    if (m_lock >= 0)
-        close(m_lock);
+    close(m_lock);
     rmdir(m_hidden.c_str()); // stays as long as there is anything in it
 }
 

@@ -29,6 +29,10 @@ public:
     // fails.
     Staged_files(const std::string& folder, const std::string& file);
 
+    // A stage for looking only, in an empty folder elsewhere: nothing is ever placed, and the
+    // folder of the files need not exist.
+    Staged_files(const std::string& folder, const std::string& file, const std::string& elsewhere);
+
     // Removes what was not placed.
     ~Staged_files();
     Staged_files(const Staged_files&) = delete;
@@ -59,6 +63,8 @@ public:
     void place();
 
 private:
+    void make_parts(const std::string& file) const;
+
     std::filesystem::path m_folder;
     std::filesystem::path m_hidden; // m_folder/.shader-export
     std::filesystem::path m_stage;

@@ -48,6 +48,7 @@ const Misdeed misdeeds[] = {
          return true;
      }},
     {"writes nothing", [](ITovira*, IGraph_view*) { return true; }},
+    {"crashes", [](ITovira*, IGraph_view*) { return std::raise(SIGSEGV) == 0; }},
     {"is interrupted", [](ITovira*, IGraph_view*) { return std::raise(SIGINT) == 0; }},
     {"refuses", [](ITovira*, IGraph_view*) { return false; }},
 };

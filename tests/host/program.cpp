@@ -46,7 +46,7 @@ std::string quoted(const std::vector<std::string>& arguments)
 
 void Program::run(const std::vector<std::string>& arguments, const std::string& before)
 {
-    const std::string input = before.find("</") == std::string::npos ? " </dev/null" : "";
+    const std::string input = before.find_first_of("<|") == std::string::npos ? " </dev/null" : "";
     const std::string line = "cd '" + m_folder.path() + "'; " + before +
                              " env -u DISPLAY '" SHADER_EXPORT "'" + quoted(arguments) + " >'" +
                              m_folder.file(".out") + "' 2>'" + m_folder.file(".err") + "'" + input;
