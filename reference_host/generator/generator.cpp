@@ -1,26 +1,22 @@
 #include "reference_host/generator/generator.h"
 
-#include "reference_host/nodes/node_library.h"
-#include "reference_host/generator/effect_writer.h"
-#include "reference_host/generator/glsl_writer.h"
-#include "reference_host/generator/options.h"
-#include "reference_host/generator/shader_code.h"
-#include "reference_host/generator/source_writer.h"
-#include "reference_host/generator/streams.h"
-#include "reference_host/generator/surface_models.h"
+#include "reference_host/document/shader_graph.h"
+#include "reference_host/lowering/shader_lowering.h"
+#include "reference_host/lowering/surface_models.h"
+#include "reference_host/options/options.h"
+#include "reference_host/passes/uses.h"
+#include "reference_host/targets/effect_writer.h"
+#include "reference_host/targets/glsl_writer.h"
+#include "reference_host/targets/source_writer.h"
 
 #include <algorithm>
 #include <exception>
+#include <stdexcept>
 
 namespace reference_host
 {
 namespace
 {
-
-std::string described(const Node& node)
-{
-    return "node \"" + node.name + "\" (" + node.category + ")";
-}
 
 void report(Diagnostics& diagnostics, const Node& node, const std::string& reason)
 {
@@ -32,6 +28,15 @@ void report(Diagnostics& diagnostics, const std::string& reason)
     diagnostics.push_back({Severity::error, reason, {}});
 }
 
+void report(Diagnostics& diagnostics, const Refusal& refusal, const Node& shader)
+{
+    const Origin& origin = refusal.origin;
+    if (origin.name.empty())
+        report(diagnostics, shader, refusal.what());
+    else
+        diagnostics.push_back({Severity::error, origin.name + ": " + refusal.what(), origin.place});
+}
+
 // The one place where what goes wrong below becomes a diagnostic.
 template<class Action>
 bool guarded(const Node& shader, Diagnostics& diagnostics, const Action& action)
@@ -40,7 +45,7 @@ bool guarded(const Node& shader, Diagnostics& diagnostics, const Action& action)
         action();
         return !has_errors(diagnostics);
     } catch (const Refusal& refusal) {
-        report(diagnostics, *refusal.node, refusal.reason);
+        report(diagnostics, refusal, shader);
     } catch (const std::exception& error) {
         report(diagnostics, shader, error.what());
     }
@@ -70,26 +75,59 @@ bool is_volume(const Node& node)
     return node.type == Type::volumeshader || node.category == "volumematerial";
 }
 
-// Nodes on which a shader depends and that no target can express are found by making a text.
+Language language_of(const std::string& target, const Text_options& options)
+{
+    constexpr int modern_version = 130; // of GLSL: from here on it has in and out
+    if (target == "FX")
+        return options.format == Effect_format::hlsl ? Language::hlsl : Language::cg;
+    if (target == "GL")
+        return options.glsl_version >= modern_version ? Language::glsl : Language::glsl_legacy;
+    if (target == "Swrc")
+        return Language::cpp;
+    throw std::invalid_argument("there is no target \"" + target + "\"");
+}
+
+std::vector<std::string> write(const Module& module, const Text_plan& plan,
+                               Diagnostics& diagnostics)
+{
+    switch (plan.dialect.language) {
+    case Language::cpp:
+        return write_source(module, plan);
+    case Language::glsl:
+    case Language::glsl_legacy:
+        return write_glsl(module, plan);
+    default:
+        return {write_effect(module, plan, diagnostics)};
+    }
+}
+
 class Compiled_graph : public Compiled_shader
 {
 public:
+    // The request must have a graph and a shader.
     Compiled_graph(const Shader_request& request, const Generator_settings& settings)
-        : m_request(request), m_settings(settings)
+        : m_shader(*request.shader), m_options(request.options), m_settings(settings)
     {
     }
 
-    // Makes the text once with the defaults, to learn which fields it uses; false when it fails.
-    bool check(Diagnostics& diagnostics)
+    // Lowers the shader and learns which fields of the state it reads by default; false when it
+    // fails.
+    bool lower_to_module(const Shader_request& request, Diagnostics& diagnostics)
     {
-        Text_options options;
-        const std::string kind = shader_kind(*m_request.shader);
-        if (kind == "light" || kind == "volume")
-            options.shader_type = kind;
-        return guarded(*m_request.shader, diagnostics, [&] {
+        return guarded(m_shader, diagnostics, [&] {
+            Lowered_shader lowered = lower(request);
+            m_module = std::move(lowered.module);
+            m_warnings = std::move(lowered.warnings);
+            Pass_settings known;
+            known.switches = std::move(lowered.known);
+            specialise(m_module, known);
+            const Text_options options;
             Diagnostics warnings_of_defaults;
-            const Shader_code code(m_request, options, Language::cg, warnings_of_defaults);
-            m_state = code.used_fields("State");
+            const Text_plan plan =
+                make_plan(Language::cg, m_options, options, m_settings, warnings_of_defaults);
+            Module by_default = m_module;
+            run_passes(by_default, plan.passes, "check");
+            m_state = collect_uses(by_default).fields_of("State");
         });
     }
 
@@ -99,15 +137,11 @@ public:
         Diagnostics found;
         std::vector<std::string> texts;
         const Text_options read = read_text_options(options, found);
-        const bool good = !has_errors(found) && guarded(*m_request.shader, found, [&] {
-            if (target == "FX")
-                texts = {write_effect(m_request, read, m_settings, found)};
-            else if (target == "GL")
-                texts = write_glsl(m_request, read, m_settings, found);
-            else if (target == "Swrc")
-                texts = write_source(m_request, read, m_settings, found);
-            else
-                report(found, "there is no target \"" + target + "\"");
+        const bool good = !has_errors(found) && guarded(m_shader, found, [&] {
+            const Text_plan plan =
+                make_plan(language_of(target, read), m_options, read, m_settings, found);
+            found.insert(found.end(), m_warnings.begin(), m_warnings.end());
+            texts = write(planned(m_module, plan), plan, found);
         });
         diagnostics.insert(diagnostics.end(), found.begin(), found.end());
         return good ? texts : std::vector<std::string>();
@@ -124,8 +158,11 @@ public:
     }
 
 private:
-    Shader_request m_request;
+    const Node& m_shader;
+    Group_options m_options;
     Generator_settings m_settings;
+    Module m_module; // with everything that options of texts decide left open
+    Diagnostics m_warnings;
     std::set<std::string> m_state;
 };
 
@@ -133,7 +170,7 @@ std::unique_ptr<Compiled_shader>
 compile(const Shader_request& request, const Generator_settings& settings, Diagnostics& diagnostics)
 {
     auto compiled = std::make_unique<Compiled_graph>(request, settings);
-    if (!compiled->check(diagnostics))
+    if (!compiled->lower_to_module(request, diagnostics))
         return nullptr;
     return compiled;
 }
@@ -173,13 +210,6 @@ void find_scene(const Shader_graph& graph, Shader_request& request, Diagnostics&
 }
 
 } // namespace
-
-bool has_errors(const Diagnostics& diagnostics)
-{
-    return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {
-        return diagnostic.severity == Severity::error;
-    });
-}
 
 Shader_usage shader_usage(const Node& node)
 {

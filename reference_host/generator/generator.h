@@ -1,47 +1,24 @@
 // The code generator of the reference host: shader graph in, source texts out.
 //
 // Life of one generation:
-//   1. compile_group or compile_node checks the graph below the shader and keeps what the first set
-//      of options says (lights, environment, volume, internal space, ...). The result refers to the
-//      graph, which must outlive it.
-//   2. Compiled_shader::generate makes the texts for a target as the second set of options says. It
-//      may be called any number of times; equal options give equal bytes.
+//   1. compile_group or compile_node lowers the graph below the shader, as the first set of options
+//      says (lights, environment, volume, internal space, ...), to a module without any language in
+//      it, and keeps that. The result refers to the graph, which must outlive it.
+//   2. Compiled_shader::generate makes the texts for a target as the second set of options says: a
+//      copy of the module goes through the passes and to the target's printer. It may be called any
+//      number of times; equal options give equal bytes.
 // Everything that goes wrong becomes a diagnostic; nothing throws.
 #ifndef REFERENCE_HOST_GENERATOR_GENERATOR_H
 #define REFERENCE_HOST_GENERATOR_GENERATOR_H
 
-#include "reference_host/document/shader_graph.h"
+#include "reference_host/options/generation.h"
 
-#include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace reference_host
 {
-
-// Options by name. Texts are bytes.
-using Option_set = std::map<std::string, std::string>;
-
-enum class Severity { warning, error };
-
-struct Diagnostic {
-    Severity severity;
-    std::string text; // one line without its end; names the node, its category and the reason
-    Place place;      // empty file: not about a place in a document
-};
-
-using Diagnostics = std::vector<Diagnostic>;
-
-// Whether one of them is an error.
-bool has_errors(const Diagnostics& diagnostics);
-
-struct Generator_settings {
-    // How the file name of an image stands in the text. Receives the name as the reader resolved it
-    // (prefix applied). Empty: the name as it is.
-    std::function<std::string(const std::string&)> texture_path;
-};
 
 // What the shader of a node asks of its scene. The declaration of the node answers has_parameter
 // and uses_function from this; it is true exactly when the generated text needs it.

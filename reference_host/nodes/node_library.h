@@ -8,7 +8,8 @@
 #ifndef REFERENCE_HOST_NODES_NODE_LIBRARY_H
 #define REFERENCE_HOST_NODES_NODE_LIBRARY_H
 
-#include "reference_host/nodes/shade_file.h"
+#include "reference_host/nodes/value.h"
+#include "reference_host/shading/shade_file.h"
 
 #include <optional>
 #include <string>
@@ -46,6 +47,9 @@ struct Node_definition {
 
 // Reads definitions in the order of the files. Throws Shade_error.
 std::vector<Node_definition> read_nodes(const std::vector<Shade_text>& files);
+
+// The files that the program is built with, in the order in which nodes are listed.
+const std::vector<Shade_text>& node_texts();
 
 // The definitions of the files that the program is built with. They live as long as the program.
 const std::vector<Node_definition>& all_definitions();

@@ -1,6 +1,8 @@
-// Types and values of a document, and places in files.
+// Types and values of a document.
 #ifndef REFERENCE_HOST_NODES_VALUE_H
 #define REFERENCE_HOST_NODES_VALUE_H
+
+#include "reference_host/shading/place.h"
 
 #include <array>
 #include <string>
@@ -43,12 +45,6 @@ struct Value {
     Type type = Type::none;
     std::array<double, 16> numbers{}; // the first component_count(type) are used; row by row
     std::string text;                 // of string and filename
-};
-
-// Where something stands, for messages.
-struct Place {
-    std::string file;
-    int line = 0;
 };
 
 } // namespace reference_host

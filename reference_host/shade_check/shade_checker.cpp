@@ -1,25 +1,17 @@
 #include "reference_host/shade_check/shade_checker.h"
 
-#include "reference_host/generator/dialect.h"
-#include "reference_host/generator/library.h"
-#include "reference_host/generator/program.h"
-#include "reference_host/generator/shading_state.h"
-#include "reference_host/generator/transforms.h"
+#include "reference_host/library/library_scope.h"
+#include "reference_host/lowering/document_values.h"
+#include "reference_host/lowering/scene_values.h"
 #include "reference_host/nodes/node_library.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 namespace reference_host
 {
 namespace
 {
-
-// What the functions ask for, and whoever generates code answers: both answers are checked.
-constexpr const char* switches[] = {
-    "has_derivatives", "has_distance_limit", "has_coat",   "has_diffuse_roughness",
-    "has_metalness",   "has_sheen",          "light_list", "has_transmission"};
 
 // The functions that only nodes may call, since they look at the document. The type of the result
 // is a type, or where the other types come from: an argument by its number, or the output.
@@ -53,24 +45,14 @@ const std::vector<Node_function>& node_functions()
     return functions;
 }
 
-// A program in which nothing is known, so that no branch is left out.
-class Open_program : public Program
-{
-public:
-    explicit Open_program(const Library& library) : Program(library)
-    {
-        add_shading_structures(*this);
-        define_transforms(*this, Language::cg, false);
-        for (const char* name : switches)
-            define(name, variable(Kind::boolean, name));
-    }
-};
-
 // What an output of a node, or a value that its outputs share, may name.
 class Node_scope : public Notation_scope
 {
 public:
-    Node_scope(const Node_definition& node, Program& program) : m_node(node), m_program(program) {}
+    Node_scope(const Node_definition& node, const Library& library)
+        : m_node(node), m_library(library)
+    {
+    }
 
     void add_shared(const Output_definition& shared) { m_shared.insert(&shared); }
     void expect(const Shading_type& type) { m_expected = type; }
@@ -82,18 +64,18 @@ public:
         for (const Output_definition* shared : m_shared)
             if (shared->name == name)
                 return variable(shading_type(shared->type), name);
-        const Expr source = find_scene_source(name, Space::camera, m_program);
-        return source ? source : m_program.find_variable(name);
+        const Expr source = find_scene_value(name);
+        return source ? source : m_library.find_variable(name);
     }
 
     Shading_type find_type(const std::string& name) override
     {
-        return name == "T" ? shading_type(m_node.generic) : m_program.find_type(name);
+        return name == "T" ? shading_type(m_node.generic) : m_library.find_type(name);
     }
 
     Shading_type find_member(const std::string& structure, const std::string& member) override
     {
-        return m_program.find_member(structure, member);
+        return m_library.find_member(structure, member);
     }
 
     Expr call(const std::string& function, std::vector<Expr> arguments) override
@@ -101,7 +83,7 @@ public:
         for (const Node_function& known : node_functions())
             if (function == known.name)
                 return node_call(known, std::move(arguments));
-        return m_program.call(function, std::move(arguments));
+        return m_library.call(function, std::move(arguments));
     }
 
 private:
@@ -122,7 +104,7 @@ private:
     }
 
     const Node_definition& m_node;
-    Program& m_program;
+    Library_scope m_library;
     std::set<const Output_definition*> m_shared;
     Shading_type m_expected;
 };
@@ -157,17 +139,16 @@ private:
         }
     }
 
-    // Calls the function with arguments of its types, which makes the program parse it.
+    // Every branch is parsed, as no switch has a value here.
     void check_function(const Library_function& function)
     {
-        if (find_intrinsic(function.head.name))
+        if (find_builtin(function.head.name) != Builtin::none)
             throw Shade_error(function.text.place, "the languages have a function \"" +
                                                        function.head.name + "\" of their own");
         const auto& types = function.head.parameter_types;
         const bool generic = std::count(types.begin(), types.end(), "T") > 0;
         for (const Kind kind : {Kind::float1, Kind::float2, Kind::float3, Kind::float4}) {
-            Open_program program(m_library);
-            program.make(function, generic ? kind : Kind::none);
+            m_library.instance(function, generic ? kind : Kind::none);
             if (!generic)
                 return;
         }
@@ -175,9 +156,8 @@ private:
 
     void check_node(const Node_definition& node)
     {
-        Open_program program(m_library);
-        Node_scope scope(node, program);
-        check([&] { check_inputs(node, program); });
+        Node_scope scope(node, m_library);
+        check([&] { check_inputs(node); });
         for (const Output_definition& shared : node.shared) {
             check([&] { check_output(shared, scope); });
             scope.add_shared(shared);
@@ -186,12 +166,12 @@ private:
             check([&] { check_output(output, scope); });
     }
 
-    static void check_inputs(const Node_definition& node, Program& program)
+    static void check_inputs(const Node_definition& node)
     {
         for (const Input_definition& input : node.inputs) {
             if (input.default_source.empty())
                 continue;
-            const Expr source = find_scene_source(input.default_source, Space::camera, program);
+            const Expr source = find_scene_value(input.default_source);
             if (!source || source->type != shading_type(input.type))
                 throw Shade_error(node.outputs[0].place,
                                   "the scene has no \"" + input.default_source +

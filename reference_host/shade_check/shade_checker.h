@@ -3,7 +3,7 @@
 #ifndef REFERENCE_HOST_SHADE_CHECK_SHADE_CHECKER_H
 #define REFERENCE_HOST_SHADE_CHECK_SHADE_CHECKER_H
 
-#include "reference_host/nodes/shade_file.h"
+#include "reference_host/shading/shade_file.h"
 
 #include <string>
 #include <vector>

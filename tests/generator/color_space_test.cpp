@@ -1,8 +1,7 @@
-#include "reference_host/generator/color_space.h"
+#include "reference_host/lowering/color_space.h"
 
-#include "reference_host/generator/library.h"
-#include "reference_host/generator/printer.h"
-#include "reference_host/generator/program.h"
+#include "reference_host/library/library_scope.h"
+#include "reference_host/targets/printer.h"
 #include "tests/generator/generation.h"
 
 #include <gtest/gtest.h>
@@ -86,17 +85,16 @@ TEST(Color_spaces, textures_are_converted_in_the_shader)
                 {"lin_rec709", "c"},
                 {"", "c"}};
     for (const auto& row : rows) {
-        Program program;
-        const Expr converted = to_working_space(variable(Kind::float3, "c"), row.space, program);
+        Library_scope scope;
+        const Expr converted = to_working_space(variable(Kind::float3, "c"), row.space, scope);
         EXPECT_EQ(Printer(Language::cg).expression(converted), row.text);
     }
 }
 
 TEST(Color_spaces, alpha_is_not_converted)
 {
-    Program program;
-    EXPECT_EQ(
-        Printer(Language::cg)
-            .expression(to_working_space(variable(Kind::float4, "c"), "srgb_texture", program)),
-        "float4(srgb_to_linear(c.xyz), c.w)");
+    Library_scope scope;
+    EXPECT_EQ(Printer(Language::cg)
+                  .expression(to_working_space(variable(Kind::float4, "c"), "srgb_texture", scope)),
+              "float4(srgb_to_linear(c.xyz), c.w)");
 }

@@ -1,4 +1,5 @@
-#include "reference_host/generator/printer.h"
+#include "reference_host/targets/number_text.h"
+#include "reference_host/targets/printer.h"
 
 #include <gtest/gtest.h>
 
@@ -22,21 +23,21 @@ std::string cg(const Expr& expression)
 
 TEST(Expression, neutral_operands_vanish)
 {
-    EXPECT_EQ(cg(binary("*", x, literal(1.0))), "x");
-    EXPECT_EQ(cg(binary("+", literal(0.0), x)), "x");
-    EXPECT_EQ(cg(binary("/", v, literal(1.0))), "v");
-    EXPECT_EQ(cg(binary("*", v, literal(0.0))), "float3(0.0, 0.0, 0.0)");
-    EXPECT_EQ(cg(binary("-", literal(0.0), x)), "0.0 - x");
+    EXPECT_EQ(cg(binary(Operator::multiply, x, literal(1.0))), "x");
+    EXPECT_EQ(cg(binary(Operator::add, literal(0.0), x)), "x");
+    EXPECT_EQ(cg(binary(Operator::divide, v, literal(1.0))), "v");
+    EXPECT_EQ(cg(binary(Operator::multiply, v, literal(0.0))), "float3(0.0, 0.0, 0.0)");
+    EXPECT_EQ(cg(binary(Operator::subtract, literal(0.0), x)), "0.0 - x");
 }
 
 TEST(Expression, constants_are_calculated)
 {
-    EXPECT_EQ(cg(binary("+", literal(1.5), literal(2.0))), "3.5");
-    EXPECT_EQ(cg(binary("/", literal(1.0), literal(0.0))), "1.0 / 0.0");
-    EXPECT_EQ(cg(binary("/", integer_literal(7), integer_literal(2))), "3");
+    EXPECT_EQ(cg(binary(Operator::add, literal(1.5), literal(2.0))), "3.5");
+    EXPECT_EQ(cg(binary(Operator::divide, literal(1.0), literal(0.0))), "1.0 / 0.0");
+    EXPECT_EQ(cg(binary(Operator::divide, integer_literal(7), integer_literal(2))), "3");
     EXPECT_EQ(cg(choose(boolean_literal(false), x, v)), "v");
-    EXPECT_EQ(cg(binary("==", text_literal("world"), text_literal("world"))), "true");
-    EXPECT_EQ(cg(binary("==", text_literal("1"), integer_literal(1))), "false");
+    EXPECT_EQ(cg(binary(Operator::equal, text_literal("world"), text_literal("world"))), "true");
+    EXPECT_EQ(cg(binary(Operator::equal, text_literal("1"), integer_literal(1))), "false");
 }
 
 TEST(Expression, swizzles_of_swizzles_are_one)
@@ -52,11 +53,11 @@ TEST(Expression, swizzles_of_swizzles_are_one)
 
 TEST(Expression, parentheses_stand_where_they_are_needed_only)
 {
-    EXPECT_EQ(cg(binary("*", binary("+", x, x), x)), "(x + x) * x");
-    EXPECT_EQ(cg(binary("+", binary("*", x, x), x)), "x * x + x");
-    EXPECT_EQ(cg(binary("-", x, binary("-", x, v))), "x - (x - v)");
-    EXPECT_EQ(cg(binary("-", x, literal(-1.0))), "x - -1.0");
-    EXPECT_EQ(cg(negate(binary("+", x, x))), "-(x + x)");
+    EXPECT_EQ(cg(binary(Operator::multiply, binary(Operator::add, x, x), x)), "(x + x) * x");
+    EXPECT_EQ(cg(binary(Operator::add, binary(Operator::multiply, x, x), x)), "x * x + x");
+    EXPECT_EQ(cg(binary(Operator::subtract, x, binary(Operator::subtract, x, v))), "x - (x - v)");
+    EXPECT_EQ(cg(binary(Operator::subtract, x, literal(-1.0))), "x - -1.0");
+    EXPECT_EQ(cg(negate(binary(Operator::add, x, x))), "-(x + x)");
 }
 
 TEST(Expression, repeated_scalars_are_written_as_the_language_does)
@@ -73,7 +74,7 @@ TEST(Expression, products_with_matrices_are_turned_as_the_language_needs)
 {
     const Expr matrix = variable(Kind::matrix4, "m");
     const Expr point = variable(Kind::float4, "p");
-    const Expr product = call_intrinsic(*find_intrinsic("host_transform"), {matrix, point});
+    const Expr product = call(Builtin::host_transform, {matrix, point});
     EXPECT_EQ(cg(product), "mul(m, p)");
     EXPECT_EQ(Printer(Language::hlsl).expression(product), "mul(p, m)");
     EXPECT_EQ(Printer(Language::glsl).expression(swizzle(product, "xyz")), "(m * p).xyz");
@@ -97,7 +98,7 @@ TEST(Numbers, always_have_a_point_and_never_a_locale)
                 {std::nan(""), "0.0"},
                 {-std::numeric_limits<double>::infinity(), "-3.4028235e+38"}};
     for (const auto& row : rows)
-        EXPECT_EQ(number_text(row.number), row.text);
+        EXPECT_EQ(float_text(row.number), row.text);
 }
 
 TEST(Lines, are_broken_at_the_outermost_comma)

@@ -1,12 +1,11 @@
-#include "reference_host/generator/names.h"
-
-#include "reference_host/generator/dialect.h"
+#include "reference_host/targets/dialect.h"
 #include "tests/generator/generation.h"
 
 #include <gtest/gtest.h>
 
 using reference_host::make_identifier;
 using reference_host::Names;
+using reference_host::reserved_names;
 
 TEST(Names, become_identifiers_of_every_language)
 {
@@ -26,7 +25,7 @@ TEST(Names, become_identifiers_of_every_language)
                 {"vertex_color", "the_vertex_color"},
                 {"fragment_x", "the_fragment_x"}};
     for (const auto& row : rows)
-        EXPECT_EQ(make_identifier(row.name), row.identifier);
+        EXPECT_EQ(make_identifier(row.name, reserved_names()), row.identifier);
 }
 
 TEST(Names, reserved_words_of_any_language_are_changed)
@@ -35,12 +34,12 @@ TEST(Names, reserved_words_of_any_language_are_changed)
                              "matrix",    "half",    "fixed",     "input",     "output", "inout",
                              "interface", "pass",    "technique", "float3",    "vec3",   "class",
                              "Texture",   "int",     "lerp",      "namespace", "mix"})
-        EXPECT_EQ(make_identifier(word), std::string("the_") + word);
+        EXPECT_EQ(make_identifier(word, reserved_names()), std::string("the_") + word);
 }
 
 TEST(Names, that_collide_are_numbered_in_order)
 {
-    Names names;
+    Names names(reserved_names());
     EXPECT_EQ(names.take("wood"), "wood");
     EXPECT_EQ(names.take("wood"), "wood_2");
     EXPECT_EQ(names.take("wood_2"), "wood_2_2");
@@ -49,7 +48,7 @@ TEST(Names, that_collide_are_numbered_in_order)
 
 TEST(Names, of_the_skeleton_and_the_library_are_taken)
 {
-    Names names;
+    Names names(reserved_names());
     for (const char* name : {"state", "vertex_main", "noise_3d", "world_view", "ParamID",
                              "texcoord1", "State", "surface", "SLightDir"})
         EXPECT_NE(names.take(name), name);

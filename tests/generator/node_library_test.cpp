@@ -2,7 +2,7 @@
 #include "reference_host/nodes/node_library.h"
 
 #include "reference_host/generator/generator.h"
-#include "reference_host/generator/surface_models.h"
+#include "reference_host/lowering/surface_models.h"
 
 #include <gtest/gtest.h>
 

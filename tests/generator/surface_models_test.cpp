@@ -1,4 +1,4 @@
-#include "reference_host/generator/surface_models.h"
+#include "reference_host/lowering/surface_models.h"
 
 #include "reference_host/nodes/node_library.h"
 #include "tests/generator/generation.h"

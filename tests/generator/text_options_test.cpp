@@ -123,12 +123,11 @@ TEST_F(Text_options, flip_tex2d_v_turns_the_lookup_over)
 
 TEST_F(Text_options, flip_vs_texture_v_turns_the_stream_over)
 {
-    EXPECT_THAT(
-        change({}, "flip_vs_texture_v", "true"),
-        UnorderedElementsAre("+// Host: flipped mesh",
-                             "-    result.texture_coordinate0 = vertex.texcoord0;",
-                             "+    result.texture_coordinate0 = float2(vertex.texcoord0.x, 1.0 - "
-                             "vertex.texcoord0.y);"));
+    EXPECT_THAT(change({}, "flip_vs_texture_v", "true"),
+                UnorderedElementsAre(
+                    "+// Host: flipped mesh", "-    result.texture_coordinate0 = vertex.texcoord0;",
+                    "+    result.texture_coordinate0 = float2(vertex.texcoord0.x, 1.0 - "
+                    "vertex.texcoord0.y);"));
 }
 
 TEST_F(Text_options, generate_texture_parameters_moves_annotations_to_the_samplers)
@@ -380,6 +379,14 @@ TEST_F(Text_options, interfaces_make_lists_of_lights_environments_and_volumes)
     EXPECT_FALSE(contains(lights_only, "volumes"));
     EXPECT_FALSE(contains(lights_only, "environments"));
     EXPECT_FALSE(contains(text({{"interfaces", "true"}}), "volumes"));
+}
+
+TEST(Text_options_of_plain_shaders, declare_the_state_that_lists_of_lights_fill)
+{
+    const auto graph = graph_of("<surface_unlit name=\"plain\" type=\"surfaceshader\"/>");
+    const std::string text = generate_node(*graph, "plain", "FX", {{"interfaces", "true"}}).text();
+    EXPECT_TRUE(contains(text, "    State state;\n    state.position = ")) << text;
+    EXPECT_TRUE(contains(text, "return plain();")) << text;
 }
 
 TEST_F(Text_options, interface_and_list_have_the_names_that_were_asked_for)

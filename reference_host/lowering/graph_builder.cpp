@@ -1,0 +1,469 @@
+#include "reference_host/lowering/graph_builder.h"
+
+#include "reference_host/lowering/color_space.h"
+#include "reference_host/lowering/document_values.h"
+#include "reference_host/lowering/scene_values.h"
+#include "reference_host/shading/switches.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace reference_host
+{
+namespace
+{
+
+constexpr int texture_sets = 4;
+constexpr const char* no_such_node = "there is no such node"; // of a node without a definition
+
+// The letters of colours and texture coordinates as those of positions. Empty when one is none.
+std::string position_letters(const std::string& channels)
+{
+    std::string letters;
+    for (const char channel : channels) {
+        const std::size_t place = std::string("xyzwrgbastpq").find(channel);
+        if (place == std::string::npos)
+            return "";
+        letters += "xyzw"[place % 4];
+    }
+    return letters;
+}
+
+// Whether a node gives a direction in the world space that it names.
+bool gives_world_space(const Node& node)
+{
+    for (const char* name : {"space", "tospace"}) {
+        const Input* space = node.find_input(name);
+        if (space && space->value && space->value->text == "world")
+            return node.category != "position" && node.category != "normalmap";
+    }
+    return false;
+}
+
+// Whether there is nothing outside the image; the second word is that of USD.
+bool leaves_image(const std::string& address_mode)
+{
+    return address_mode == "constant" || address_mode == "black";
+}
+
+// Fits a value to the type that the document says it has.
+Expr as_type(const Expr& value, const Shading_type& type)
+{
+    return value->type != type && component_count(value->type) == 1 && component_count(type) > 0
+               ? construct(type, {value})
+               : value;
+}
+
+} // namespace
+
+Graph_builder::Graph_builder(Lowering_context& context, const Node& shader,
+                             const std::string& prefix)
+    : m_context(context), m_shader(shader), m_prefix(prefix)
+{
+}
+
+// Evaluates what is connected to the inputs that the texts name, and makes the shader current.
+void Graph_builder::begin_shader(const std::string& texts)
+{
+    m_current = &m_shader;
+    const Node_definition* definition = m_shader.definition;
+    if (!definition)
+        throw Refusal(origin(), no_such_node);
+    for (const Input& given : m_shader.inputs)
+        if (given.source && names_word(texts, given.name))
+            evaluate(*given.source);
+    m_current = &m_shader;
+    m_definition = definition;
+}
+
+Expr Graph_builder::shader_expression(const std::string& text)
+{
+    return shader_expression(Shade_text{text, {}});
+}
+
+Expr Graph_builder::shader_expression(const Shade_text& text)
+{
+    std::string texts(text.text);
+    if (m_shader.definition)
+        for (const Output_definition& shared : m_shader.definition->shared)
+            texts.append(" ").append(shared.implementation.text);
+    begin_shader(texts);
+    for (const Output_definition& shared : m_definition->shared)
+        if (!m_shared.count(shared.name))
+            m_shared[shared.name] = compute(shared, m_shader.name + "_" + shared.name);
+    return parsed(text);
+}
+
+Expr Graph_builder::shader_input(const std::string& name)
+{
+    begin_shader(name);
+    return input(m_shader, *m_definition->find_input(name));
+}
+
+bool Graph_builder::reads_world_space(const std::string& text) const
+{
+    std::vector<const Node*> open;
+    for (const Input& given : m_shader.inputs)
+        if (given.source && names_word(text, given.name))
+            open.push_back(given.source);
+    std::unordered_set<const Node*> seen(open.begin(), open.end());
+    while (!open.empty()) {
+        const Node& node = *open.back();
+        open.pop_back();
+        if (gives_world_space(node))
+            return true;
+        for (const Input& given : node.inputs)
+            if (given.source && given.type == Type::vector3 && seen.insert(given.source).second)
+                open.push_back(given.source);
+    }
+    return false;
+}
+
+void Graph_builder::evaluate(const Node& root)
+{
+    std::vector<Open_node> open = {{&root, 0}};
+    while (!open.empty()) {
+        const Node& node = *open.back().node;
+        const Node* source = nullptr;
+        while (!source && open.back().next_input < node.inputs.size())
+            source = node.inputs[open.back().next_input++].source;
+        if (m_values.count(&node)) {
+            open.pop_back();
+        } else if (source) {
+            if (!m_values.count(source))
+                open.push_back({source, 0});
+        } else {
+            compute(node);
+            open.pop_back();
+        }
+    }
+}
+
+void Graph_builder::compute(const Node& node)
+{
+    m_current = &node;
+    m_definition = node.definition;
+    if (!m_definition) {
+        m_values[&node] = {with_origin(refused(shading_type(node.type), no_such_node), origin())};
+        return;
+    }
+    for (const Output_definition& shared : m_definition->shared)
+        m_shared[shared.name] = compute(shared, node.name + "_" + shared.name);
+    const bool single = m_definition->outputs.size() == 1;
+    std::vector<Expr> values;
+    for (const Output_definition& output : m_definition->outputs)
+        values.push_back(compute(output, single ? node.name : node.name + "_" + output.name));
+    m_shared.clear();
+    m_values[&node] = std::move(values);
+}
+
+// What cannot be expressed is refused only where a text needs it.
+Expr Graph_builder::compute(const Output_definition& output, const std::string& name)
+{
+    const Shading_type type = shading_type(output.type);
+    Expr value;
+    try {
+        if (output.implementation.text.empty())
+            throw Refusal(origin(), "a shader cannot be an input of a pattern");
+        value = as_type(parsed(output.implementation), type);
+    } catch (const Refusal& refusal) {
+        value = with_origin(refused(type, refusal.what()), origin());
+    }
+    if (is_simple(value))
+        return value;
+    const std::string unique = m_context.names.take(name);
+    m_statements.push_back(let(unique, with_origin(value, origin())));
+    m_statements.back().type = type;
+    return variable(type, unique);
+}
+
+// What the notation cannot do is a refusal of the node that asks for it.
+Expr Graph_builder::parsed(const Shade_text& implementation)
+{
+    try {
+        return parse_expression(implementation, *this);
+    } catch (const Notation_error& error) {
+        throw Refusal(origin(), error.what());
+    }
+}
+
+Expr Graph_builder::find_variable(const std::string& name)
+{
+    if (const Input_definition* defined = m_definition->find_input(name))
+        return input(*m_current, *defined);
+    const auto shared = m_shared.find(name);
+    if (shared != m_shared.end())
+        return shared->second;
+    if (Expr source = find_scene_value(name))
+        return source;
+    const Expr known = m_context.library.find_variable(name);
+    return known ? with_origin(known, origin()) : nullptr;
+}
+
+Shading_type Graph_builder::find_type(const std::string& name)
+{
+    return name == "T" ? shading_type(m_definition->generic) : m_context.library.find_type(name);
+}
+
+Shading_type Graph_builder::find_member(const std::string& structure, const std::string& member)
+{
+    return m_context.library.find_member(structure, member);
+}
+
+Expr Graph_builder::input(const Node& node, const Input_definition& defined)
+{
+    const Input* given = node.find_input(defined.name);
+    if (!given)
+        return absent_value(node, defined);
+    if (given->source)
+        return as_type(connected(*given), shading_type(defined.type));
+    if (given->parameter) {
+        const Type type = given->parameter->value.type;
+        return shading_type(type) == Kind::text
+                   ? text_literal(given->parameter->value.text)
+                   : m_context.uniforms.exposed(*given->parameter, given->parameter->literal &&
+                                                                       !m_context.ignores_literal);
+    }
+    return given_value(node, *given, defined);
+}
+
+Expr Graph_builder::connected(const Input& input)
+{
+    const Node_definition* definition = input.source->definition;
+    const Output_definition* output =
+        definition ? definition->find_output(input.source_output) : nullptr;
+    const auto values = m_values.find(input.source);
+    if (!definition && values != m_values.end())
+        return values->second[0];
+    if (!output || values == m_values.end())
+        throw Refusal(origin(), "input \"" + input.name + "\" is connected to no value");
+    const Expr value =
+        values->second[static_cast<std::size_t>(output - definition->outputs.data())];
+    return input.channels.empty() ? value : channels_of({value, text_literal(input.channels)});
+}
+
+Expr Graph_builder::given_value(const Node& node, const Input& input,
+                                const Input_definition& defined)
+{
+    const Value value =
+        to_working_space(input.value ? *input.value : defined.value, input.color_space);
+    Expr constant = literal(value);
+    // Documents write out the normal of a surface's default, which is no constant.
+    if (&node == &m_shader && !defined.default_source.empty())
+        return find_scene_value(defined.default_source);
+    const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer;
+    // A weight that is left at zero adds nothing to a surface, and vectors are nothing to edit.
+    const bool idle = m_prefix.empty() && (value.type == Type::vector3 ||
+                                           (is_zero(constant) && is_zero(literal(defined.value))));
+    return &node != &m_shader || steers || idle ? constant : editable(defined, value, input.ui);
+}
+
+Expr Graph_builder::absent_value(const Node& node, const Input_definition& defined)
+{
+    if (!defined.default_source.empty())
+        return find_scene_value(defined.default_source);
+    // Lights and the like show all that they have; surfaces what the document sets.
+    Expr constant = literal(defined.value);
+    return &node != &m_shader || m_prefix.empty() || !is_float(constant->type)
+               ? constant
+               : editable(defined, defined.value, {});
+}
+
+Expr Graph_builder::editable(const Input_definition& defined, const Value& value, Ui_hints ui)
+{
+    const bool of_scene = !m_prefix.empty();
+    if (of_scene && ui.folder.empty())
+        ui.folder = m_shader.name;
+    Expr& made = m_editable[defined.name];
+    if (!made)
+        made = m_context.uniforms.editable(m_prefix + defined.name, value, ui,
+                                           {defined.min, defined.max}, of_scene);
+    return made;
+}
+
+Expr Graph_builder::call(const std::string& function, std::vector<Expr> arguments)
+{
+    using Special = Expr (Graph_builder::*)(const std::vector<Expr>&);
+    static const std::unordered_map<std::string, Special> specials = {
+        {"image", &Graph_builder::image},
+        {"color_image", &Graph_builder::color_image},
+        {"transform_names", &Graph_builder::transform_names},
+        {"cube_image", &Graph_builder::cube_image},
+        {"texture_set", &Graph_builder::texture_set},
+        {"channels_of", &Graph_builder::channels_of},
+        {"vertex_property", &Graph_builder::vertex_property},
+        {"tangent_space_normal", &Graph_builder::tangent_space_normal},
+        {"refused", &Graph_builder::refuse},
+    };
+    const auto special = specials.find(function);
+    if (special != specials.end())
+        return (this->*special->second)(arguments);
+    return with_origin(m_context.library.call(function, std::move(arguments)), origin());
+}
+
+Graph_builder::File Graph_builder::file_of_current(const Expr& argument) const
+{
+    for (const Input& input : m_current->inputs) {
+        if (input.type != Type::filename)
+            continue;
+        if (input.value && input.value->text == argument->name)
+            return {&input, argument->name, input.color_space};
+        if (input.parameter && input.parameter->value.text == argument->name)
+            return {&input, argument->name,
+                    input.color_space.empty() ? input.parameter->color_space : input.color_space};
+    }
+    return {nullptr, argument->name, ""};
+}
+
+std::string Graph_builder::texture_name(const File& file) const
+{
+    return file.input && file.input->parameter ? file.input->parameter->name : m_current->name;
+}
+
+// image(file, texcoord, address mode of u, of v, default): a texel in the type of the default.
+// Nodes of colours decode it.
+Expr Graph_builder::image(const std::vector<Expr>& arguments)
+{
+    const Type type = m_definition->generic;
+    return texel(arguments, type == Type::color3 || type == Type::color4);
+}
+
+Expr Graph_builder::color_image(const std::vector<Expr>& arguments)
+{
+    return texel(arguments, true);
+}
+
+Expr Graph_builder::texel(const std::vector<Expr>& arguments, bool decodes)
+{
+    if (arguments.size() != 5 || arguments[0]->type != Kind::text)
+        throw Notation_error("the file name must be known");
+    const Expr& fallback = arguments[4];
+    if (arguments[0]->name.empty())
+        return fallback;
+    const File file = file_of_current(arguments[0]);
+    if (!is_known_color_space(file.color_space))
+        throw Refusal(origin(), "the colour space \"" + file.color_space + "\" is unknown");
+    const Expr sampler = m_context.uniforms.texture(
+        file.name, false, texture_name(file),
+        file.input && file.input->parameter ? file.input->parameter->ui : Ui_hints());
+    const std::string& u = arguments[2]->name;
+    const std::string& v = arguments[3]->name;
+    Expr place = arguments[1];
+    if (u != "periodic" || v != "periodic")
+        place = construct(Kind::float2,
+                          {addressed(swizzle(place, "x"), u), addressed(swizzle(place, "y"), v)});
+    place = choose(switch_variable(Switch::flips_images), call("flip_v", {place}), place);
+    const auto channels = static_cast<std::size_t>(component_count(fallback->type));
+    Expr texel =
+        swizzle(call("texture_2d", {sampler, place}), std::string("xyzw").substr(0, channels));
+    if (decodes)
+        texel = to_working_space(texel, file.color_space, *this);
+    if (leaves_image(u) || leaves_image(v))
+        texel = call("mix", {fallback, texel, call("inside_image", {arguments[1]})});
+    return texel;
+}
+
+Expr Graph_builder::addressed(const Expr& coordinate, const std::string& mode)
+{
+    if (mode == "clamp" || leaves_image(mode))
+        return call("saturate", {coordinate});
+    return mode == "mirror" ? call("mirrored", {coordinate}) : coordinate;
+}
+
+// cube_image(file, direction): the colour of a cube map in a direction of the internal space.
+Expr Graph_builder::cube_image(const std::vector<Expr>& arguments)
+{
+    if (arguments.size() != 2 || arguments[0]->type != Kind::text)
+        throw Notation_error("the file name must be known");
+    const File file = file_of_current(arguments[0]);
+    const Expr sampler =
+        m_context.uniforms.texture(file.name, true, texture_name(file), Ui_hints());
+    Expr direction = world_direction(arguments[1]);
+    direction = choose(switch_variable(Switch::turns_cube_maps), call("y_up_to_z_up", {direction}),
+                       direction);
+    return to_working_space(swizzle(call("texture_cube", {sampler, direction}), "xyz"),
+                            file.color_space, *this);
+}
+
+Expr Graph_builder::texture_set(const std::vector<Expr>& arguments)
+{
+    const Expr& set = arguments.at(0);
+    if (!is_literal(set) || set->numbers[0] < 0 || set->numbers[0] >= texture_sets)
+        throw Refusal(origin(), "there are four sets of texture coordinates, 0 to 3");
+    return state_field(static_cast<State_field>(static_cast<int>(State_field::texture_coordinate0) +
+                                                static_cast<int>(set->numbers[0])));
+}
+
+// channels_of(value, "rgb1"): components by their letters, and the digits 0 and 1.
+Expr Graph_builder::channels_of(const std::vector<Expr>& arguments)
+{
+    const Expr& value = arguments.at(0);
+    const std::string& channels = arguments.at(1)->name;
+    if (channels.empty() || channels.size() > 4)
+        throw Refusal(origin(), "one to four channels are needed");
+    const std::string letters = position_letters(channels);
+    const int count = component_count(value->type);
+    const auto missing = [&](char letter) {
+        return static_cast<int>(std::string("xyzw").find(letter)) >= count;
+    };
+    if (!letters.empty() && std::none_of(letters.begin(), letters.end(), missing))
+        return swizzle(value, letters);
+    std::vector<Expr> parts;
+    for (const char channel : channels) {
+        const std::string letter = position_letters(std::string(1, channel));
+        if (channel == '0' || channel == '1')
+            parts.push_back(literal(channel - '0'));
+        else if (!letter.empty() && !missing(letter[0]))
+            parts.push_back(swizzle(value, letter));
+        else
+            throw Refusal(origin(), "there are no channels \"" + channels + "\"");
+    }
+    return construct(float_kind(static_cast<int>(parts.size())), parts);
+}
+
+// transform_names(from, to): "to world", "to object", or "" between spaces that are the same.
+Expr Graph_builder::transform_names(const std::vector<Expr>& arguments)
+{
+    const auto is_world = [](const Expr& name) { return name->name == "world"; };
+    for (const Expr& name : arguments)
+        if (!is_world(name) && !name->name.empty() && name->name != "object" &&
+            name->name != "model")
+            throw Refusal(origin(), "there is no space \"" + name->name + "\"");
+    const bool from_world = is_world(arguments.at(0));
+    const bool to_world = is_world(arguments.at(1));
+    return text_literal(from_world == to_world ? "" : (to_world ? "to world" : "to object"));
+}
+
+// tangent_space_normal(value): a constant stands for the normal as it is.
+Expr Graph_builder::tangent_space_normal(const std::vector<Expr>& arguments)
+{
+    if (is_literal(arguments.at(0)))
+        return find_scene_value("normal");
+    return call("from_tangent_space", {arguments[0], find_scene_value("normal"),
+                                       find_scene_value("tangent"), find_scene_value("bitangent")});
+}
+
+// refused(reason): for nodes that no target can express.
+Expr Graph_builder::refuse(const std::vector<Expr>& arguments)
+{
+    throw Refusal(origin(), arguments.at(0)->name);
+}
+
+// vertex_property(name, default): a property of the mesh by its usual names.
+Expr Graph_builder::vertex_property(const std::vector<Expr>& arguments)
+{
+    const std::string& name = arguments.at(0)->name;
+    const Expr& fallback = arguments.at(1);
+    const int count = component_count(fallback->type);
+    const Expr found = find_vertex_property(name);
+    if (!is_float(fallback->type) || !found || component_count(found->type) < count) {
+        m_context.warnings.push_back({Severity::warning,
+                                      described(*m_current) + ": the mesh has no property \"" +
+                                          name + "\"; the default takes its place",
+                                      m_current->place});
+        return fallback;
+    }
+    return swizzle(found, std::string("xyzw").substr(0, static_cast<std::size_t>(count)));
+}
+
+} // namespace reference_host

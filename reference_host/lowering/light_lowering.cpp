@@ -1,0 +1,146 @@
+#include "reference_host/lowering/light_lowering.h"
+
+#include "reference_host/lowering/document_values.h"
+#include "reference_host/lowering/scene_values.h"
+#include "reference_host/nodes/node_library.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace reference_host
+{
+namespace
+{
+
+// What a light of each kind needs, and what stands for it where the node does not have it.
+struct Light_input {
+    const char* name;
+    Kind type;
+    std::array<double, 16> fallback;
+};
+
+constexpr Light_input light_inputs[] = {
+    {"position", Kind::float3, {0.0, 0.0, 0.0}}, {"direction", Kind::float3, {0.0, 0.0, -1.0}},
+    {"decay_rate", Kind::float1, {2.0}},         {"inner_angle", Kind::float1, {0.4}},
+    {"outer_angle", Kind::float1, {0.5}},
+};
+
+Expr light_input(Graph_builder& builder, const Node& node, const std::string& name)
+{
+    const Node_definition* definition = node.definition;
+    if (definition && definition->find_input(name))
+        return builder.shader_input(name);
+    const auto found =
+        std::find_if(std::begin(light_inputs), std::end(light_inputs),
+                     [&](const Light_input& candidate) { return name == candidate.name; });
+    return literal(found->type, found->fallback);
+}
+
+Light_kind kind_of(const Scene_light& light)
+{
+    if (light.option.kind_given)
+        return light.option.kind;
+    if (light.node->category == "point_light")
+        return Light_kind::point;
+    return light.node->category == "spot_light" ? Light_kind::spot : Light_kind::directional;
+}
+
+// The cosines of the angles from the axis where a spot light begins to fade and where it ends. A
+// spread, the full cone in degrees, fades over its last fifth.
+void add_cone_cosines(const Scene_light& light, Graph_builder& builder,
+                      std::vector<Expr>& arguments)
+{
+    if (light.option.spread > 0.0) {
+        const double half = light.option.spread / 360.0 * std::acos(-1.0);
+        arguments.push_back(literal(std::cos(half * 0.8)));
+        arguments.push_back(literal(std::cos(half)));
+        return;
+    }
+    for (const char* angle : {"inner_angle", "outer_angle"})
+        arguments.push_back(call(Builtin::cos, {light_input(builder, *light.node, angle)}));
+}
+
+// What a light sends to the state's point.
+Expr light_value(const Scene_light& light, Graph_builder& builder, Lowering_context& context)
+{
+    const Node& node = *light.node;
+    const auto input = [&](const char* name) { return light_input(builder, node, name); };
+    std::vector<Expr> arguments = {state_variable()};
+    const char* function = "directional_light";
+    const Light_kind kind = kind_of(light);
+    if (kind != Light_kind::directional)
+        arguments.push_back(internal_position(input("position")));
+    if (kind != Light_kind::point)
+        arguments.push_back(internal_direction(input("direction")));
+    if (kind != Light_kind::directional) {
+        function = kind == Light_kind::point ? "point_light" : "spot_light";
+        arguments.push_back(input("decay_rate"));
+    }
+    if (kind == Light_kind::spot)
+        add_cone_cosines(light, builder, arguments);
+    const Expr color = input("color");
+    arguments.push_back(binary(Operator::multiply, color, input("intensity")));
+    return context.library.call(function, std::move(arguments));
+}
+
+Statement add_response(const Expr& surface, const Expr& color, const Expr& light,
+                       Lowering_context& context)
+{
+    return assign(color, Operator::add,
+                  context.library.call("light_response", {surface, state_variable(), light}));
+}
+
+} // namespace
+
+Statements light_body(const Node& light, const std::string& prefix, Lowering_context& context)
+{
+    Graph_builder builder(context, light, prefix);
+    const Expr value = light_value({&light, {}}, builder, context);
+    Statements body = builder.statements();
+    body.push_back(give_back(value));
+    return body;
+}
+
+Statements lit_by(const Scene_light& light, const Expr& surface, const Expr& color,
+                  Lowering_context& context)
+{
+    const std::string name = context.names.take(light.node->name);
+    Graph_builder builder(context, *light.node, name + "_");
+    const Expr value = light_value(light, builder, context);
+    const Expr arriving = variable(value->type, name);
+    Statements body = builder.statements();
+    body.push_back(declare(value->type, name, value));
+    if (light.option.distance_limit > 0.0) {
+        const Expr distance = field_of(arriving, "tsl_distance");
+        body.push_back(assign(
+            field_of(arriving, "tsl_contribution"), Operator::multiply,
+            context.library.call("fall_off", {distance, literal(light.option.distance_limit)})));
+    }
+    body.push_back(add_response(surface, color, arriving, context));
+    return body;
+}
+
+Statement loop_over(const std::string& interface, const std::string& list,
+                    const std::function<Statements(const Expr& element)>& body)
+{
+    const Expr elements = variable(Shading_type(interface + "[]"), list);
+    const Expr element = index(elements, variable(Kind::integer, "i"), Shading_type(interface));
+    Statement loop;
+    loop.kind = Statement::Kind::loop;
+    loop.name = "i";
+    loop.value = field_of(elements, "length");
+    loop.body = body(element);
+    return loop;
+}
+
+Statements lit_by_list(const Expr& surface, const Expr& color, Lowering_context& context)
+{
+    const Shading_type type("Light_iterator");
+    return {loop_over("Light", "lights", [&](const Expr& element) -> Statements {
+        return {declare(type, "light", method(element, "eval", type, {state_variable()})),
+                add_response(surface, color, variable(type, "light"), context)};
+    })};
+}
+
+} // namespace reference_host

@@ -1,0 +1,30 @@
+// The lights of a scene.
+#ifndef REFERENCE_HOST_LOWERING_LIGHT_LOWERING_H
+#define REFERENCE_HOST_LOWERING_LIGHT_LOWERING_H
+
+#include "reference_host/lowering/graph_builder.h"
+#include "reference_host/lowering/shader_lowering.h"
+
+#include <string>
+
+namespace reference_host
+{
+
+// The statements of a function that gives back what one light sends to the state's point. The
+// light's parameters begin with the prefix.
+Statements light_body(const Node& light, const std::string& prefix, Lowering_context& context);
+
+// Statements that add to `color` what `surface` sends to the eye of a light.
+Statements lit_by(const Scene_light& light, const Expr& surface, const Expr& color,
+                  Lowering_context& context);
+
+// The same of all lights in the list of the scene.
+Statements lit_by_list(const Expr& surface, const Expr& color, Lowering_context& context);
+
+// A loop over a list of the interface; `element` is the list's one at the place of the loop.
+Statement loop_over(const std::string& interface, const std::string& list,
+                    const std::function<Statements(const Expr& element)>& body);
+
+} // namespace reference_host
+
+#endif

@@ -1,0 +1,122 @@
+#include "reference_host/lowering/shader_lowering.h"
+
+#include "reference_host/lowering/document_values.h"
+#include "reference_host/lowering/light_lowering.h"
+#include "reference_host/lowering/surface_lowering.h"
+#include "reference_host/lowering/surface_models.h"
+#include "reference_host/nodes/node_library.h"
+
+#include <algorithm>
+
+namespace reference_host
+{
+namespace
+{
+
+Shader_role role_of(const Node& shader)
+{
+    if (shader.type == Type::lightshader)
+        return Shader_role::light;
+    if (shader.type == Type::volumeshader)
+        return Shader_role::volume;
+    return find_surface_model(shader.category) ? Shader_role::surface : Shader_role::pattern;
+}
+
+// Where a module comes from, as texts tell it.
+void tell_source(const Shader_request& request, Module& module)
+{
+    const std::string scope = request.shader->scope.empty() ? "" : request.shader->scope + "/";
+    module.document = request.graph->document;
+    module.folder = request.graph->folder;
+    module.node = scope + request.shader->name;
+    module.category = request.shader->category;
+}
+
+Statements pattern_body(const Node& node, Lowering_context& context)
+{
+    const Node_definition* definition = node.definition;
+    if (!definition)
+        throw Refusal(context.origin_of(node), "there is no such node");
+    const Shading_type type = shading_type(definition->outputs[0].type);
+    if (component_count(type) == 0 || component_count(type) > 4)
+        throw Refusal(context.origin_of(node), "its value is no colour that could be shown");
+    Graph_builder builder(context, node, "");
+    Expr value = builder.shader_expression(definition->outputs[0].implementation);
+    if (component_count(type) == 1)
+        value = construct(Kind::float3, {construct(Kind::float1, {value})});
+    else if (component_count(type) == 2)
+        value = construct(Kind::float3, {value, literal(0.0)});
+    const Expr alpha = type == Kind::float4 ? choose(switch_variable(Switch::has_alpha),
+                                                     swizzle(value, "w"), literal(1.0))
+                                            : literal(1.0);
+    Statements body = builder.statements();
+    body.push_back(give_back(construct(Kind::float4, {swizzle(value, "xyz"), alpha})));
+    return body;
+}
+
+// What all volumes of a list do to a colour is eval's result.
+Statements volume_body(const Node& node, const std::string& prefix, Lowering_context& context)
+{
+    Graph_builder builder(context, node, prefix);
+    const Expr color = builder.shader_input("color");
+    const Expr density = builder.shader_input("density");
+    const Expr passed = context.library.call("fog_transmittance", {state_variable(), density});
+    const Expr white = literal(Kind::float3, {1.0, 1.0, 1.0});
+    Statements body = builder.statements();
+    body.push_back(give_back(
+        construct(Kind::float4, {call(Builtin::mix, {color, white, passed}), literal(1.0)})));
+    return body;
+}
+
+Function entry(const Shader_request& request, Lowering_context& context)
+{
+    const Module& module = context.module;
+    Function function{Kind::float4, module.name, {{Shading_type("State"), "state", ""}}, {}};
+    switch (module.role) {
+    case Shader_role::light:
+        function.name = "eval";
+        function.type = Shading_type("Light_iterator");
+        function.body = light_body(*request.shader, module.name + "_", context);
+        break;
+    case Shader_role::volume:
+        function.name = "eval";
+        function.body = volume_body(*request.shader, module.name + "_", context);
+        break;
+    case Shader_role::surface:
+        function.body = surface_body(request, context);
+        break;
+    default:
+        function.body = pattern_body(*request.shader, context);
+    }
+    return function;
+}
+
+// What the document decides before any text is made.
+Switch_values known_switches(const Shader_request& request, Shader_role role)
+{
+    Switch_values known;
+    const auto limited = [](const Scene_light& light) { return light.option.distance_limit > 0.0; };
+    known[Switch::has_distance_limit] =
+        std::any_of(request.lights.begin(), request.lights.end(), limited);
+    if (role == Shader_role::light)
+        known[Switch::light_list] = true;
+    if (role == Shader_role::surface)
+        add_features(*request.shader, known);
+    return known;
+}
+
+} // namespace
+
+Lowered_shader lower(const Shader_request& request)
+{
+    Lowering_context context(request.options.ignore_literal);
+    Module& module = context.module;
+    tell_source(request, module);
+    module.role = role_of(*request.shader);
+    module.name = context.names.take(request.selected->name);
+    context.add_function(entry(request, context));
+    module.origins = context.origins;
+    return {std::move(module), known_switches(request, module.role), std::move(context.warnings)};
+}
+
+} // namespace reference_host

@@ -1,0 +1,123 @@
+#include "reference_host/shading/function.h"
+
+#include <iterator>
+
+namespace reference_host
+{
+namespace
+{
+
+Statement made(Statement::Kind kind, const Expr& value)
+{
+    Statement statement;
+    statement.kind = kind;
+    statement.value = value;
+    return statement;
+}
+
+} // namespace
+
+Statement let(const std::string& name, const Expr& value)
+{
+    Statement statement = made(Statement::Kind::let, value);
+    statement.type = value->type;
+    statement.name = name;
+    return statement;
+}
+
+Statement declare(const Shading_type& type, const std::string& name, const Expr& value)
+{
+    Statement statement = made(Statement::Kind::declare, value);
+    statement.type = type;
+    statement.name = name;
+    return statement;
+}
+
+Statement assign(const Expr& target, const Expr& value)
+{
+    return assign(target, Operator::none, value);
+}
+
+Statement assign(const Expr& target, Operator op, const Expr& value)
+{
+    Statement statement = made(Statement::Kind::assign, value);
+    statement.oper = op;
+    statement.target = target;
+    return statement;
+}
+
+Statement give_back(const Expr& value)
+{
+    return made(Statement::Kind::give_back, value);
+}
+
+Statement comment(const std::string& text)
+{
+    Statement statement;
+    statement.name = text;
+    return statement;
+}
+
+Statement condition(const Expr& truth, Statements body)
+{
+    Statement statement = made(Statement::Kind::condition, truth);
+    statement.body = std::move(body);
+    return statement;
+}
+
+void append(Statements& statements, Statements more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(statements));
+}
+
+void visit(const Statements& statements, const std::function<void(const Expression&)>& visitor)
+{
+    for (const Statement& statement : statements) {
+        visit(statement.target, visitor);
+        visit(statement.value, visitor);
+        visit(statement.body, visitor);
+        visit(statement.otherwise, visitor);
+    }
+}
+
+void replace(Statements& statements, const Replacement& replacement)
+{
+    Statements kept;
+    kept.reserve(statements.size());
+    for (Statement& statement : statements) {
+        if (statement.target)
+            statement.target = replaced(statement.target, replacement);
+        if (statement.value)
+            statement.value = replaced(statement.value, replacement);
+        const bool is_known =
+            statement.kind == Statement::Kind::condition && is_literal(statement.value);
+        Statements& taken =
+            is_known && !is_true(statement.value) ? statement.otherwise : statement.body;
+        if (!is_known)
+            replace(statement.otherwise, replacement);
+        replace(taken, replacement);
+        if (is_known)
+            append(kept, std::move(taken));
+        else
+            kept.push_back(std::move(statement));
+    }
+    statements = std::move(kept);
+}
+
+void inline_result(Statements& statements)
+{
+    if (statements.size() < 2)
+        return;
+    const Statement& named = statements[statements.size() - 2];
+    Statement& last = statements.back();
+    const bool names_result = named.kind == Statement::Kind::declare && named.value &&
+                              last.kind == Statement::Kind::give_back &&
+                              last.value->op == Op::variable && last.value->name == named.name &&
+                              named.value->type == named.type;
+    if (!names_result)
+        return;
+    last.value = named.value;
+    statements.erase(statements.end() - 2);
+}
+
+} // namespace reference_host

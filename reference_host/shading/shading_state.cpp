@@ -1,0 +1,222 @@
+#include "reference_host/shading/shading_state.h"
+
+#include <cstddef>
+
+namespace reference_host
+{
+namespace
+{
+
+using Field = State_field;
+using Source = State_source;
+
+// In the order of the enumeration.
+constexpr State_field_row fields[] = {
+    {Field::position, "position", Kind::float3, Source::position, Space::camera,
+     Attribute::position, ""},
+    {Field::normal, "normal", Kind::float3, Source::direction, Space::camera, Attribute::normal,
+     ""},
+    {Field::direction, "direction", Kind::float3, Source::derived, Space::camera, Attribute::none,
+     "from the eye to the point"},
+    {Field::eye_distance, "eye_distance", Kind::float1, Source::derived, Space::camera,
+     Attribute::none, ""},
+    {Field::texture_tangent, "texture_tangent", Kind::float3, Source::direction, Space::camera,
+     Attribute::tangent, ""},
+    {Field::texture_binormal, "texture_binormal", Kind::float3, Source::direction, Space::camera,
+     Attribute::binormal, ""},
+    {Field::texture_coordinate0, "texture_coordinate0", Kind::float2, Source::plain, Space::object,
+     Attribute::texcoord0, ""},
+    {Field::texture_coordinate1, "texture_coordinate1", Kind::float2, Source::plain, Space::object,
+     Attribute::texcoord1, ""},
+    {Field::texture_coordinate2, "texture_coordinate2", Kind::float2, Source::plain, Space::object,
+     Attribute::texcoord2, ""},
+    {Field::texture_coordinate3, "texture_coordinate3", Kind::float2, Source::plain, Space::object,
+     Attribute::texcoord3, ""},
+    {Field::world_position, "world_position", Kind::float3, Source::position, Space::world,
+     Attribute::position, ""},
+    {Field::object_position, "object_position", Kind::float3, Source::position, Space::object,
+     Attribute::position, ""},
+    {Field::object_normal, "object_normal", Kind::float3, Source::direction, Space::object,
+     Attribute::normal, ""},
+    {Field::object_tangent, "object_tangent", Kind::float3, Source::direction, Space::object,
+     Attribute::tangent, ""},
+    {Field::object_binormal, "object_binormal", Kind::float3, Source::direction, Space::object,
+     Attribute::binormal, ""},
+    {Field::vertex_color, "vertex_color", Kind::float4, Source::plain, Space::object,
+     Attribute::color, ""},
+    {Field::light_to_surface, "light_to_surface", Kind::float3, Source::lights, Space::camera,
+     Attribute::none, "filled by lights"},
+    {Field::light_distance, "light_distance", Kind::float1, Source::lights, Space::camera,
+     Attribute::none, ""},
+    {Field::light_dotnl, "light_dotnl", Kind::float1, Source::lights, Space::camera,
+     Attribute::none, ""},
+};
+
+constexpr bool in_order()
+{
+    for (std::size_t i = 0; i < static_cast<std::size_t>(Field::none); ++i)
+        if (fields[i].field != static_cast<Field>(i))
+            return false;
+    return sizeof fields / sizeof *fields == static_cast<std::size_t>(Field::none);
+}
+static_assert(in_order(), "a field of the state has no row, or one in the wrong place");
+
+struct Host_value_row {
+    Host_value value;
+    const char* name;
+    Kind type;
+};
+
+constexpr Host_value_row host_values[] = {
+    {Host_value::world_view_projection, "world_view_projection", Kind::matrix4},
+    {Host_value::world_view, "world_view", Kind::matrix4},
+    {Host_value::world_view_it, "world_view_it", Kind::matrix4},
+    {Host_value::world, "world", Kind::matrix4},
+    {Host_value::world_it, "world_it", Kind::matrix4},
+    {Host_value::world_inverse, "world_inverse", Kind::matrix4},
+    {Host_value::world_view_inverse, "world_view_inverse", Kind::matrix4},
+    {Host_value::world_view_projection_inverse, "world_view_projection_inverse", Kind::matrix4},
+    {Host_value::view_matrix, "view_matrix", Kind::matrix4},
+    {Host_value::view_inverse, "view_inverse", Kind::matrix4},
+    {Host_value::view_projection, "view_projection", Kind::matrix4},
+    {Host_value::view_projection_inverse, "view_projection_inverse", Kind::matrix4},
+    {Host_value::projection, "projection", Kind::matrix4},
+    {Host_value::projection_inverse, "projection_inverse", Kind::matrix4},
+    {Host_value::time, "time", Kind::float1},
+};
+
+constexpr bool host_values_in_order()
+{
+    for (std::size_t i = 0; i < static_cast<std::size_t>(Host_value::none); ++i)
+        if (host_values[i].value != static_cast<Host_value>(i))
+            return false;
+    return true;
+}
+static_assert(host_values_in_order(), "a value of the host has its row in the wrong place");
+
+// What methods give: those of interfaces, and the length of their lists.
+struct Method_row {
+    const char* structure;
+    const char* name;
+    const char* structure_type; // null: float4
+};
+
+constexpr Method_row methods[] = {
+    {"Light", "eval", "Light_iterator"},
+    {"Volume", "eval", nullptr},
+    {"Environment", "eval", nullptr},
+};
+
+Structure state_structure()
+{
+    Structure state{"State", {}};
+    for (const State_field_row& row : fields)
+        state.fields.push_back({row.type, row.name, row.note});
+    return state;
+}
+
+} // namespace
+
+const State_field_row& row_of(State_field field)
+{
+    return fields[static_cast<std::size_t>(field)];
+}
+
+State_field find_state_field(const std::string& name)
+{
+    for (const State_field_row& row : fields)
+        if (name == row.name)
+            return row.field;
+    return State_field::none;
+}
+
+Expr state_variable()
+{
+    static const Expr state = variable(Shading_type("State"), "state");
+    return state;
+}
+
+Expr state_field(State_field field)
+{
+    return member(state_variable(), row_of(field).name, row_of(field).type);
+}
+
+const std::vector<Structure>& shading_structures()
+{
+    static const std::vector<Structure> structures = {
+        state_structure(),
+        {"Light_iterator",
+         {{Kind::float4, "tsl_raw_contribution", ""},
+          {Kind::float4, "tsl_contribution", ""},
+          {Kind::float3, "tsl_point", ""},
+          {Kind::float1, "tsl_distance", ""},
+          {Kind::float1, "tsl_dot_nl", ""},
+          {Kind::float3, "tsl_direction", "towards the light"}}},
+        {"Surface",
+         {{Kind::float3, "base_color", ""},
+          {Kind::float1, "diffuse_roughness", ""},
+          {Kind::float1, "metalness", ""},
+          {Kind::float3, "specular_color", ""},
+          {Kind::float1, "specular_roughness", ""},
+          {Kind::float1, "specular_ior", ""},
+          {Kind::float1, "transmission", ""},
+          {Kind::float3, "transmission_color", ""},
+          {Kind::float1, "coat", ""},
+          {Kind::float3, "coat_color", ""},
+          {Kind::float1, "coat_roughness", ""},
+          {Kind::float1, "coat_ior", ""},
+          {Kind::float3, "sheen_color", "times its weight"},
+          {Kind::float1, "sheen_roughness", ""}}},
+    };
+    return structures;
+}
+
+const Structure* find_structure(const std::string& name)
+{
+    for (const Structure& structure : shading_structures())
+        if (structure.name == name)
+            return &structure;
+    return nullptr;
+}
+
+Shading_type member_type(const std::string& structure, const std::string& member)
+{
+    const std::size_t length = structure.size();
+    if (length > 2 && structure.compare(length - 2, 2, "[]") == 0)
+        return member == "length" ? Kind::integer : Kind::none;
+    if (const Structure* found = find_structure(structure))
+        for (const Variable_declaration& field : found->fields)
+            if (field.name == member)
+                return field.type;
+    for (const Method_row& method : methods)
+        if (structure == method.structure && member == method.name)
+            return method.structure_type ? Shading_type(method.structure_type)
+                                         : Shading_type(Kind::float4);
+    return Kind::none;
+}
+
+Expr field_of(const Expr& structure, const std::string& name)
+{
+    return member(structure, name, member_type(structure->type.structure, name));
+}
+
+const char* name_of(Host_value value)
+{
+    return host_values[static_cast<std::size_t>(value)].name;
+}
+
+Host_value find_host_value(const std::string& name)
+{
+    for (const Host_value_row& row : host_values)
+        if (name == row.name)
+            return row.value;
+    return Host_value::none;
+}
+
+Expr host_variable(Host_value value)
+{
+    const Host_value_row& row = host_values[static_cast<std::size_t>(value)];
+    return variable(row.type, row.name);
+}
+
+} // namespace reference_host

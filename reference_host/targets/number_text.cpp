@@ -1,0 +1,37 @@
+#include "reference_host/targets/number_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace reference_host
+{
+
+std::string float_text(double number)
+{
+    constexpr double largest = std::numeric_limits<float>::max();
+    const double held = std::isnan(number) ? 0.0 : std::clamp(number, -largest, largest);
+    const auto rounded = static_cast<float>(held);
+    const float size = std::fabs(rounded);
+    const bool plain = size == 0.0F || (size >= 1e-7F && size < 1e12F);
+    char buffer[64];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, size == 0.0F ? 0.0F : rounded,
+                                   plain ? std::chars_format::fixed : std::chars_format::scientific)
+                         .ptr;
+    std::string text(buffer, end);
+    if (text.find('.') == std::string::npos)
+        text.insert(std::min(text.find('e'), text.size()), ".0");
+    return text;
+}
+
+std::string double_text(double number)
+{
+    char buffer[512];
+    const auto end =
+        std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed).ptr;
+    std::string text(buffer, end);
+    return text.find('.') == std::string::npos ? text + ".0" : text;
+}
+
+} // namespace reference_host

@@ -1,0 +1,20 @@
+// Numbers as texts that read back the same: always with a decimal point, and never in the manner of
+// a locale.
+#ifndef REFERENCE_HOST_TARGETS_NUMBER_TEXT_H
+#define REFERENCE_HOST_TARGETS_NUMBER_TEXT_H
+
+#include <string>
+
+namespace reference_host
+{
+
+// The shortest text that reads back as the float. What no float can hold becomes the nearest that
+// it can.
+std::string float_text(double number);
+
+// The shortest text that reads back as the number itself, without an exponent.
+std::string double_text(double number);
+
+} // namespace reference_host
+
+#endif

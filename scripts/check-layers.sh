@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Checks that includes point down: each folder includes headers of itself and of the folders in its
+# row alone. The headers of plugin/ that are interfaces are its lowest part, the registry its
+# highest.
+#
+#   scripts/check-layers.sh [FOLDER]      FOLDER: the sources (default: this project)
+#
+# Prints each include that points up. Exit status: 0 there is none, 1 otherwise.
+set -euo pipefail
+cd "${1:-$(dirname "$0")/..}"
+
+layers='
+sdk:                        interfaces
+exporter_base:              interfaces sdk
+export_common:              interfaces sdk exporter_base
+exporters:                  interfaces sdk exporter_base export_common
+plugin:                     interfaces sdk exporter_base export_common exporters
+reference_host/system:
+reference_host/shading:
+reference_host/nodes:       shading
+reference_host/document:    nodes system
+reference_host/options:     shading document
+reference_host/library:     shading
+reference_host/lowering:    shading nodes document options library
+reference_host/shade_check: shading nodes library lowering
+reference_host/passes:      shading
+reference_host/targets:     shading options library passes
+reference_host/generator:   document options lowering passes targets
+reference_host/render:      system
+reference_host/output:      system
+reference_host/host:        nodes document generator interfaces sdk
+reference_host/app:         interfaces sdk exporter_base exporters system document render host output
+'
+interfaces='plugin/(export_symbol|iexporter|iexporter_plugin|interface|plugin)\.h'
+
+# includes_of FOLDER: "FILE INCLUDED_FOLDER" for each include of a header of the project.
+includes_of()
+{
+    grep -rHoE '^#include "[a-z_]+/[a-z_/.]+"' "$1" --include='*.h' --include='*.cpp' |
+        sed -E 's/:#include "/ /; s/"$//' |
+        sed -E "s# $interfaces# interfaces/x.h#; s# reference_host/# #; s#/[^/ ]*\$##" | sort -u
+}
+
+status=0
+while IFS=: read -r folder allowed; do
+    [ -n "$folder" ] || continue
+    while read -r file included; do
+        case " ${folder##*/} $allowed " in
+        *" $included "*) ;;
+        *)
+            echo "$file includes a header of $included/"
+            status=1
+            ;;
+        esac
+    done < <(includes_of "$folder")
+done <<<"$layers"
+exit $status
