@@ -7,8 +7,8 @@
 // the same time, the host's own included.
 #include "exporters/exporter_table.h"
 #include "exporters/make_exporter.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/support/exporter_panel.h"
-#include "tests/support/recording_host.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wx_test_main.h"
 

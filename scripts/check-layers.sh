@@ -16,6 +16,7 @@ export_common:              interfaces sdk exporter_base
 exporters:                  interfaces sdk exporter_base export_common
 plugin:                     interfaces sdk exporter_base export_common exporters
 reference_host/system:
+reference_host/recording_host: interfaces sdk
 reference_host/shading:
 reference_host/nodes:       shading
 reference_host/document:    nodes system
@@ -29,7 +30,8 @@ reference_host/generator:   document options lowering passes targets
 reference_host/render:      system
 reference_host/output:      system
 reference_host/host:        nodes document generator interfaces sdk
-reference_host/app:         interfaces sdk exporter_base exporters system document render host output
+reference_host/app:         interfaces sdk exporter_base exporters system document render host output check
+reference_host/check:       interfaces sdk exporter_base exporters system recording_host app
 '
 interfaces='plugin/(export_symbol|iexporter|iexporter_plugin|interface|plugin)\.h'
 

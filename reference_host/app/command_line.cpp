@@ -3,6 +3,7 @@
 #include "reference_host/app/commands.h"
 #include "reference_host/app/list_command.h"
 #include "reference_host/app/opened_document.h"
+#include "reference_host/check/check_command.h"
 #include "reference_host/document/value_parser.h"
 #include "reference_host/render/render_command.h"
 
@@ -374,6 +375,7 @@ void add_commands(CLI::App& app, Requests& requests, int& status)
     add_panel(app, requests.panel, status);
     add_window(app, requests.window, requests.plugin, status);
     add_render_commands(app, status);
+    add_check_command(app, status);
 }
 
 } // namespace

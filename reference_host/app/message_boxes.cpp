@@ -42,7 +42,7 @@ Box_answer Message_box_answers::answer(const std::string& caption, const std::st
     Answered_box box{caption, message};
     box.is_missing_question = contains(message, missing_question);
     if (contains(message, overwrite_question))
-        box.answer = Box_answer::yes; // the exporter's own files: it writes into an empty stage
+        box.answer = m_policy.replace;
     else if (box.is_missing_question)
         box.answer = m_policy.missing == Missing::cancel ? Box_answer::no : Box_answer::yes;
     m_boxes.push_back(box);

@@ -13,11 +13,14 @@ class Message_box_catcher;
 
 enum class Missing { proceed, cancel }; // lights or an environment that the shader needs
 
+enum class Box_answer { ok, yes, no };
+
 struct Box_policy {
     Missing missing = Missing::proceed;
+    // The answer when an exporter asks whether it may replace a file. In an export it asks about
+    // its own ones only: it writes into an empty stage.
+    Box_answer replace = Box_answer::yes;
 };
-
-enum class Box_answer { ok, yes, no };
 
 // The button's text.
 const char* word_of(Box_answer answer);

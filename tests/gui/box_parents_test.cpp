@@ -1,13 +1,13 @@
 // Which window each message box and file dialog stands on: the host's or the exporter's panel. The
 // two are told apart by moving the panel into another window.
 #include "exporter_base/control_ids.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/gui/every_exporter.h"
 #include "tests/gui/gtk_functions.h"
 #include "tests/gui/user_input.h"
 #include "tests/gui/window_test.h"
 #include "tests/support/exporter_panel.h"
 #include "tests/support/message_boxes.h"
-#include "tests/support/recording_host.h"
 
 #include <wx/event.h>
 #include <wx/frame.h>

@@ -2,9 +2,9 @@
 #include "exporter_base/bytes.h"
 #include "exporters/exporter_default.h"
 #include "exporters/exporter_generic.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/gui/window_test.h"
 #include "tests/support/exporter_panel.h"
-#include "tests/support/recording_host.h"
 
 #include <filesystem>
 

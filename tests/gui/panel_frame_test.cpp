@@ -2,8 +2,8 @@
 // the closing steps of the layout.
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/gui/window_test.h"
-#include "tests/support/recording_host.h"
 
 #include <algorithm>
 

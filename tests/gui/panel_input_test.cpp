@@ -6,10 +6,10 @@
 #include "exporters/exporter_fxcomposer.h"
 #include "exporters/exporter_generic.h"
 #include "exporters/exporter_swrc.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/gui/gtk_functions.h"
 #include "tests/gui/user_input.h"
 #include "tests/gui/window_test.h"
-#include "tests/support/recording_host.h"
 
 #include <cstdio>
 

@@ -2,7 +2,7 @@
 #include "export_common/code_output.h"
 
 #include "exporter_base/bytes.h"
-#include "tests/support/recording_host.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/support/system_faults.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root.h"

@@ -2,8 +2,8 @@
 #include "export_common/compile_group.h"
 
 #include "exporter_base/bytes.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/support/message_boxes.h"
-#include "tests/support/recording_host.h"
 #include "tests/support/wx_test_main.h"
 
 #include <gmock/gmock.h>

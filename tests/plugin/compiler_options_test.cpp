@@ -3,7 +3,7 @@
 
 #include "exporter_base/bytes.h"
 #include "exporter_base/number_text.h"
-#include "tests/support/recording_host.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root.h"
 

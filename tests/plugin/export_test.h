@@ -4,9 +4,9 @@
 #define TESTS_PLUGIN_EXPORT_TEST_H
 
 #include "exporter_base/exporter_base.h"
+#include "reference_host/recording_host/recording_host.h"
 #include "tests/support/exporter_panel.h"
 #include "tests/support/message_boxes.h"
-#include "tests/support/recording_host.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wx_test_main.h"
 

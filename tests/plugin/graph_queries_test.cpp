@@ -2,7 +2,7 @@
 #include "export_common/graph_queries.h"
 
 #include "exporter_base/bytes.h"
-#include "tests/support/recording_host.h"
+#include "reference_host/recording_host/recording_host.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // The fake host itself: it must name what a caller does wrong, or the other tests prove nothing.
-#include "tests/support/recording_host.h"
+#include "reference_host/recording_host/recording_host.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
-#include "tests/support/recording_host.h"
+#include "reference_host/recording_host/recording_host.h"
 
-#include "tests/support/fake_application.h"
-#include "tests/support/fake_compiler.h"
-#include "tests/support/fake_graph.h"
+#include "reference_host/recording_host/fake_application.h"
+#include "reference_host/recording_host/fake_compiler.h"
+#include "reference_host/recording_host/fake_graph.h"
 
 namespace QZ
 {
@@ -49,14 +49,16 @@ Scripted_node& Recording_host::add_light(const Text& name, int type, float sprea
     return node;
 }
 
-void Recording_host::set_failing_call(int number)
+void Recording_host::set_failing_call(int number, const Call_failure& failure)
 {
-    m_fakes->recorder.set_failing_call(number, false);
+    m_fakes->recorder.set_failing_call(number, failure);
 }
 
 void Recording_host::set_throwing_call(int number)
 {
-    m_fakes->recorder.set_failing_call(number, true);
+    Call_failure failure;
+    failure.throws = true;
+    m_fakes->recorder.set_failing_call(number, failure);
 }
 
 void Recording_host::set_keeps_log(bool keeps_log)

@@ -1,10 +1,10 @@
 // Fakes of the application handle, its preferences and the graph view.
-#ifndef TESTS_SUPPORT_FAKE_APPLICATION_H
-#define TESTS_SUPPORT_FAKE_APPLICATION_H
+#ifndef REFERENCE_HOST_RECORDING_HOST_FAKE_APPLICATION_H
+#define REFERENCE_HOST_RECORDING_HOST_FAKE_APPLICATION_H
 
+#include "reference_host/recording_host/fake_compiler.h"
+#include "reference_host/recording_host/fake_graph.h"
 #include "sdk/interface_ids.h"
-#include "tests/support/fake_compiler.h"
-#include "tests/support/fake_graph.h"
 
 namespace QZ
 {

@@ -1,7 +1,7 @@
-// The books of a fake host: the log of calls, the objects and their references, and the one call
-// that fails or throws.
-#ifndef TESTS_SUPPORT_RECORDER_H
-#define TESTS_SUPPORT_RECORDER_H
+// The books of a fake host: the log of calls, the objects and their references, and the calls
+// that fail or throw.
+#ifndef REFERENCE_HOST_RECORDING_HOST_RECORDER_H
+#define REFERENCE_HOST_RECORDING_HOST_RECORDER_H
 
 #include "plugin/interface.h"
 
@@ -16,6 +16,15 @@ namespace TEST
 {
 
 class Recorder;
+
+// What a text or a code is when its call fails; an object is always null then.
+enum class Failed_text { null, empty, garbage };
+
+struct Call_failure {
+    Failed_text text = Failed_text::null;
+    bool lasts = false;  // all calls from this one on fail, too
+    bool throws = false; // an exception in place of a result
+};
 
 // What every fake object has: its name in the log and its reference count. Starts without
 // references.
@@ -74,14 +83,19 @@ public:
         return object;
     }
 
-    // Counts a call that may fail and says whether it is the one that does. Throws instead if it is
-    // to fail that way.
+    // Counts a call that may fail and says whether it does. Throws instead if it is to fail that
+    // way.
     bool next_call_fails();
+    const Call_failure& failure() const { return m_failure; }
 
     void write(const std::string& line);
     void write_fault(const std::string& fault) { m_faults.push_back(fault); }
 
-    void set_failing_call(int number, bool by_exception);
+    void set_failing_call(int number, const Call_failure& failure)
+    {
+        m_failing_call = number;
+        m_failure = failure;
+    }
     void set_keeps_log(bool keeps_log) { m_keeps_log = keeps_log; }
 
     const std::vector<std::string>& log() const { return m_log; }
@@ -94,7 +108,7 @@ private:
     std::vector<std::string> m_faults;
     int m_fallible_calls = 0;
     int m_failing_call = 0;
-    bool m_fails_by_exception = false;
+    Call_failure m_failure;
     bool m_keeps_log = true;
 };
 

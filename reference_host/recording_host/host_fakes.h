@@ -1,10 +1,10 @@
-// What the fakes of the recording host share. Only tests/support/recording_host.cpp includes this
-// and the fakes themselves.
-#ifndef TESTS_SUPPORT_HOST_FAKES_H
-#define TESTS_SUPPORT_HOST_FAKES_H
+// What the fakes of the recording host share. Only reference_host/recording_host/recording_host.cpp
+// includes this and the fakes themselves.
+#ifndef REFERENCE_HOST_RECORDING_HOST_HOST_FAKES_H
+#define REFERENCE_HOST_RECORDING_HOST_HOST_FAKES_H
 
-#include "tests/support/recorder.h"
-#include "tests/support/recording_host.h"
+#include "reference_host/recording_host/recorder.h"
+#include "reference_host/recording_host/recording_host.h"
 
 #include <string>
 #include <unordered_map>
@@ -44,10 +44,25 @@ inline std::string argument(const TSDK::Interface* object)
 struct Host_fakes {
     explicit Host_fakes(const Recording_host& host) : script(host) {}
 
-    // Hands a text out, or null when this is the call that fails.
+    // Hands a text out, or what stands for it when this is a call that fails.
     const char* give_text(const Text& text)
     {
-        return recorder.next_call_fails() || !text ? nullptr : text->c_str();
+        if (recorder.next_call_fails())
+            return failed_text();
+        return text ? text->c_str() : nullptr;
+    }
+
+    const char* failed_text()
+    {
+        switch (recorder.failure().text) {
+        case Failed_text::empty:
+            return "";
+        case Failed_text::garbage:
+            return garbage.c_str();
+        case Failed_text::null:
+            break;
+        }
+        return nullptr;
     }
 
     Fake_node* find_node(const Scripted_node* node);
@@ -66,6 +81,7 @@ struct Host_fakes {
     std::unordered_map<const Scripted_node*, Fake_node*> nodes;
     std::vector<Options> options;
     std::vector<const char*> lent_paths;
+    const std::string garbage = "%s%n \"\\\n\t" + std::string(300, '\xff');
     size_t option_set_count = 0;
     size_t unit_count = 0;
     size_t shader_count = 0;

@@ -1,8 +1,8 @@
 // Fakes of the compiler: option sets, units, generated shaders.
-#ifndef TESTS_SUPPORT_FAKE_COMPILER_H
-#define TESTS_SUPPORT_FAKE_COMPILER_H
+#ifndef REFERENCE_HOST_RECORDING_HOST_FAKE_COMPILER_H
+#define REFERENCE_HOST_RECORDING_HOST_FAKE_COMPILER_H
 
-#include "tests/support/host_fakes.h"
+#include "reference_host/recording_host/host_fakes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -63,8 +63,11 @@ public:
     void get_code(int index, char* buffer, unsigned int size) override
     {
         record("get_code(" + std::to_string(index) + ", " + std::to_string(size) + ")");
-        if (m_recorder.next_call_fails())
+        if (m_recorder.next_call_fails()) {
+            if (m_recorder.failure().text == Failed_text::garbage)
+                std::memset(buffer, 0xff, size_t{size} + 1); // not even an end
             return;
+        }
         const std::string& text = code(index);
         const size_t length = std::min(text.size(), size_t{size});
         std::memcpy(buffer, text.data(), length);

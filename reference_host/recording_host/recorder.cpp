@@ -1,4 +1,4 @@
-#include "tests/support/recorder.h"
+#include "reference_host/recording_host/recorder.h"
 
 #include <new>
 
@@ -39,16 +39,12 @@ void Recorded_object::give_back() const
 
 bool Recorder::next_call_fails()
 {
-    const bool fails = ++m_fallible_calls == m_failing_call;
-    if (fails && m_fails_by_exception)
+    ++m_fallible_calls;
+    const bool fails = m_failing_call > 0 && (m_failure.lasts ? m_fallible_calls >= m_failing_call
+                                                              : m_fallible_calls == m_failing_call);
+    if (fails && m_failure.throws)
         throw std::bad_alloc();
     return fails;
-}
-
-void Recorder::set_failing_call(int number, bool by_exception)
-{
-    m_failing_call = number;
-    m_fails_by_exception = by_exception;
 }
 
 void Recorder::write(const std::string& line)

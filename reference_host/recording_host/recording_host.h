@@ -7,9 +7,10 @@
 //
 // Objects live as long as their host, released or not, so that a call on a released object is a
 // named fault and no crash.
-#ifndef TESTS_SUPPORT_RECORDING_HOST_H
-#define TESTS_SUPPORT_RECORDING_HOST_H
+#ifndef REFERENCE_HOST_RECORDING_HOST_H
+#define REFERENCE_HOST_RECORDING_HOST_H
 
+#include "reference_host/recording_host/recorder.h"
 #include "sdk/igraph_node.h"
 #include "sdk/igraph_view.h"
 #include "sdk/itovira.h"
@@ -94,7 +95,7 @@ public:
 
     // The number, counted from 1, of the one call that fails: an object or a text comes back as
     // null, a code is not copied, a preference is absent. 0: none.
-    void set_failing_call(int number);
+    void set_failing_call(int number, const Call_failure& failure = {});
 
     // The same, but the call throws std::bad_alloc.
     void set_throwing_call(int number);

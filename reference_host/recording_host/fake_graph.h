@@ -1,9 +1,9 @@
 // Fakes of the shader graph: nodes, declarations, groups and the iterators.
-#ifndef TESTS_SUPPORT_FAKE_GRAPH_H
-#define TESTS_SUPPORT_FAKE_GRAPH_H
+#ifndef REFERENCE_HOST_RECORDING_HOST_FAKE_GRAPH_H
+#define REFERENCE_HOST_RECORDING_HOST_FAKE_GRAPH_H
 
+#include "reference_host/recording_host/host_fakes.h"
 #include "sdk/interface_ids.h"
-#include "tests/support/host_fakes.h"
 
 namespace QZ
 {
