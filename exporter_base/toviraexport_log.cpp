@@ -66,8 +66,8 @@ bool Toviraexport_log::set_output_device(const wxString& name)
         const wxChar* name;
         Device device;
     };
+    // Standard output is what every other name selects, its own included.
     static const Named_device named_devices[] = {
-        {wxT("stdout:"), DEVICE_STDOUT},
         {wxT("stderr:"), DEVICE_STDERR},
         {wxT("log_gui:"), DEVICE_LOG_GUI},
         {wxT("null:"), DEVICE_NULL},

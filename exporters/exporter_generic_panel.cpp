@@ -119,7 +119,7 @@ void Exporter_generic::create_window_fx(wxWindow* parent, wxBoxSizer* sizer)
             box = add_group_box(parent, sizer, get_os_specific_font(1, 90), row.box);
             grid = row.kind == CONTROL_CHECK ? nullptr : add_grid(box);
             if (!grid)
-                box->AddSpacer(margin);
+                box->Add(0, margin);
         }
         if (grid) {
             grid->Add(create_label(parent, row.label), 0, wxALIGN_CENTER_VERTICAL);
@@ -158,7 +158,7 @@ void Exporter_generic::add_labelled_row(wxWindow* parent, wxBoxSizer* sizer, siz
     if (generic_controls[row].kind == CONTROL_FILE)
         line->Add(create_browse_button(parent, ID_ANNOTATION_MAP_BROWSE), 0,
                   wxALIGN_CENTER_VERTICAL | wxLEFT, margin);
-    line->AddSpacer(margin);
+    line->Add(margin, 0);
     sizer->Add(line, 0, wxEXPAND | wxALL, margin);
 }
 

@@ -58,9 +58,9 @@ void fill_panel(QZ::TSDK::IExporter& exporter, Export_session& session, const st
                 const Scene_request& request)
 {
     Hidden_window window;
-    Exporter_panel panel(exporter, session.view(), window.area(), panel_width);
+    Exporter_panel panel(exporter, session.view(), window.area(), panel_width, file);
     set_panel_options(window.area(), request.options);
-    panel.set_file_name(file); // last: the output is what the user named, whatever the options
+    panel.restore_file_name(); // the output is what the user named, whatever the options
     panel.close();
 }
 

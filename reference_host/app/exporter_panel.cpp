@@ -20,15 +20,30 @@ wxTextCtrl* file_field(const wxWindow& container)
         container.FindWindow(static_cast<long>(QZ::TOVIRAEXPORT::ID_EXPORTFILE_TEXT)));
 }
 
+void remember_file(QZ::TSDK::IExporter& exporter, const std::string& file)
+{
+    const std::string ending = "_exportfile_save";
+    for (unsigned int i = 0; i < exporter.get_num_settings(); ++i) {
+        const char* name = exporter.get_setting_name(i);
+        const std::string key = name ? name : "";
+        if (key.size() >= ending.size() &&
+            key.compare(key.size() - ending.size(), ending.size(), ending) == 0)
+            exporter.set_setting_value(i, file.c_str());
+    }
+}
+
 } // namespace
 
 Exporter_panel::Exporter_panel(QZ::TSDK::IExporter& exporter, QZ::TSDK::IGraph_view* view,
-                               wxWindow& container, int width)
+                               wxWindow& container, int width, const std::string& file)
     : m_exporter(exporter), m_view(view), m_container(container), m_width(width)
 {
     const auto handle =
         static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(&container));
+    if (!file.empty())
+        remember_file(exporter, file);
     m_height = exporter.create_ui(handle, width, view);
+    m_first_name = file_name();
 }
 
 Exporter_panel::~Exporter_panel()
@@ -62,10 +77,11 @@ std::string Exporter_panel::file_name() const
     return field ? QZ::TOVIRAEXPORT::to_bytes(field->GetValue()) : std::string();
 }
 
-void Exporter_panel::set_file_name(const std::string& name)
+void Exporter_panel::restore_file_name()
 {
-    if (wxTextCtrl* field = file_field(m_container))
-        field->SetValue(QZ::TOVIRAEXPORT::from_bytes(name.c_str()));
+    wxTextCtrl* field = file_field(m_container);
+    if (field && file_name() != m_first_name)
+        field->SetValue(QZ::TOVIRAEXPORT::from_bytes(m_first_name.c_str()));
 }
 
 void Exporter_panel::close()

@@ -20,9 +20,10 @@ class Exporter_panel
 {
 public:
     // Builds the panel into `container`, whose sizer it may replace, for a width in pixels. All
-    // three must outlive the panel.
+    // three must outlive the panel. The export-file field shows `file`, which the plug-in puts there
+    // from its setting: it knows how to get any bytes through a field. Empty: what the setting says.
     Exporter_panel(QZ::TSDK::IExporter& exporter, QZ::TSDK::IGraph_view* view, wxWindow& container,
-                   int width);
+                   int width, const std::string& file = {});
     ~Exporter_panel();
     Exporter_panel(const Exporter_panel&) = delete;
     Exporter_panel& operator=(const Exporter_panel&) = delete;
@@ -37,9 +38,11 @@ public:
     // Fits the panel into a container of that size.
     void fit_into(const wxSize& area);
 
-    // The name in the export-file field, and a new one. Nothing happens on a panel without it.
+    // The name in the export-file field; empty on a panel without it.
     std::string file_name() const;
-    void set_file_name(const std::string& name);
+
+    // Shows the first file name again, if anything has changed it.
+    void restore_file_name();
 
     // Keeps what was edited and destroys the panel.
     void close();
@@ -54,6 +57,7 @@ private:
     int m_width;
     int m_height = 0;
     bool m_is_open = true;
+    std::string m_first_name; // as the field showed it
 };
 
 } // namespace reference_host

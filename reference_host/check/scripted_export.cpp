@@ -63,8 +63,7 @@ void name_export_file(QZ::TSDK::IExporter& exporter, const std::string& file)
 {
     constexpr int width = 400;
     Host_window window;
-    Exporter_panel panel(exporter, nullptr, window.area(), width);
-    panel.set_file_name(file);
+    Exporter_panel panel(exporter, nullptr, window.area(), width, file);
     panel.close();
 }
 

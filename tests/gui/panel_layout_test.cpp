@@ -21,14 +21,8 @@ namespace
 using namespace TOVIRAEXPORT;
 using Lines = std::vector<std::string>;
 
-// AddSpacer fills along its sizer in 3.x, and both ways in 2.8.
-#if wxCHECK_VERSION(3, 0, 0)
 const char* const row_gap = "space 5 x 0: 0 0x0 0";
 const char* const column_gap = "space 0 x 5: 0 0x0 0";
-#else
-const char* const row_gap = "space 5 x 5: 0 0x0 0";
-const char* const column_gap = "space 5 x 5: 0 0x0 0";
-#endif
 
 std::string name_of(wxWindow* window)
 {
