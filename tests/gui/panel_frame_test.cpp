@@ -6,6 +6,7 @@
 #include "tests/gui/window_test.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <wx/panel.h>
 #include <wx/sizer.h>
@@ -20,19 +21,24 @@ namespace
 
 using namespace TOVIRAEXPORT;
 
-// Notes where it is laid out: each time it is measured.
+using Areas = std::vector<wxRect>;
+
+// Notes where it is laid out: each time it is measured. It may outlive its exporter.
 class Watched_sizer : public wxBoxSizer
 {
 public:
-    explicit Watched_sizer(std::vector<wxRect>& areas) : wxBoxSizer(wxVERTICAL), m_areas(areas) {}
+    explicit Watched_sizer(std::shared_ptr<Areas> areas)
+        : wxBoxSizer(wxVERTICAL), m_areas(std::move(areas))
+    {
+    }
     wxSize CalcMin() override
     {
-        m_areas.emplace_back(GetPosition(), GetSize());
+        m_areas->emplace_back(GetPosition(), GetSize());
         return wxBoxSizer::CalcMin();
     }
 
 private:
-    std::vector<wxRect>& m_areas;
+    std::shared_ptr<Areas> m_areas;
 };
 
 // Notes how its extension points are called.
@@ -78,7 +84,7 @@ public:
 
     std::vector<int> widths;
     std::vector<TSDK::IGraph_view*> views;
-    std::vector<wxRect> areas;
+    std::shared_ptr<Areas> areas = std::make_shared<Areas>();
     wxSizer* sizer_before = nullptr;
     int fitting_height = 0;
     std::vector<bool> discards;
@@ -122,12 +128,12 @@ TEST_F(Panel_frame, layout_is_made_for_the_width_given_and_then_for_the_panel)
     exporter.create_ui(handle(), 333, nullptr);
     EXPECT_GT(exporter.fitting_height, 40);
     const wxRect given(0, 0, 333, exporter.fitting_height);
-    const auto first = std::find(exporter.areas.begin(), exporter.areas.end(), given);
-    ASSERT_TRUE(first != exporter.areas.end());
+    const auto first = std::find(exporter.areas->begin(), exporter.areas->end(), given);
+    ASSERT_TRUE(first != exporter.areas->end());
     const wxSize panel = exporter.get_top_panel()->GetClientSize();
     EXPECT_NE(panel, given.GetSize());
-    EXPECT_TRUE(std::find(first, exporter.areas.end(), wxRect(wxPoint(0, 0), panel)) !=
-                exporter.areas.end());
+    EXPECT_TRUE(std::find(first, exporter.areas->end(), wxRect(wxPoint(0, 0), panel)) !=
+                exporter.areas->end());
 }
 
 TEST_F(Panel_frame, panel_is_named_and_styled_as_all_of_them)
