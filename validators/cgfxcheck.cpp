@@ -28,7 +28,7 @@ namespace
 
 // ---- states of Direct3D 9 effects -------------------------------------------
 
-// Values of a state, separated by blanks; none: it takes numbers, booleans or programs.
+// Values of a state, separated by spaces; none: it takes numbers, booleans or programs.
 constexpr char compare_values[] = "Never Less Equal LessEqual Greater NotEqual GreaterEqual Always";
 constexpr char blend_values[] = "Zero One SrcColor InvSrcColor SrcAlpha InvSrcAlpha DestAlpha "
                                 "InvDestAlpha DestColor InvDestColor SrcAlphaSat BothSrcAlpha "

@@ -35,7 +35,7 @@ bool is_word_character(char character)
     return std::isalnum(static_cast<unsigned char>(character)) || character == '_';
 }
 
-// The word at `at`, which moves behind it and the blanks after it.
+// The word at `at`, which moves behind it and the spaces after it.
 std::string take_word(const std::string& text, std::size_t& at)
 {
     const std::size_t begin = at;

@@ -382,7 +382,7 @@ void add_commands(CLI::App& app, Requests& requests, int& status)
 
 int run_command_line(int argc, char** argv)
 {
-    CLI::App app("A shader-graph editor in small: exports MaterialX documents through the plug-in",
+    CLI::App app("Exports the shaders of MaterialX documents through the plug-in of Tovira",
                  "shader-export");
     app.require_subcommand(1);
     Requests requests;

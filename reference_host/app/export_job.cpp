@@ -83,7 +83,7 @@ bool is_start(const std::string& start, const std::string& text)
     return text.compare(0, start.size(), start) == 0;
 }
 
-// A text that was generated must stand in a file, whole, whatever the exporter adds after it.
+// A generated text must be in a file, whole; the exporter may add something after it.
 bool is_written(const std::string& text, const std::vector<Exported_file>& files)
 {
     return std::any_of(files.begin(), files.end(),
@@ -242,7 +242,7 @@ void add_refusals(const std::vector<Existing_file>& files, std::vector<std::stri
                                            : " already exists; replace it with --overwrite yes"));
 }
 
-// Brings the files to their place, as far as the user lets them.
+// Places the files, as far as the user allows it.
 void place_files(Staged_files& stage, Export_outcome& outcome, const Scene_request& request,
                  Replacement& replacement)
 {

@@ -21,7 +21,7 @@ enum class Texture_paths {
     absolute
 };
 
-// What is exported and how, but for the exporter and the output.
+// What is exported and how, except for the exporter and the output.
 struct Scene_request {
     std::string document;
     std::string node; // empty: the first surface material, else the first surface shader

@@ -22,7 +22,7 @@ std::string question(const std::vector<Existing_file>& files)
            ". Replace? [y]es, [n]o, [a]ll, [s]kip all, [q]uit: ";
 }
 
-// The first letter of the answer in lower case; "q" when there is no answer any more.
+// The first letter of the answer in lower case; "q" at the end of the input.
 char read_answer()
 {
     std::string line;

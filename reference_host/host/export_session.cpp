@@ -102,7 +102,7 @@ QZ::TSDK::IGraph_view* Export_session::view()
 
 std::vector<std::string> Export_session::reference_findings(const Export_events& events) const
 {
-    // Exporters leave these two out on purpose; the memory is the session's all the same.
+    // Exporters do not release these two on purpose; the session owns the memory anyway.
     const std::vector<Kept_reference> kept = {
         {"graph node", events.file_name_empty},         // the generic exporter's selected node
         {"generated shader", events.overwrite_refused}, // FX Composer's, one of its two

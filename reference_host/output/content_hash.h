@@ -11,7 +11,7 @@ namespace reference_host
 // 32 hexadecimal digits (XXH3, 128 bits).
 std::string content_hash(std::string_view content);
 
-// That of a file's content; empty when it is no regular file or cannot be read.
+// The hash of a file's content; empty when it is not a regular file or cannot be read.
 std::string file_hash(const std::string& file);
 
 } // namespace reference_host

@@ -34,8 +34,8 @@ Opened_file open_to_write(const std::string& path);
 std::optional<std::string> read_whole_file(const std::string& path, std::uintmax_t max_size,
                                            std::string& reason);
 
-// Why a file that somebody else opens cannot be read, or written; empty when it can, as far as can
-// be seen without opening it.
+// Why a file that another program opens cannot be read, or written; empty when it can, judged
+// without opening it.
 std::string why_not_readable(const std::string& path);
 std::string why_not_writable(const std::string& path);
 

@@ -137,7 +137,7 @@ Process_result run(const Process_limits& limits, Become become)
     }
     close(ends[1]);
     if (process > 0) {
-        setpgid(process, process); // also here: whoever comes first
+        setpgid(process, process); // also done by the child: the first call counts
         follow(process, ends[0], limits, result);
     }
     close(ends[0]);

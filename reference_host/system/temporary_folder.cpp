@@ -27,7 +27,7 @@ std::string make_folder()
 
 void remove_folder(const std::string& path)
 {
-    std::error_code ignored; // a folder that stays behind is no reason to fail
+    std::error_code ignored; // a folder that stays behind does not fail the program
     std::filesystem::remove_all(path, ignored);
 }
 

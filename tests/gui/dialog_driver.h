@@ -70,7 +70,7 @@ struct Shown_dialog {
     std::string folder;
     std::string path;                     // the proposed file; empty when there is none
     std::vector<std::string> filters;     // their names
-    std::vector<std::string> filter_fits; // which probe names each lets through, joined by blanks
+    std::vector<std::string> filter_fits; // which probe names each lets through, joined by spaces
     int filter = -1;                      // the chosen one
     std::optional<std::string> wildcard;  // as wx has it; 2.8 does not tell
     std::optional<long> style;            // as wx has it; 2.8 does not tell

@@ -207,7 +207,7 @@ TEST_F(Panel_input, fields_by_mouse_and_a_choice_by_key)
     click_and_type_into(ID_EXPORTFILE_TEXT, folder.file("By_Mouse.fx"));
     click_and_type_into(ID_ANNOTATION_MAP_TEXT, "my-map.axml");
     click_and_type_into(ID_VERTEX_PROFILE, "vs_4_0");
-    click_and_type_into(ID_FRAGMENT_PROFILE, " ps_4_0 "); // taken with its blanks
+    click_and_type_into(ID_FRAGMENT_PROFILE, " ps_4_0 "); // taken with its spaces
     focus(ID_VERTEX_SPACE);
     for (const int entry : {1, 2, 3})
         choose_by_key(ID_VERTEX_SPACE, "Down", entry);

@@ -262,7 +262,7 @@ TEST_F(Program, tells_why_a_plug_in_cannot_be_used)
     EXPECT_EQ(1, m_status);
     EXPECT_THAT(m_errors, HasSubstr("the plug-in cannot be loaded"));
     run({"list", "--plugin", "libX11.so.6"});
-    EXPECT_EQ(1, m_status) << "a bare name is no library of the system";
+    EXPECT_EQ(1, m_status) << "a bare name does not mean a library of the system";
     run({"list", "--plugin", "/usr/lib/x86_64-linux-gnu/libX11.so.6"});
     EXPECT_EQ(1, m_status);
     EXPECT_THAT(m_errors, HasSubstr("it has no function 'initializer'"));

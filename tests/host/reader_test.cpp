@@ -225,7 +225,8 @@ TEST_F(Reader, inlines_custom_nodes_inside_custom_nodes)
     ASSERT_TRUE(parameter);
     EXPECT_EQ("w", parameter->owner);
     EXPECT_DOUBLE_EQ(0.6, parameter->value.numbers[1]);
-    EXPECT_FALSE(m_graph->find_node("G/t/product")) << "the implementation is no part of the graph";
+    EXPECT_FALSE(m_graph->find_node("G/t/product"))
+        << "the implementation is not a part of the graph";
 }
 
 TEST_F(Reader, prefers_the_node_library_to_definitions_of_the_same_form)

@@ -165,7 +165,7 @@ TEST_F(Exporter_fxcomposer_test, cgfx_is_asked_about_before_hlsl_and_both_before
     EXPECT_THAT(host.log(), ElementsAre("view.get_num_selected_nodes()"));
 }
 
-// The shader of a refused file is generated all the same, and is not released.
+// The shader of a refused file is generated nevertheless, and is not released.
 TEST_F(Exporter_fxcomposer_test, refused_file_leaves_its_shader_behind)
 {
     folder.write("a.cgfx", "old");

@@ -64,7 +64,7 @@ TEST(Image_files, damaged_and_missing_files_give_no_image)
     EXPECT_FALSE(read_image(""));
 }
 
-// The same file, but for the size that its header tells.
+// The same file, except for the size in its header.
 std::string with_size(std::string jpeg, unsigned height, unsigned width)
 {
     const std::size_t frame = jpeg.find("\xff\xc0");

@@ -75,7 +75,7 @@ TEST(Render_command, missing_arguments_are_usage_errors)
 class Compare_command : public testing::Test
 {
 protected:
-    // A picture of one color, but for two pixels that are the same in all.
+    // A picture of one color, except for two pixels that are the same in all.
     std::string picture(const std::string& name, int width, Pixel color) const
     {
         Image image(width, 4);

@@ -14,7 +14,7 @@ namespace TEST
 {
 
 // Starts wx with an application object, once; later calls do nothing. Ends the program with a
-// message when there is no display to be had.
+// message when there is no display.
 void start_wx();
 
 // The fixture of tests that make windows.
