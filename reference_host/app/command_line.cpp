@@ -3,6 +3,7 @@
 #include "reference_host/app/commands.h"
 #include "reference_host/app/list_command.h"
 #include "reference_host/app/opened_document.h"
+#include "reference_host/app/render_export.h"
 #include "reference_host/check/check_command.h"
 #include "reference_host/document/value_parser.h"
 #include "reference_host/render/render_command.h"
@@ -124,8 +125,10 @@ void add_search_path(CLI::App& app, std::vector<std::string>& search_path)
 
 void add_plugin(CLI::App& app, std::string& plugin)
 {
-    app.add_option("--plugin", plugin, "The plug-in (default: what TOVIRAEXPORT_PLUGIN names, else toviraexport.so as built "
-                   "or installed with this program)")
+    app.add_option(
+           "--plugin", plugin,
+           "The plug-in (default: what TOVIRAEXPORT_PLUGIN names, else toviraexport.so as built "
+           "or installed with this program)")
         ->type_name("PATH");
 }
 
@@ -148,13 +151,15 @@ void add_document(CLI::App& app, Scene_request& scene)
 
 void add_scene_options(CLI::App& app, Scene_request& scene)
 {
-    add_repeated(app, "--light",
-                 "A light of the document, or a new one; TYPE: directional, "
-                 "point, spot or 0 to 2; KEY: position, direction, color, intensity, "
-                 "cone (full angle in degrees), limit (distance, 0 none). Also NAME:TYPE:CONE:LIMIT",
-                 "NAME[:TYPE[:KEY=VALUE,...]]",
-                 [&scene](const std::string& text) { return take_light(text, scene.render); });
-    app.add_option("--environment", scene.render.environment, "The environment shader of the document, or a new one, of an image")
+    add_repeated(
+        app, "--light",
+        "A light of the document, or a new one; TYPE: directional, "
+        "point, spot or 0 to 2; KEY: position, direction, color, intensity, "
+        "cone (full angle in degrees), limit (distance, 0 none). Also NAME:TYPE:CONE:LIMIT",
+        "NAME[:TYPE[:KEY=VALUE,...]]",
+        [&scene](const std::string& text) { return take_light(text, scene.render); });
+    app.add_option("--environment", scene.render.environment,
+                   "The environment shader of the document, or a new one, of an image")
         ->type_name("NAME[:FILE]");
     app.add_option("--volume", scene.render.volume, "The volume shader")->type_name("NAME");
     add_repeated(app, "--ambient", "The scene's ambient colour", "R,G,B,A",
@@ -374,7 +379,7 @@ void add_commands(CLI::App& app, Requests& requests, int& status)
     add_plan(app, requests.plan, status);
     add_panel(app, requests.panel, status);
     add_window(app, requests.window, requests.plugin, status);
-    add_render_commands(app, status);
+    add_render_commands(app, export_for_renderer, status);
     add_check_command(app, status);
 }
 

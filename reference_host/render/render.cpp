@@ -121,13 +121,26 @@ std::vector<std::filesystem::path> folders_of(const Render_request& request)
     return folders;
 }
 
+std::string nowhere(const std::filesystem::path& file, const Render_request& request)
+{
+    std::string reason = "no such PNG or JPEG image";
+    if (file.is_absolute())
+        return reason;
+    std::string separator = " in ";
+    for (const auto& folder : folders_of(request)) {
+        reason += separator + "'" + (folder.empty() ? "." : folder.string()) + "'";
+        separator = ", ";
+    }
+    return reason;
+}
+
 // Looks for the image beside the shader and in the search paths. Null with the reason when none can
 // be used.
 std::shared_ptr<const Image> find_image(const std::string& name, const Render_request& request,
                                         std::string& reason)
 {
     const std::filesystem::path file(name);
-    reason = "no such PNG or JPEG image";
+    reason = nowhere(file, request);
     for (const auto& folder : folders_of(request)) {
         const std::string path = (folder / file).string();
         std::error_code ignored;

@@ -1,7 +1,9 @@
 #include "reference_host/render/render_command.h"
 
+#include "reference_host/render/contact_sheet.h"
 #include "reference_host/render/image.h"
 #include "reference_host/render/render.h"
+#include "reference_host/system/temporary_folder.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -27,13 +29,83 @@ const std::map<std::string, Backdrop> backdrops = {{"plain", Backdrop::plain},
                                                    {"checker", Backdrop::checker},
                                                    {"environment", Backdrop::environment}};
 
-int run_render(const Render_request& request)
+// What the command is asked with.
+struct Picture_request {
+    Render_request render;
+    Document_request document;
+};
+
+Render_result render_with_messages(const Render_request& request)
 {
-    const Render_result result = render(request);
+    Render_result result = render(request);
     for (const std::string& note : result.notes)
         std::fprintf(stderr, "note: %s\n", note.c_str());
     std::fputs(result.error.c_str(), stderr);
-    return result.drawn ? 0 : 1;
+    return result;
+}
+
+bool is_document(const std::string& file)
+{
+    constexpr char ending[] = ".mtlx";
+    constexpr std::size_t length = sizeof ending - 1;
+    return file.size() > length && file.compare(file.size() - length, length, ending) == 0;
+}
+
+// Draws the exported materials on a sheet; those that fail are left out, and told.
+int render_sheet(const Picture_request& request, const std::vector<Exported_shader>& shaders)
+{
+    std::vector<Named_picture> pictures;
+    for (const Exported_shader& shader : shaders) {
+        if (shader.files.empty())
+            continue;
+        Render_request one = request.render;
+        one.picture_file.clear();
+        one.shader_files = shader.files;
+        const Render_result result = render_with_messages(one);
+        if (result.drawn)
+            pictures.push_back({shader.name, encode(result.picture, one.encoding)});
+    }
+    if (pictures.empty())
+        return 1;
+    std::string reason;
+    if (!write_png(contact_sheet(pictures), request.render.picture_file, reason)) {
+        std::fprintf(stderr, "%s: cannot be written: %s\n", request.render.picture_file.c_str(),
+                     reason.c_str());
+        return 1;
+    }
+    return pictures.size() == shaders.size() ? 0 : 1;
+}
+
+int render_document(const Picture_request& request, const Document_exporter& exporter)
+{
+    const Temporary_folder folder;
+    Document_request document = request.document;
+    document.document = request.render.shader_files[0];
+    document.environment_file = request.render.environment_file;
+    document.search_path = request.render.search_paths;
+    const std::vector<Exported_shader> shaders = exporter(document, folder.path());
+    if (document.all)
+        return render_sheet(request, shaders);
+    if (shaders.empty() || shaders[0].files.empty())
+        return 1;
+    Render_request one = request.render;
+    one.shader_files = shaders[0].files;
+    return render_with_messages(one).drawn ? 0 : 1;
+}
+
+int run_render(const Picture_request& request, const Document_exporter& exporter)
+{
+    const std::vector<std::string>& files = request.render.shader_files;
+    if (files.size() == 1 && is_document(files[0]))
+        return render_document(request, exporter);
+    const Document_request& document = request.document;
+    if (document.all || !document.node.empty() || !document.lights.empty()) {
+        std::fputs("--all, --node and --light are for documents (.mtlx); exported shaders have "
+                   "their lights\n",
+                   stderr);
+        return 1;
+    }
+    return render_with_messages(request.render).drawn ? 0 : 1;
 }
 
 struct Compare_request {
@@ -70,51 +142,81 @@ int run_compare(const Compare_request& request)
     return *std::max_element(difference->begin(), difference->end()) <= request.limit ? 0 : 1;
 }
 
-void add_render(CLI::App& app, int& exit_status)
+// What is drawn.
+void add_subject(CLI::App& command, const std::shared_ptr<Picture_request>& picture)
 {
-    auto* command = app.add_subcommand("render", "Draw an exported shader on a sphere");
-    const auto request = std::make_shared<Render_request>();
+    Render_request* const request = &picture->render;
+    Document_request* const document = &picture->document;
     command
-        ->add_option("files", request->shader_files,
-                     "A GLSL pair, vertex shader first, or one CgFX or HLSL effect")
+        .add_option(
+            "files", request->shader_files,
+            "A GLSL pair, vertex shader first, one CgFX or HLSL effect, or a MaterialX document")
         ->required()
         ->expected(1, 2);
-    command->add_option("-o,--output", request->picture_file, "The PNG file to write")->required();
+    command.add_option("-o,--output", request->picture_file, "The PNG file to write")->required();
     command
-        ->add_option("--search-path", request->search_paths, "A folder with textures; repeatable")
+        .add_option("--search-path", request->search_paths, "A folder with textures; repeatable")
         ->allow_extra_args(false);
-    command->add_option("--size", request->size, "Width and height in pixels")
+    command.add_option("--cg-compiler", request->cg_compiler, "The program cgc");
+    command.add_flag("--all", document->all, "All materials of the document, on one sheet");
+    command
+        .add_option("--node", document->node,
+                    "The node of the document (default: its first material)")
+        ->type_name("NAME");
+    command.add_option("--as", document->target, "Export the document as glsl|cgfx|hlsl")
+        ->check(CLI::IsMember({"glsl", "cgfx", "hlsl"}))
         ->capture_default_str();
-    command->add_option("--shape", request->view.shape, "What is drawn: sphere|plane|cube|ball")
+    command
+        .add_option("--light", document->lights,
+                    "A light, as for export (default: the document's, else key and fill)")
+        ->type_name("LIGHT")
+        ->allow_extra_args(false);
+}
+
+// How it is looked at.
+void add_view(CLI::App& command, const std::shared_ptr<Picture_request>& picture)
+{
+    Render_request* const request = &picture->render;
+    command.add_option("--size", request->size, "Width and height in pixels")
+        ->capture_default_str();
+    command.add_option("--shape", request->view.shape, "What is drawn: sphere|plane|cube|ball")
         ->transform(CLI::CheckedTransformer(shapes))
         ->type_name("SHAPE");
     command
-        ->add_option("--backdrop", request->view.backdrop,
-                     "What is behind it: plain|checker|environment")
+        .add_option("--backdrop", request->view.backdrop,
+                    "What is behind it: plain|checker|environment")
         ->transform(CLI::CheckedTransformer(backdrops))
         ->type_name("BACKDROP");
     command
-        ->add_option("--environment", request->environment_file,
-                     "A latitude-longitude image (PNG, JPEG, HDR) for cube maps and the backdrop")
+        .add_option("--environment", request->environment_file,
+                    "A latitude-longitude image (PNG, JPEG, HDR) for cube maps and the backdrop")
         ->type_name("FILE");
-    command->add_flag_callback(
+    command.add_flag_callback(
         "--linear", [request] { request->encoding = Encoding::linear; },
         "Write linear values instead of encoding them for a screen (sRGB)");
     command
-        ->add_option("--samples", request->view.samples,
-                     "Samples across and down each pixel, 1 to 4; 1: one in the middle")
+        .add_option("--samples", request->view.samples,
+                    "Samples across and down each pixel, 1 to 4; 1: one in the middle")
         ->capture_default_str();
     command
-        ->add_option("--field-of-view", request->view.camera.field_of_view,
-                     "What the camera sees, in degrees; 40 fills the picture with the sphere")
+        .add_option("--field-of-view", request->view.camera.field_of_view,
+                    "What the camera sees, in degrees; 40 fills the picture with the sphere")
         ->capture_default_str();
     command
-        ->add_option("--background", request->view.background,
-                     "The linear colour behind the object: R,G,B")
+        .add_option("--background", request->view.background,
+                    "The linear colour behind the object: R,G,B")
         ->delimiter(',')
         ->expected(1);
-    command->add_option("--cg-compiler", request->cg_compiler, "The program cgc");
-    command->callback([request, &exit_status] { exit_status = run_render(*request); });
+}
+
+void add_render(CLI::App& app, const Document_exporter& exporter, int& exit_status)
+{
+    CLI::App& command = *app.add_subcommand("render", "Draw an exported shader or a document");
+    const auto picture = std::make_shared<Picture_request>();
+    add_subject(command, picture);
+    add_view(command, picture);
+    command.callback(
+        [picture, exporter, &exit_status] { exit_status = run_render(*picture, exporter); });
 }
 
 void add_compare(CLI::App& app, int& exit_status)
@@ -133,9 +235,9 @@ void add_compare(CLI::App& app, int& exit_status)
 
 } // namespace
 
-void add_render_commands(CLI::App& app, int& exit_status)
+void add_render_commands(CLI::App& app, const Document_exporter& exporter, int& exit_status)
 {
-    add_render(app, exit_status);
+    add_render(app, exporter, exit_status);
     add_compare(app, exit_status);
 }
 

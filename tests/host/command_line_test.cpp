@@ -267,3 +267,19 @@ TEST_F(Program, tells_why_a_plug_in_cannot_be_used)
     EXPECT_EQ(1, m_status);
     EXPECT_THAT(m_errors, HasSubstr("it has no function 'initializer'"));
 }
+
+TEST_F(Program, draws_a_document_with_lights_of_its_own_where_it_has_none)
+{
+    const std::string picture = m_folder.file("wood.png");
+    run({"render", sample("wood_textured"), "-o", picture, "--size", "32"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_EQ("", m_errors);
+    EXPECT_THAT(read_file(picture), HasSubstr("PNG"));
+}
+
+TEST_F(Program, draws_no_document_with_a_light_that_is_wrong)
+{
+    run({"render", sample("wood_textured"), "-o", m_folder.file("wood.png"), "--light", "a:area"});
+    EXPECT_EQ(2, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("'area' is no type of light"));
+}

@@ -1,5 +1,6 @@
 #include "reference_host/render/render_command.h"
 
+#include "reference_host/render/contact_sheet.h"
 #include "reference_host/render/image.h"
 #include "tests/render/test_files.h"
 
@@ -21,11 +22,11 @@ struct Outcome {
     std::string errors;
 };
 
-Outcome run(std::vector<std::string> arguments)
+Outcome run(std::vector<std::string> arguments, const Document_exporter& exporter = {})
 {
     CLI::App app;
     Outcome outcome;
-    add_render_commands(app, outcome.status);
+    add_render_commands(app, exporter, outcome.status);
     std::reverse(arguments.begin(), arguments.end()); // as CLI11 wants it
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
@@ -60,6 +61,95 @@ TEST(Render_command, failure_is_status_1_with_the_reason)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr("plain_f.gl"));
     EXPECT_FALSE(read_image(folder.path("a.png")));
+}
+
+// Exports nothing, but names shaders that are there, the last one failed.
+class Render_document : public testing::Test
+{
+protected:
+    Outcome render(std::vector<std::string> arguments)
+    {
+        arguments.insert(arguments.begin(), "render");
+        arguments.insert(arguments.end(), {"-o", picture(), "--size", "40"});
+        return run(arguments, [this](const Document_request& request, const std::string& folder) {
+            m_request = request;
+            EXPECT_NE("", folder);
+            return m_shaders;
+        });
+    }
+
+    std::string picture() const { return m_folder.path("a.png"); }
+
+    Test_folder m_folder;
+    std::vector<Exported_shader> m_shaders = {
+        {"first", {fixture("plain_v.gl"), fixture("plain_f.gl")}},
+        {"second", {fixture("plain_v.gl"), fixture("plain_f.gl")}},
+        {"third", {}}};
+    Document_request m_request;
+};
+
+TEST_F(Render_document, is_exported_as_asked_for_and_drawn)
+{
+    const Outcome outcome = render({"scene.mtlx", "--node", "Wood", "--as", "cgfx", "--light", "a",
+                                    "--light", "b:spot:cone=20", "--search-path", "images"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(m_request.document, "scene.mtlx");
+    EXPECT_EQ(m_request.node, "Wood");
+    EXPECT_EQ(m_request.target, "cgfx");
+    EXPECT_FALSE(m_request.all);
+    EXPECT_EQ(m_request.lights, (std::vector<std::string>{"a", "b:spot:cone=20"}));
+    EXPECT_EQ(m_request.search_path, std::vector<std::string>{"images"});
+    EXPECT_EQ(read_image(picture())->width, 40);
+}
+
+TEST_F(Render_document, is_not_drawn_when_its_export_failed)
+{
+    m_shaders = {{"only", {}}};
+    EXPECT_EQ(render({"scene.mtlx"}).status, 1);
+    EXPECT_FALSE(read_image(picture()));
+}
+
+TEST_F(Render_document, shows_all_materials_on_a_sheet_but_those_that_failed)
+{
+    EXPECT_EQ(render({"scene.mtlx", "--all"}).status, 1) << "the third one failed";
+    EXPECT_TRUE(m_request.all);
+    const auto two = read_image(picture());
+    ASSERT_TRUE(two);
+    EXPECT_GT(two->width, 80);
+    EXPECT_LT(two->height, 80);
+    m_shaders.pop_back();
+    EXPECT_EQ(render({"scene.mtlx", "--all"}).status, 0);
+}
+
+TEST_F(Render_document, alone_takes_nodes_and_lights)
+{
+    for (const std::vector<std::string>& option :
+         std::vector<std::vector<std::string>>{{"--all"}, {"--node", "a"}, {"--light", "a"}}) {
+        std::vector<std::string> arguments = {fixture("plain_v.gl"), fixture("plain_f.gl")};
+        arguments.insert(arguments.end(), option.begin(), option.end());
+        const Outcome outcome = render(arguments);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(outcome.errors, HasSubstr("are for documents"));
+    }
+}
+
+TEST(Contact_sheet, has_a_column_for_each_row_and_a_name_under_each_picture)
+{
+    Image red(40, 40);
+    std::fill(red.pixels.begin(), red.pixels.end(), Pixel{255, 0, 0, 255});
+    const Image sheet = contact_sheet({{"AB", red}, {"", red}, {"C", red}});
+    EXPECT_EQ(sheet.width, 2 * (40 + 8) + 8);
+    EXPECT_EQ(sheet.height, 2 * (40 + 26) + 8);
+    EXPECT_EQ(sheet.at(8, 8), (Pixel{255, 0, 0, 255}));
+    const auto is_drawn_on = [&sheet](int left) {
+        for (int y = 48; y < 74; ++y)
+            for (int x = left; x < left + 40; ++x)
+                if (sheet.at(x, y)[0] > 200)
+                    return true;
+        return false;
+    };
+    EXPECT_TRUE(is_drawn_on(8));
+    EXPECT_FALSE(is_drawn_on(56)) << "no name, no text";
 }
 
 TEST(Render_command, missing_arguments_are_usage_errors)

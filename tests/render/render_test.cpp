@@ -210,6 +210,15 @@ TEST_F(Render_textures, are_found_in_a_search_path)
     expect_near(draw_stripes().at(middle, middle - 15), {255, 0, 0, 255}, 8);
 }
 
+TEST_F(Render_textures, are_missed_with_the_folders_that_were_searched)
+{
+    m_request.search_paths = {"/nonexistent/images"};
+    draw_stripes();
+    const std::string folder = m_folder.path("x").substr(0, m_folder.path("x").rfind('/'));
+    EXPECT_THAT(m_result.notes, Contains("stripes.png: no such PNG or JPEG image in '" + folder +
+                                         "', '/nonexistent/images'; a checker stands in"));
+}
+
 TEST_F(Render_textures, are_read_once_however_many_samplers_name_them)
 {
     write_stripes(m_folder.path("stripes.png"));
