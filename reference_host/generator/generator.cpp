@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
+#include <set>
 #include <stdexcept>
 
 namespace reference_host
@@ -110,24 +112,16 @@ public:
     {
     }
 
-    // Lowers the shader and learns which fields of the state it reads by default; false when it
-    // fails.
+    // False when it fails.
     bool lower_to_module(const Shader_request& request, Diagnostics& diagnostics)
     {
         return guarded(m_shader, diagnostics, [&] {
             Lowered_shader lowered = lower(request);
             m_module = std::move(lowered.module);
+            m_known = std::move(lowered.known);
             m_warnings = std::move(lowered.warnings);
-            Pass_settings known;
-            known.switches = std::move(lowered.known);
-            specialise(m_module, known);
-            const Text_options options;
-            Diagnostics warnings_of_defaults;
-            const Text_plan plan =
-                make_plan(Language::cg, m_options, options, m_settings, warnings_of_defaults);
-            Module by_default = m_module;
-            run_passes(by_default, plan.passes, "check");
-            m_state = collect_uses(by_default).fields_of("State");
+            if (m_module.has_refusals)
+                read_by_default();
         });
     }
 
@@ -138,8 +132,7 @@ public:
         std::vector<std::string> texts;
         const Text_options read = read_text_options(options, found);
         const bool good = !has_errors(found) && guarded(m_shader, found, [&] {
-            const Text_plan plan =
-                make_plan(language_of(target, read), m_options, read, m_settings, found);
+            const Text_plan plan = planned_text(language_of(target, read), read, found);
             found.insert(found.end(), m_warnings.begin(), m_warnings.end());
             texts = write(planned(m_module, plan), plan, found);
         });
@@ -151,19 +144,45 @@ public:
     {
         if (name == "tangent_space")
             return uses_state("texture_tangent") || uses_state("texture_binormal");
-        return std::any_of(m_state.begin(), m_state.end(), [&](const std::string& field) {
+        const std::set<std::string>& fields = read_by_default();
+        return std::any_of(fields.begin(), fields.end(), [&](const std::string& field) {
             return field == name ||
                    (name == "texture_coordinate" && field.compare(0, name.size(), name) == 0);
         });
     }
 
 private:
+    Text_plan planned_text(Language language, const Text_options& options,
+                           Diagnostics& diagnostics) const
+    {
+        Text_plan plan = make_plan(language, m_options, options, m_settings, diagnostics);
+        for (const auto& [which, value] : m_known)
+            plan.passes.switches[which] = value;
+        return plan;
+    }
+
+    // The fields of the state that the text of default options reads. It costs half a text, so that
+    // it waits until somebody asks. Throws Refusal, at the first time.
+    const std::set<std::string>& read_by_default() const
+    {
+        if (!m_state) {
+            const Text_options options;
+            Diagnostics warnings_of_defaults;
+            Module module = m_module;
+            run_passes(module, planned_text(Language::cg, options, warnings_of_defaults).passes,
+                       "check");
+            m_state = collect_uses(module).fields_of("State");
+        }
+        return *m_state;
+    }
+
     const Node& m_shader;
     Group_options m_options;
     Generator_settings m_settings;
-    Module m_module; // with everything that options of texts decide left open
+    Module m_module;       // with all switches left open
+    Switch_values m_known; // what the document decides of them
     Diagnostics m_warnings;
-    std::set<std::string> m_state;
+    mutable std::optional<std::set<std::string>> m_state;
 };
 
 std::unique_ptr<Compiled_shader>

@@ -62,17 +62,29 @@ Graph_builder::Graph_builder(Lowering_context& context, const Node& shader,
 {
 }
 
+void Graph_builder::make_current(const Node& node)
+{
+    m_current = &node;
+    m_origin = m_context.origin_of(node);
+}
+
+Expr Graph_builder::noted_refusal(const Shading_type& type, const std::string& reason)
+{
+    m_context.module.has_refusals = true;
+    return with_origin(refused(type, reason), m_origin);
+}
+
 // Evaluates what is connected to the inputs that the texts name, and makes the shader current.
 void Graph_builder::begin_shader(const std::string& texts)
 {
-    m_current = &m_shader;
+    make_current(m_shader);
     const Node_definition* definition = m_shader.definition;
     if (!definition)
-        throw Refusal(origin(), no_such_node);
+        throw Refusal(m_origin, no_such_node);
     for (const Input& given : m_shader.inputs)
         if (given.source && names_word(texts, given.name))
             evaluate(*given.source);
-    m_current = &m_shader;
+    make_current(m_shader);
     m_definition = definition;
 }
 
@@ -141,10 +153,10 @@ void Graph_builder::evaluate(const Node& root)
 
 void Graph_builder::compute(const Node& node)
 {
-    m_current = &node;
+    make_current(node);
     m_definition = node.definition;
     if (!m_definition) {
-        m_values[&node] = {with_origin(refused(shading_type(node.type), no_such_node), origin())};
+        m_values[&node] = {noted_refusal(shading_type(node.type), no_such_node)};
         return;
     }
     for (const Output_definition& shared : m_definition->shared)
@@ -164,15 +176,15 @@ Expr Graph_builder::compute(const Output_definition& output, const std::string& 
     Expr value;
     try {
         if (output.implementation.text.empty())
-            throw Refusal(origin(), "a shader cannot be an input of a pattern");
+            throw Refusal(m_origin, "a shader cannot be an input of a pattern");
         value = as_type(parsed(output.implementation), type);
     } catch (const Refusal& refusal) {
-        value = with_origin(refused(type, refusal.what()), origin());
+        value = noted_refusal(type, refusal.what());
     }
     if (is_simple(value))
         return value;
     const std::string unique = m_context.names.take(name);
-    m_statements.push_back(let(unique, with_origin(value, origin())));
+    m_statements.push_back(let(unique, with_origin(value, m_origin)));
     m_statements.back().type = type;
     return variable(type, unique);
 }
@@ -183,7 +195,7 @@ Expr Graph_builder::parsed(const Shade_text& implementation)
     try {
         return parse_expression(implementation, *this);
     } catch (const Notation_error& error) {
-        throw Refusal(origin(), error.what());
+        throw Refusal(m_origin, error.what());
     }
 }
 
@@ -197,7 +209,7 @@ Expr Graph_builder::find_variable(const std::string& name)
     if (Expr source = find_scene_value(name))
         return source;
     const Expr known = m_context.library.find_variable(name);
-    return known ? with_origin(known, origin()) : nullptr;
+    return known ? with_origin(known, m_origin) : nullptr;
 }
 
 Shading_type Graph_builder::find_type(const std::string& name)
@@ -236,7 +248,7 @@ Expr Graph_builder::connected(const Input& input)
     if (!definition && values != m_values.end())
         return values->second[0];
     if (!output || values == m_values.end())
-        throw Refusal(origin(), "input \"" + input.name + "\" is connected to no value");
+        throw Refusal(m_origin, "input \"" + input.name + "\" is connected to no value");
     const Expr value =
         values->second[static_cast<std::size_t>(output - definition->outputs.data())];
     return input.channels.empty() ? value : channels_of({value, text_literal(input.channels)});
@@ -298,7 +310,7 @@ Expr Graph_builder::call(const std::string& function, std::vector<Expr> argument
     const auto special = specials.find(function);
     if (special != specials.end())
         return (this->*special->second)(arguments);
-    return with_origin(m_context.library.call(function, std::move(arguments)), origin());
+    return with_origin(m_context.library.call(function, std::move(arguments)), m_origin);
 }
 
 Graph_builder::File Graph_builder::file_of_current(const Expr& argument) const
@@ -342,7 +354,7 @@ Expr Graph_builder::texel(const std::vector<Expr>& arguments, bool decodes)
         return fallback;
     const File file = file_of_current(arguments[0]);
     if (!is_known_color_space(file.color_space))
-        throw Refusal(origin(), "the colour space \"" + file.color_space + "\" is unknown");
+        throw Refusal(m_origin, "the colour space \"" + file.color_space + "\" is unknown");
     const Expr sampler = m_context.uniforms.texture(
         file.name, false, texture_name(file),
         file.input && file.input->parameter ? file.input->parameter->ui : Ui_hints());
@@ -389,7 +401,7 @@ Expr Graph_builder::texture_set(const std::vector<Expr>& arguments)
 {
     const Expr& set = arguments.at(0);
     if (!is_literal(set) || set->numbers[0] < 0 || set->numbers[0] >= texture_sets)
-        throw Refusal(origin(), "there are four sets of texture coordinates, 0 to 3");
+        throw Refusal(m_origin, "there are four sets of texture coordinates, 0 to 3");
     return state_field(static_cast<State_field>(static_cast<int>(State_field::texture_coordinate0) +
                                                 static_cast<int>(set->numbers[0])));
 }
@@ -400,7 +412,7 @@ Expr Graph_builder::channels_of(const std::vector<Expr>& arguments)
     const Expr& value = arguments.at(0);
     const std::string& channels = arguments.at(1)->name;
     if (channels.empty() || channels.size() > 4)
-        throw Refusal(origin(), "one to four channels are needed");
+        throw Refusal(m_origin, "one to four channels are needed");
     const std::string letters = position_letters(channels);
     const int count = component_count(value->type);
     const auto missing = [&](char letter) {
@@ -416,7 +428,7 @@ Expr Graph_builder::channels_of(const std::vector<Expr>& arguments)
         else if (!letter.empty() && !missing(letter[0]))
             parts.push_back(swizzle(value, letter));
         else
-            throw Refusal(origin(), "there are no channels \"" + channels + "\"");
+            throw Refusal(m_origin, "there are no channels \"" + channels + "\"");
     }
     return construct(float_kind(static_cast<int>(parts.size())), parts);
 }
@@ -428,7 +440,7 @@ Expr Graph_builder::transform_names(const std::vector<Expr>& arguments)
     for (const Expr& name : arguments)
         if (!is_world(name) && !name->name.empty() && name->name != "object" &&
             name->name != "model")
-            throw Refusal(origin(), "there is no space \"" + name->name + "\"");
+            throw Refusal(m_origin, "there is no space \"" + name->name + "\"");
     const bool from_world = is_world(arguments.at(0));
     const bool to_world = is_world(arguments.at(1));
     return text_literal(from_world == to_world ? "" : (to_world ? "to world" : "to object"));
@@ -446,7 +458,7 @@ Expr Graph_builder::tangent_space_normal(const std::vector<Expr>& arguments)
 // refused(reason): for nodes that no target can express.
 Expr Graph_builder::refuse(const std::vector<Expr>& arguments)
 {
-    throw Refusal(origin(), arguments.at(0)->name);
+    throw Refusal(m_origin, arguments.at(0)->name);
 }
 
 // vertex_property(name, default): a property of the mesh by its usual names.

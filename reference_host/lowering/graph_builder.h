@@ -59,7 +59,8 @@ private:
     Expr given_value(const Node& node, const Input& input, const Input_definition& defined);
     Expr absent_value(const Node& node, const Input_definition& defined);
     Expr editable(const Input_definition& defined, const Value& value, Ui_hints ui);
-    const Origin* origin() { return m_context.origin_of(*m_current); }
+    void make_current(const Node& node);
+    Expr noted_refusal(const Shading_type& type, const std::string& reason);
 
     Expr image(const std::vector<Expr>& arguments);
     Expr color_image(const std::vector<Expr>& arguments);
@@ -85,6 +86,7 @@ private:
     const Node& m_shader;
     std::string m_prefix;
     const Node* m_current = nullptr;
+    const Origin* m_origin = nullptr;                            // of m_current
     const Node_definition* m_definition = nullptr;               // of m_current
     std::unordered_map<std::string, Expr> m_shared;              // values of m_current by name
     std::unordered_map<const Node*, std::vector<Expr>> m_values; // by output

@@ -1,11 +1,18 @@
 #include "reference_host/passes/passes.h"
 
+#include <algorithm>
+#include <iterator>
 #include <unordered_map>
 
 namespace reference_host
 {
 namespace
 {
+
+bool is_simple_let(const Statement& statement)
+{
+    return statement.kind == Statement::Kind::let && is_simple(statement.value);
+}
 
 void inline_lets(Statements& statements)
 {
@@ -16,15 +23,15 @@ void inline_lets(Statements& statements)
         const auto found = simple.find(expression->name);
         return found == simple.end() ? expression : found->second;
     };
-    Statements all = std::move(statements);
-    statements.clear();
-    for (Statement& statement : all) {
+    const auto first = std::find_if(statements.begin(), statements.end(), is_simple_let);
+    Statements rest(std::make_move_iterator(first), std::make_move_iterator(statements.end()));
+    statements.erase(first, statements.end());
+    for (Statement& statement : rest) {
         Statements one;
         one.push_back(std::move(statement));
-        if (!simple.empty())
-            replace(one, known);
+        replace(one, known);
         for (Statement& left : one)
-            if (left.kind == Statement::Kind::let && is_simple(left.value))
+            if (is_simple_let(left))
                 simple[left.name] = left.value;
             else
                 statements.push_back(std::move(left));

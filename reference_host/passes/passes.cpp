@@ -38,6 +38,8 @@ void specialise(Module& module, const Pass_settings& settings)
 
 void check_expressible(Module& module, const Pass_settings&)
 {
+    if (!module.has_refusals)
+        return;
     for (const Function& function : module.functions)
         visit(function.body, [](const Expression& expression) {
             if (expression.op == Op::refused)

@@ -1,5 +1,4 @@
 #include "reference_host/passes/passes.h"
-#include "reference_host/passes/uses.h"
 
 #include <algorithm>
 #include <map>
@@ -50,11 +49,13 @@ void visit_reads(const Expression& expression, const Reads_by_function& reads,
     }
 }
 
-// Functions stand behind those that they call.
+// Functions stand behind those that they call; nobody calls the entry.
 Reads_by_function field_reads(const Module& module)
 {
     Reads_by_function reads;
     for (const Function& function : module.functions) {
+        if (&function == &module.entry())
+            break;
         Field_reads& own = reads[function.name];
         const auto note = [&](const Expression& variable, const std::string& field) {
             own.insert({variable.type.structure, field});
@@ -82,6 +83,7 @@ public:
     void take_out(Statements& statements)
     {
         Statements kept;
+        kept.reserve(statements.size());
         for (auto statement = statements.rbegin(); statement != statements.rend(); ++statement) {
             if (is_dead(*statement))
                 continue;
@@ -194,11 +196,27 @@ void keep_reached(std::vector<Function>& functions)
 }
 
 template<class Declared>
-void keep_named(std::vector<Declared>& declared, const std::set<std::string>& names)
+void take_out(std::vector<Declared>& declared, const std::unordered_set<std::string>& names)
 {
     declared.erase(std::remove_if(declared.begin(), declared.end(),
-                                  [&](const Declared& one) { return names.count(one.name) == 0; }),
+                                  [&](const Declared& one) { return names.count(one.name) != 0; }),
                    declared.end());
+}
+
+void take_out_unread_uniforms(Module& module)
+{
+    std::unordered_set<std::string> unread;
+    for (const Module_parameter& parameter : module.parameters)
+        unread.insert(parameter.name);
+    for (const Module_texture& texture : module.textures)
+        unread.insert(texture.name);
+    for (const Function& function : module.functions)
+        visit(function.body, [&](const Expression& expression) {
+            if (expression.op == Op::variable && !unread.empty())
+                unread.erase(expression.name);
+        });
+    take_out(module.parameters, unread);
+    take_out(module.textures, unread);
 }
 
 } // namespace
@@ -218,9 +236,7 @@ void prune(Module& module, const Pass_settings&)
             function.parameters.clear();
     }
     keep_reached(module.functions);
-    const Uses uses = collect_uses(module);
-    keep_named(module.parameters, uses.variables);
-    keep_named(module.textures, uses.variables);
+    take_out_unread_uniforms(module);
 }
 
 } // namespace reference_host

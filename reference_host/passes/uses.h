@@ -7,12 +7,13 @@
 #include <map>
 #include <set>
 #include <string>
+#include <unordered_set>
 
 namespace reference_host
 {
 
 struct Uses {
-    std::set<std::string> variables;                     // also those that are only assigned
+    std::unordered_set<std::string> variables;           // also those that are only assigned
     std::map<std::string, std::set<std::string>> fields; // by the name of their structure
 
     void add(const Statements& statements);

@@ -15,6 +15,25 @@ Statement made(Statement::Kind kind, const Expr& value)
     return statement;
 }
 
+bool is_known_condition(const Statement& statement)
+{
+    return statement.kind == Statement::Kind::condition && is_literal(statement.value);
+}
+
+// Puts what conditions that are known lead to in their place.
+void take_branches(Statements& statements)
+{
+    Statements kept;
+    kept.reserve(statements.size());
+    for (Statement& statement : statements)
+        if (is_known_condition(statement))
+            append(kept,
+                   std::move(is_true(statement.value) ? statement.body : statement.otherwise));
+        else
+            kept.push_back(std::move(statement));
+    statements = std::move(kept);
+}
+
 } // namespace
 
 Statement let(const std::string& name, const Expr& value)
@@ -82,26 +101,21 @@ void visit(const Statements& statements, const std::function<void(const Expressi
 
 void replace(Statements& statements, const Replacement& replacement)
 {
-    Statements kept;
-    kept.reserve(statements.size());
+    bool any_known = false;
     for (Statement& statement : statements) {
         if (statement.target)
             statement.target = replaced(statement.target, replacement);
         if (statement.value)
             statement.value = replaced(statement.value, replacement);
-        const bool is_known =
-            statement.kind == Statement::Kind::condition && is_literal(statement.value);
-        Statements& taken =
-            is_known && !is_true(statement.value) ? statement.otherwise : statement.body;
-        if (!is_known)
+        any_known = any_known || is_known_condition(statement);
+        if (!is_known_condition(statement) || is_true(statement.value))
+            replace(statement.body, replacement);
+        if (!is_known_condition(statement) || !is_true(statement.value))
             replace(statement.otherwise, replacement);
-        replace(taken, replacement);
-        if (is_known)
-            append(kept, std::move(taken));
-        else
-            kept.push_back(std::move(statement));
     }
-    statements = std::move(kept);
+    // Most often the statements stay where they are.
+    if (any_known)
+        take_branches(statements);
 }
 
 void inline_result(Statements& statements)

@@ -61,6 +61,7 @@ struct Module {
     std::vector<Module_parameter> parameters;
     std::vector<Module_texture> textures;
     std::vector<Function> functions; // what is called stands before its callers, the entry last
+    bool has_refusals = false;       // of values that cannot be expressed
     std::shared_ptr<const std::deque<Origin>> origins; // what origins of expressions point to
 
     const Function& entry() const { return functions.back(); }

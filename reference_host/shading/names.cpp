@@ -20,7 +20,7 @@ bool is_letter_or_digit(char sign)
 bool is_reserved(const std::string& name, const std::string& lower, const Reserved_names& reserved)
 {
     // Words that hosts give a meaning to are kept out whatever their case.
-    if (reserved.words.count(name) || reserved.words.count(lower))
+    if (reserved.words.count(lower) || (name != lower && reserved.words.count(name)))
         return true;
     return std::any_of(
         reserved.prefixes.begin(), reserved.prefixes.end(),
@@ -80,10 +80,13 @@ std::string make_identifier(const std::string& name, const Reserved_names& reser
 std::string Names::take(const std::string& name)
 {
     const std::string identifier = make_identifier(name, m_reserved);
-    std::string taken = identifier;
-    for (int& number = m_last_number.emplace(identifier, 1).first->second;
-         !m_taken.insert(taken).second;)
+    if (m_taken.insert(identifier).second)
+        return identifier;
+    std::string taken;
+    int& number = m_last_number.emplace(identifier, 1).first->second;
+    do
         taken = identifier + "_" + std::to_string(++number);
+    while (!m_taken.insert(taken).second);
     return taken;
 }
 

@@ -97,7 +97,7 @@ public:
 
     std::string whole_effect()
     {
-        const Streams streams(m_module, m_plan);
+        const Streams streams(m_module.name, m_uses, m_plan);
         const Statements fragment = streams.fragment_body(back_face());
         m_uses.add(streams.vertex_body());
         m_uses.add(fragment);
@@ -105,7 +105,7 @@ public:
         return head() + sas_global() + transforms_text() + scene_text() + parameters_text(false) +
                textures_text() + parameters_text(true) +
                section("shading state",
-                       structures_text(m_module, m_plan, streams.fields(), m_printer) +
+                       structures_text(m_uses, m_plan, streams.fields(), m_printer) +
                            interfaces_text()) +
                section("vertex program", stream_structures(streams) + vertex_main(streams)) +
                section("shader", functions_text(m_module, m_printer, true)) +

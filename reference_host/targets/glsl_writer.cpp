@@ -20,9 +20,11 @@ public:
           m_options(plan.options),
           m_modern(plan.dialect.language == Language::glsl),
           m_printer(plan.dialect.language),
-          m_streams(module, plan),
+          m_uses(collect_uses(module)),
+          m_streams(module.name, m_uses, plan),
           m_fragment_body(m_streams.fragment_body(back_face()))
     {
+        m_uses.add(m_fragment_body);
         check_texture_count(module, m_options);
     }
 
@@ -41,14 +43,12 @@ public:
 
     std::string fragment_shader() const
     {
-        Uses uses = collect_uses(m_module);
-        uses.add(m_fragment_body);
-        return head("fragment") + scene_text(uses.variables) + parameters_text(false) +
+        return head("fragment") + scene_text(m_uses.variables) + parameters_text(false) +
                textures_text() + parameters_text(true) +
                section("streams", streams_text("varying", "in", "fragment_", m_streams.varyings()) +
                                       (m_modern ? "\nout vec4 fragment_color;\n" : "")) +
                section("shading state",
-                       structures_text(m_module, m_plan, m_streams.fields(), m_printer)) +
+                       structures_text(m_uses, m_plan, m_streams.fields(), m_printer)) +
                section("shader", functions_text(m_module, m_printer, true)) +
                section("fragment program", fragment_main());
     }
@@ -85,7 +85,7 @@ private:
                (initialized ? " = " + initial : "") + ";\n";
     }
 
-    std::string scene_text(const std::set<std::string>& used) const
+    std::string scene_text(const std::unordered_set<std::string>& used) const
     {
         std::string text;
         for (int i = 0; i < static_cast<int>(Host_value::none); ++i) {
@@ -146,6 +146,7 @@ private:
     const Text_options& m_options;
     bool m_modern;
     Printer m_printer;
+    Uses m_uses; // of the fragment shader
     Streams m_streams;
     Statements m_fragment_body;
 };

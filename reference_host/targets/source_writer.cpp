@@ -64,7 +64,7 @@ private:
 
     std::string state_text() const
     {
-        return structures_text(m_module, m_plan, {}, m_printer) +
+        return structures_text(m_uses, m_plan, {}, m_printer) +
                (m_uses.variables.count("lights") ? swrc_lights() : std::string());
     }
 

@@ -1,7 +1,5 @@
 #include "reference_host/targets/streams.h"
 
-#include "reference_host/passes/uses.h"
-
 #include <algorithm>
 #include <iterator>
 
@@ -100,9 +98,9 @@ Expr divided_by_w(const Expr& point)
 
 } // namespace
 
-Streams::Streams(const Module& module, const Text_plan& plan) : m_plan(plan)
+Streams::Streams(const std::string& shader, const Uses& uses, const Text_plan& plan) : m_plan(plan)
 {
-    choose_fields(module);
+    choose_fields(uses);
     add_clip_position();
     if (covers_screen(plan.options))
         add_screen_ray();
@@ -110,7 +108,7 @@ Streams::Streams(const Module& module, const Text_plan& plan) : m_plan(plan)
         add_field(field);
     if (plan.options.use_oit)
         add_oit();
-    check_semantics(module.name);
+    check_semantics(shader);
 }
 
 bool Streams::reads(State_field field) const
@@ -118,10 +116,10 @@ bool Streams::reads(State_field field) const
     return std::find(m_fields.begin(), m_fields.end(), field) != m_fields.end();
 }
 
-void Streams::choose_fields(const Module& module)
+void Streams::choose_fields(const Uses& uses)
 {
     const Text_options& options = m_plan.options;
-    std::set<std::string> names = collect_uses(module).fields_of("State");
+    std::set<std::string> names = uses.fields_of("State");
     if (m_plan.has_light_interface())
         names.insert({"position", "normal", "light_to_surface", "light_distance", "light_dotnl"});
     if ((options.face_forward || options.normals_face_forward) && names.count("normal"))

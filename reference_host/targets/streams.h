@@ -3,6 +3,7 @@
 #ifndef REFERENCE_HOST_TARGETS_STREAMS_H
 #define REFERENCE_HOST_TARGETS_STREAMS_H
 
+#include "reference_host/passes/uses.h"
 #include "reference_host/targets/legalise.h"
 
 #include <string>
@@ -22,7 +23,7 @@ class Streams
 public:
     // Throws Notation_error when the shader needs more than the language can hand over, or two
     // attributes of the vertex are bound to one semantic.
-    Streams(const Module& module, const Text_plan& plan);
+    Streams(const std::string& shader, const Uses& uses, const Text_plan& plan);
 
     const std::vector<Stream>& attributes() const { return m_attributes; }
     const std::vector<Stream>& varyings() const { return m_varyings; }
@@ -45,7 +46,7 @@ private:
     Expr transformed_direction(const Expr& direction, bool is_normal, Space target);
     Expr vertex_value(const State_field_row& row);
     Expr derived_value(State_field field);
-    void choose_fields(const Module& module);
+    void choose_fields(const Uses& uses);
     void add_clip_position();
     void add_screen_ray();
     void add_field(State_field field);

@@ -104,10 +104,9 @@ std::string structure_text(const std::string& name, const std::set<std::string>&
     return kept.fields.empty() ? "" : "\n" + printer.structure(kept);
 }
 
-std::string structures_text(const Module& module, const Text_plan& plan,
+std::string structures_text(const Uses& uses, const Text_plan& plan,
                             const std::vector<State_field>& fields, const Printer& printer)
 {
-    const Uses uses = collect_uses(module);
     std::set<std::string> state = uses.fields_of("State");
     for (const State_field field : fields)
         state.insert(row_of(field).name);

@@ -30,9 +30,9 @@ std::string section(const std::string& title, const std::string& part);
 std::string structure_text(const std::string& name, const std::set<std::string>& fields,
                            const Printer& printer);
 
-// State, Light_iterator and Surface as far as the module uses them, State also with the fields that
+// State, Light_iterator and Surface as far as they are used, State also with the fields that
 // are given.
-std::string structures_text(const Module& module, const Text_plan& plan,
+std::string structures_text(const Uses& uses, const Text_plan& plan,
                             const std::vector<State_field>& fields, const Printer& printer);
 
 // The functions, each after an empty line. The last one is left out where `with_last` is false.
