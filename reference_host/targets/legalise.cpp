@@ -91,17 +91,6 @@ void check_derivatives(const Module& module)
         });
 }
 
-// The state that a renderer fills is in world space and comes without matrices.
-void check_matrices(const Module& module)
-{
-    for (const Function& function : module.functions)
-        visit(function.body, [&](const Expression& e) {
-            if (e.op == Op::variable && e.type == Kind::matrix4 &&
-                find_host_value(e.name) != Host_value::none)
-                throw Refusal(e.origin, "the target has no matrix \"" + e.name + "\"");
-        });
-}
-
 } // namespace
 
 Expr host_matrix(Host_value value, const Text_plan& plan)
@@ -137,8 +126,6 @@ void legalise(Module& module, const Text_plan& plan)
         pass_lights(module, plan);
     if (!plan.dialect.has_derivatives)
         check_derivatives(module);
-    if (plan.dialect.shades_in_world)
-        check_matrices(module);
 }
 
 } // namespace reference_host

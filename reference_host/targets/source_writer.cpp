@@ -80,7 +80,24 @@ private:
             text += std::string(texture.cube ? "Sampler_cube " : "Sampler_2d ") + texture.name +
                     "; // " + one_line(texture_path(texture, m_plan.settings)) + "\n";
         text += m_uses.variables.count("time") ? "float time = 0.0f; // in seconds\n" : "";
+        text += matrices_text();
         return text.empty() ? "" : "\n" + text;
+    }
+
+    // The renderer knows where the object is; until it says so, that is the middle of the world.
+    std::string matrices_text() const
+    {
+        const Expr identity =
+            literal(Kind::matrix4, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
+        std::string text;
+        for (int i = 0; i < static_cast<int>(Host_value::none); ++i) {
+            const Expr matrix = host_variable(static_cast<Host_value>(i));
+            if (matrix->type == Kind::matrix4 && m_uses.variables.count(matrix->name))
+                text += wrapped_line(m_printer.type(matrix->type) + " " + matrix->name + " = " +
+                                         m_printer.expression(identity) + ";",
+                                     0);
+        }
+        return text.empty() ? "" : "// Of the object, by rows; the renderer sets them.\n" + text;
     }
 
     const Module& m_module;

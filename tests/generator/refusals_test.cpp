@@ -48,22 +48,6 @@ TEST(Refusals, derivatives_are_there_in_shaders_and_not_in_renderer_sources)
     }
 }
 
-TEST(Refusals, matrices_of_the_host_are_not_in_renderer_sources)
-{
-    const auto graph = graph_of(unlit(R"(
-<position name="p" type="vector3"/>
-<transformpoint name="moved" type="vector3">
-  <input name="in" type="vector3" nodename="p"/>
-  <input name="fromspace" type="string" value="object"/>
-  <input name="tospace" type="string" value="world"/>
-</transformpoint>
-<convert name="c" type="color3"><input name="in" type="vector3" nodename="moved"/></convert>)",
-                                      "c"));
-    EXPECT_TRUE(contains(generate_node(*graph, "shown", "FX", {}).text(), "mul(world, "));
-    EXPECT_EQ(generate_node(*graph, "shown", "Swrc", {}).messages(),
-              "node \"moved\" (transformpoint): the target has no matrix \"world\"\n");
-}
-
 TEST(Refusals, name_the_node_and_the_reason)
 {
     const struct {

@@ -110,6 +110,13 @@ struct Matrix
     Vector<N> rows[N];
 
     Matrix() = default;
+    template <std::size_t M>
+    explicit Matrix(const Matrix<M>& larger) // its upper left
+    {
+        for (std::size_t i = 0; i < N; i++)
+            for (std::size_t j = 0; j < N; j++)
+                rows[i][j] = larger[i][j];
+    }
     template <class... Parts>
     explicit Matrix(const Parts&... parts)
     {
