@@ -20,8 +20,9 @@ class Exporter_panel
 {
 public:
     // Builds the panel into `container`, whose sizer it may replace, for a width in pixels. All
-    // three must outlive the panel. The export-file field shows `file`, which the plug-in puts there
-    // from its setting: it knows how to get any bytes through a field. Empty: what the setting says.
+    // three must outlive the panel. The export-file field shows `file`, which the plug-in puts
+    // there from its setting: it knows how to get any bytes through a field. Empty: what the
+    // setting says.
     Exporter_panel(QZ::TSDK::IExporter& exporter, QZ::TSDK::IGraph_view* view, wxWindow& container,
                    int width, const std::string& file = {});
     ~Exporter_panel();

@@ -46,8 +46,9 @@ std::string usual_file()
             return file.string();
         looked_at += "\n  " + file.string();
     }
-    throw std::runtime_error(std::string(library_name) + " was not found; name it with --plugin or " +
-                             plugin_variable + ". It would be one of these:" + looked_at);
+    throw std::runtime_error(std::string(library_name) +
+                             " was not found; name it with --plugin or " + plugin_variable +
+                             ". It would be one of these:" + looked_at);
 }
 
 std::string lower_case(std::string text)

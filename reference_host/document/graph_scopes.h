@@ -47,8 +47,8 @@ struct Scopes {
 };
 
 // Makes all nodes, without their inputs, in the document's order. Throws Document_error for names
-// that are missing or exist twice, unknown types, and custom nodes that contain themselves. A node of
-// an unknown category is made: it matters only to what uses it.
+// that are missing or exist twice, unknown types, and custom nodes that contain themselves. A node
+// of an unknown category is made: it matters only to what uses it.
 Scopes make_scopes(const Document_files& files, Shader_graph& graph);
 
 // The type that an element declares. Throws Document_error when it is missing or unknown.

@@ -80,10 +80,10 @@ std::string full_name(const Node& node);
 const Node_definition* find_definition(const Node& node);
 
 struct Shader_graph {
-    std::string document;    // the file name that was opened, without its folder
-    std::string folder;      // the folder of that file; image files may be relative to it
+    std::string document;           // the file name that was opened, without its folder
+    std::string folder;             // the folder of that file; image files may be relative to it
     std::vector<std::string> files; // that were read: the document, then what it includes
-    std::string color_space; // the working colour space ("lin_rec709" when none is given)
+    std::string color_space;        // the working colour space ("lin_rec709" when none is given)
     std::vector<std::unique_ptr<Node>> nodes; // in the document's order
     std::vector<std::unique_ptr<Parameter>> parameters;
 

@@ -43,8 +43,7 @@ std::vector<std::string> Ledger::findings(const std::vector<Kept_reference>& kep
             }
         }
         if (missing > 0)
-            lines.push_back(entry->description() + " was not released (" +
-                            std::to_string(missing) +
+            lines.push_back(entry->description() + " was not released (" + std::to_string(missing) +
                             (missing == 1 ? " reference)" : " references)"));
         for (const std::string& misuse : entry->misuses())
             lines.push_back(entry->description() + " " + misuse);

@@ -30,8 +30,7 @@ std::optional<Hdr_image> read_hdr(const std::string& file)
         1LL * image.width * image.height > max_pixels)
         return std::nullopt;
     const std::unique_ptr<float, void (*)(void*)> data(
-        stbi_loadf_from_file(stream, &image.width, &image.height, &channels, 3),
-        stbi_image_free);
+        stbi_loadf_from_file(stream, &image.width, &image.height, &channels, 3), stbi_image_free);
     if (!data)
         return std::nullopt;
     for (long long i = 0; i < 1LL * image.width * image.height; ++i)
