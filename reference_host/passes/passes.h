@@ -37,7 +37,6 @@ const std::vector<Pass>& passes();
 // Runs the passes up to the one of that name, that one included.
 void run_passes(Module& module, const Pass_settings& settings, const std::string& last = "name");
 
-// One pair of files each.
 void specialise(Module& module, const Pass_settings& settings);
 void inline_lets(Module& module, const Pass_settings& settings);
 void prune(Module& module, const Pass_settings& settings);

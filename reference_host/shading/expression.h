@@ -3,8 +3,7 @@
 // Expressions are immutable and shared; what is computed once stands in a variable, so that trees
 // stay shallow. They are made by the functions below alone, which fold what is known: constant
 // arithmetic, sums with zero, products with one, choices by constants. These check nothing but what
-// they need; the parser of notation.h reports what cannot be, and verifier.h finds what a phase did
-// wrong.
+// they need; the parser of notation.h reports what cannot be.
 #ifndef REFERENCE_HOST_SHADING_EXPRESSION_H
 #define REFERENCE_HOST_SHADING_EXPRESSION_H
 

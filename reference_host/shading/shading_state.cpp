@@ -122,14 +122,6 @@ const State_field_row& row_of(State_field field)
     return fields[static_cast<std::size_t>(field)];
 }
 
-State_field find_state_field(const std::string& name)
-{
-    for (const State_field_row& row : fields)
-        if (name == row.name)
-            return row.field;
-    return State_field::none;
-}
-
 Expr state_variable()
 {
     static const Expr state = variable(Shading_type("State"), "state");

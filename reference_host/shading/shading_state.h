@@ -70,7 +70,6 @@ struct State_field_row {
 };
 
 const State_field_row& row_of(State_field field);
-State_field find_state_field(const std::string& name); // none when there is none of that name
 
 // The variable "state", and a field of it.
 Expr state_variable();
