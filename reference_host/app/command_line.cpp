@@ -390,6 +390,7 @@ int run_command_line(int argc, char** argv)
     CLI::App app("Exports the shaders of MaterialX documents through the plug-in of Tovira",
                  "shader-export");
     app.require_subcommand(1);
+    app.set_version_flag("--version", "shader-export " TOVIRAEXPORT_VERSION);
     Requests requests;
     int status = done;
     try {
