@@ -106,9 +106,8 @@ std::vector<Export_item> items_of(const std::string& file, const Batch_command& 
             command.materials.empty() ? materials_of(*graph) : command.materials;
         for (const std::string& name : names) {
             item.node = name;
-            item.error = graph->find_node(name)
-                             ? ""
-                             : file + ": error: the document has no node '" + name + "'";
+            item.error =
+                graph->find_node(name) ? "" : file + ": error: " + no_such_node(*graph, name);
             items.push_back(item);
         }
         if (names.empty())

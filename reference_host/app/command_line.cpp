@@ -4,6 +4,7 @@
 #include "reference_host/app/list_command.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/render_export.h"
+#include "reference_host/app/usage_error.h"
 #include "reference_host/check/check_command.h"
 #include "reference_host/document/value_parser.h"
 #include "reference_host/render/render_command.h"
@@ -369,9 +370,25 @@ void add_window(CLI::App& app, Scene_request& scene, std::string& plugin, int& s
     command->callback([&] { status = show_window(scene, plugin); });
 }
 
+// "help export" prints what "export --help" prints.
+void add_help(CLI::App& app)
+{
+    CLI::App* command = app.add_subcommand("help", "Tells the options of a command");
+    CLI::Option* name = command->add_option("COMMAND", "The command (default: all in short)");
+    command->callback([&app, name] {
+        // The program's own help() would be that of the command at work, this one.
+        const std::string help =
+            name->empty()
+                ? app.get_formatter()->make_help(&app, app.get_name(), CLI::AppFormatMode::Normal)
+                : find_command(app, name->results().front()).help(app.get_name());
+        std::fputs(help.c_str(), stdout);
+    });
+}
+
 // The requests are filled while the command line is parsed, and must outlive that.
 void add_commands(CLI::App& app, Requests& requests, int& status)
 {
+    add_help(app);
     add_list(app, requests.plugin, requests.lists_as_json, status);
     add_nodes(app, requests.nodes, status);
     add_export(app, requests.exported, status);
@@ -395,9 +412,16 @@ int run_command_line(int argc, char** argv)
     int status = done;
     try {
         add_commands(app, requests, status);
+        app.footer(
+            "Exit status: 0 done, 1 not done, 2 wrong usage.\n"
+            "Example: shader-export export wood.mtlx --exporter \"Custom GLSL\" --output wood");
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? done : wrong_usage;
+        if (error.get_exit_code() == 0)
+            return app.exit(error); // help or version
+        std::fprintf(stderr, "shader-export: error: %s\nRun with --help for more information.\n",
+                     usage_error(app, error).c_str());
+        return wrong_usage;
     } catch (const Document_failure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return not_done;

@@ -1,5 +1,6 @@
 #include "reference_host/app/opened_document.h"
 
+#include "reference_host/app/suggestion.h"
 #include "reference_host/document/materialx_reader.h"
 
 #include <filesystem>
@@ -38,7 +39,7 @@ const Node& chosen_node(const Shader_graph& graph, const Scene_request& request)
     }
     if (const Node* node = graph.find_node(request.node))
         return *node;
-    throw std::invalid_argument("the document has no node '" + request.node + "'");
+    throw std::invalid_argument(no_such_node(graph, request.node));
 }
 
 // Where an image lies: in the document's folder or one of the search path; as if in the document's
@@ -59,6 +60,19 @@ fs::path find_image(const std::string& name, const std::string& folder,
 }
 
 } // namespace
+
+std::string no_such_node(const Shader_graph& graph, const std::string& name)
+{
+    std::vector<std::string> names;
+    for (const auto& node : graph.nodes)
+        names.push_back(full_name(*node));
+    std::string text = "the document has no node '" + name + "'" + suggestion(name, names);
+    for (const auto& node : graph.nodes) {
+        if (node->category == "surfacematerial" || node->type == Type::surfaceshader)
+            text += "\n  " + full_name(*node) + "  " + node->category;
+    }
+    return text + "\n  (the command 'nodes' lists all " + std::to_string(names.size()) + ")";
+}
 
 std::unique_ptr<Shader_graph> open_document(const std::string& file,
                                             const std::vector<std::string>& search_path)

@@ -27,6 +27,10 @@ std::unique_ptr<Shader_graph> open_document(const std::string& file,
 // surface shader; null when there is neither.
 const Node* default_node(const Shader_graph& graph);
 
+// What to say of a node that the document does not have: the one that may be meant, and those that
+// can be exported.
+std::string no_such_node(const Shader_graph& graph, const std::string& name);
+
 class Opened_document
 {
 public:

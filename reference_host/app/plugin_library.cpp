@@ -1,5 +1,6 @@
 #include "reference_host/app/plugin_library.h"
 
+#include "reference_host/app/suggestion.h"
 #include "reference_host/system/file_access.h"
 
 #include <dlfcn.h>
@@ -115,9 +116,10 @@ int Plugin_library::find_exporter(const std::string& wanted) const
     }
     if (fitting.size() == 1)
         return fitting.front();
+    const std::string near = suggestion(wanted, names);
     throw std::invalid_argument(
-        (fitting.empty() ? "no exporter fits '" : "several exporters fit '") + wanted +
-        "'; there are:" + listing(names));
+        (fitting.empty() ? "no exporter fits '" : "several exporters fit '") + wanted + "'" +
+        (near.empty() ? "; there are:" : near + " There are:") + listing(names));
 }
 
 bool Plugin_library::fits(const std::string& wanted, int index) const

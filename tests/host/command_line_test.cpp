@@ -179,7 +179,7 @@ TEST_F(Program, calls_wrong_usage_by_its_name)
         const char* error;
     } rows[] = {
         {{}, "subcommand"},
-        {{"frobnicate"}, "subcommand"},
+        {{"frobnicate"}, "unknown command 'frobnicate'"},
         {{"export", wood, "--exporter", "5"}, "--output is required"},
         {{"export", wood, "--exporter", "fx", "--output", "x"}, "several exporters fit 'fx'"},
         {{"export", wood, "--exporter", "8", "--output", "x"}, "no exporter fits '8'"},

@@ -16,3 +16,50 @@ TEST_F(Program, tells_its_version)
     EXPECT_EQ("shader-export " PROJECT_VERSION "\n", m_output);
     EXPECT_EQ("", m_errors);
 }
+
+TEST_F(Program, helps_with_a_command_as_the_command_itself_does)
+{
+    run({"export", "--help"});
+    const std::string help = m_output;
+    EXPECT_THAT(help, HasSubstr("--overwrite-edited"));
+    run({"help", "export"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_EQ(help, m_output);
+}
+
+TEST_F(Program, helps_with_itself_when_no_command_is_named)
+{
+    run({"--help"});
+    const std::string help = m_output;
+    EXPECT_THAT(help, HasSubstr("Exit status: 0 done"));
+    run({"help"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_EQ(help, m_output);
+}
+
+TEST_F(Program, suggests_the_word_that_is_near_an_unknown_one)
+{
+    const std::string wood = sample("wood_textured");
+    const struct {
+        std::vector<std::string> arguments;
+        const char* error;
+    } rows[] = {
+        {{"frobnicate"}, "error: unknown command 'frobnicate'\n"},
+        {{"exprot"}, "error: unknown command 'exprot'; did you mean 'export'?\n"},
+        {{"help", "bacht"}, "error: unknown command 'bacht'; did you mean 'batch'?\n"},
+        {{"export", wood, "--exportr", "5", "--output", "x"},
+         "error: unknown option '--exportr'; did you mean '--exporter'?\n"},
+        {{"list", "--jsno=1"}, "error: unknown option '--jsno'; did you mean '--json'?\n"},
+        {{"list", "--frobnicate"}, "error: unknown option '--frobnicate'\n"},
+        {{"export", wood, "--plugin", PLUGIN, "--exporter", "Custom CgXF", "--output", "x"},
+         "error: no exporter fits 'Custom CgXF'; did you mean 'Custom CgFX'? There are:\n"},
+        {{"export", wood, "--plugin", PLUGIN, "--exporter", "5", "--output", "x", "--node", "Wod"},
+         "error: the document has no node 'Wod'; did you mean 'Wood'?\n"},
+    };
+    for (const auto& row : rows) {
+        run(row.arguments);
+        EXPECT_EQ(2, m_status) << row.error << "\n" << m_errors;
+        EXPECT_EQ("", m_output);
+        EXPECT_THAT(m_errors, HasSubstr(row.error));
+    }
+}
