@@ -47,9 +47,9 @@ std::string quoted(const std::vector<std::string>& arguments)
 void Program::run(const std::vector<std::string>& arguments, const std::string& before)
 {
     const std::string input = before.find_first_of("<|") == std::string::npos ? " </dev/null" : "";
-    const std::string line = "cd '" + m_folder.path() + "'; " + before +
-                             " env -u DISPLAY '" SHADER_EXPORT "'" + quoted(arguments) + " >'" +
-                             m_folder.file(".out") + "' 2>'" + m_folder.file(".err") + "'" + input;
+    const std::string line = "cd '" + m_folder.path() + "'; " + before + " env -u DISPLAY '" +
+                             m_program + "'" + quoted(arguments) + " >'" + m_folder.file(".out") +
+                             "' 2>'" + m_folder.file(".err") + "'" + input;
     const int result = std::system(line.c_str());
     m_status = WIFEXITED(result) ? WEXITSTATUS(result) : -1;
     m_output = read_file(m_folder.file(".out"));

@@ -27,6 +27,7 @@ protected:
     std::string output() const { return m_folder.file("wood"); }
 
     Temporary_folder m_folder;
+    std::string m_program = SHADER_EXPORT;
     int m_status = -1; // -1: ended by a signal
     std::string m_output;
     std::string m_errors;

@@ -63,3 +63,31 @@ TEST_F(Program, suggests_the_word_that_is_near_an_unknown_one)
         EXPECT_THAT(m_errors, HasSubstr(row.error));
     }
 }
+
+TEST_F(Program, takes_the_plug_in_that_the_environment_names)
+{
+    run({"list"}, "TOVIRAEXPORT_PLUGIN='" MISBEHAVING_PLUGIN "'");
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, StartsWith("0  forgets a reference\n"));
+}
+
+TEST_F(Program, takes_the_plug_in_of_the_command_line_before_that_of_the_environment)
+{
+    run({"list", "--plugin", PLUGIN}, "TOVIRAEXPORT_PLUGIN='" MISBEHAVING_PLUGIN "'");
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, HasSubstr("7  Custom GLSL\n"));
+}
+
+TEST_F(Program, says_where_it_looked_for_a_plug_in)
+{
+    m_folder.write("bin/shader-export", "");
+    m_program = m_folder.file("bin/shader-export");
+    std::filesystem::copy_file(SHADER_EXPORT, m_program,
+                               std::filesystem::copy_options::overwrite_existing);
+    run({"list"}, "unset TOVIRAEXPORT_PLUGIN;");
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("toviraexport.so was not found; name it with --plugin or "
+                                    "TOVIRAEXPORT_PLUGIN. It would be one of these:\n  "));
+    EXPECT_THAT(m_errors, HasSubstr("\n  " + m_folder.file("bin/toviraexport.so") + "\n"));
+    EXPECT_THAT(m_errors, HasSubstr("\n  " + m_folder.file("lib/toviraexport.so") + "\n"));
+}
