@@ -88,6 +88,8 @@ public:
         }
         std::string messages = result.output;
         replace_all(messages, m_copy.path(), m_file);
+        if (!messages.empty() && messages.find(m_file) == std::string::npos)
+            messages = m_file + ": " + messages; // a compiler that runs out of memory names no file
         error += messages;
         if (messages.empty() || result.end != Process_end::exit)
             error += m_file + ": the compiler '" + m_compiler + "' " +
