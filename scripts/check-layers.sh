@@ -27,7 +27,7 @@ reference_host/shade_check: shading nodes library lowering
 reference_host/passes:      shading
 reference_host/targets:     shading options library passes
 reference_host/generator:   document options lowering passes targets
-reference_host/render:      system
+reference_host/render:      system shading
 reference_host/output:      system
 reference_host/host:        nodes document generator interfaces sdk
 reference_host/app:         interfaces sdk exporter_base exporters system document render host output check

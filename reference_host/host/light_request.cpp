@@ -12,14 +12,6 @@ namespace
 
 constexpr float full_circle = 360.0f; // degrees
 
-struct Kind_row {
-    Light_kind kind;
-    const char* word;
-};
-constexpr Kind_row kind_rows[] = {{Light_kind::directional, "directional"},
-                                  {Light_kind::point, "point"},
-                                  {Light_kind::spot, "spot"}};
-
 struct Key_row {
     const char* key;
     Type type;
@@ -99,7 +91,7 @@ private:
 
     bool take_kind(const std::string& text)
     {
-        for (const Kind_row& row : kind_rows)
+        for (const Light_kind_row& row : light_kinds)
             if (text == row.word || text == std::to_string(static_cast<int>(row.kind)))
                 m_request.kind = row.kind;
         return m_request.kind ||

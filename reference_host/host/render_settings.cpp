@@ -11,25 +11,6 @@ namespace reference_host
 namespace
 {
 
-struct Light_row {
-    Light_kind kind;
-    const char* word;
-    const char* category;
-};
-
-constexpr Light_row light_rows[] = {
-    {Light_kind::directional, "directional", "directional_light"},
-    {Light_kind::point, "point", "point_light"},
-    {Light_kind::spot, "spot", "spot_light"},
-};
-
-const Light_row* row_of(const Node& node)
-{
-    const auto row = std::find_if(std::begin(light_rows), std::end(light_rows),
-                                  [&](const Light_row& r) { return node.category == r.category; });
-    return row == std::end(light_rows) ? nullptr : row;
-}
-
 // The full angle of the cone in degrees. Documents give the angle between the axis of a spot light
 // and the edge of its cone, in radians.
 float spread_of(const Node& node, Light_kind kind)
@@ -103,7 +84,7 @@ double intensity_at(const Numbers& position)
 
 Render_light make_light(Shader_graph& graph, const Light_request& request, size_t index)
 {
-    const Light_row& row = light_rows[static_cast<int>(request.kind.value_or(Light_kind()))];
+    const Light_kind_row& row = row_of(request.kind.value_or(Light_kind()));
     const auto asked = request.inputs.find("position");
     const Numbers& position = asked == request.inputs.end()
                                   ? light_places[index % std::size(light_places)]
@@ -126,7 +107,7 @@ void change_kind(Node& node, Render_light& light, Light_kind kind)
     const bool had_position = light.kind != Light_kind::directional;
     const bool had_direction = light.kind != Light_kind::point;
     light.kind = kind;
-    node.category = light_rows[static_cast<int>(kind)].category;
+    node.category = row_of(kind).category;
     node.definition = find_definition(node.category, node.type, {});
     node.inputs.erase(std::remove_if(node.inputs.begin(), node.inputs.end(),
                                      [&](const Input& input) {
@@ -200,7 +181,7 @@ Render_settings make_render_settings(Shader_graph& graph, const Lighting_request
 {
     Render_settings settings;
     for (const auto& node : graph.nodes) {
-        const Light_row* row = row_of(*node);
+        const Light_kind_row* row = find_light_category(node->category);
         if (row && node->scope.empty())
             settings.lights.push_back({node.get(), row->kind, spread_of(*node, row->kind), 0.0f});
     }

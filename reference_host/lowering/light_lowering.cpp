@@ -39,11 +39,8 @@ Expr light_input(Graph_builder& builder, const Node& node, const std::string& na
 
 Light_kind kind_of(const Scene_light& light)
 {
-    if (light.option.kind_given)
-        return light.option.kind;
-    if (light.node->category == "point_light")
-        return Light_kind::point;
-    return light.node->category == "spot_light" ? Light_kind::spot : Light_kind::directional;
+    const Light_kind_row* usual = find_light_category(light.node->category);
+    return light.option.kind_given || !usual ? light.option.kind : usual->kind;
 }
 
 // The cosines of the angles from the axis where a spot light begins to fade and where it ends. A
@@ -67,21 +64,18 @@ Expr light_value(const Scene_light& light, Graph_builder& builder, Lowering_cont
     const Node& node = *light.node;
     const auto input = [&](const char* name) { return light_input(builder, node, name); };
     std::vector<Expr> arguments = {state_variable()};
-    const char* function = "directional_light";
     const Light_kind kind = kind_of(light);
     if (kind != Light_kind::directional)
         arguments.push_back(internal_position(input("position")));
     if (kind != Light_kind::point)
         arguments.push_back(internal_direction(input("direction")));
-    if (kind != Light_kind::directional) {
-        function = kind == Light_kind::point ? "point_light" : "spot_light";
+    if (kind != Light_kind::directional)
         arguments.push_back(input("decay_rate"));
-    }
     if (kind == Light_kind::spot)
         add_cone_cosines(light, builder, arguments);
     const Expr color = input("color");
     arguments.push_back(binary(Operator::multiply, color, input("intensity")));
-    return context.library.call(function, std::move(arguments));
+    return context.library.call(row_of(kind).category, std::move(arguments));
 }
 
 Statement add_response(const Expr& surface, const Expr& color, const Expr& light,

@@ -1,5 +1,7 @@
 #include "reference_host/render/scene.h"
 
+#include "reference_host/shading/host_semantics.h"
+
 #include <cmath>
 #include <strings.h>
 
@@ -44,39 +46,73 @@ Matrix projection_inverse(const Camera& camera)
         f, 0, 0, 0, 0, f, 0, 0, 0, 0, 0, -1, 0, 0, 1 / depth_offset, depth_scale / depth_offset};
 }
 
-struct Named_matrix {
-    const char* semantic;
-    const char* name;
+struct Scene_matrix {
+    Host_value value;
     Matrix matrix;
 };
 
-std::vector<Named_matrix> named_matrices(const Camera& camera)
+std::vector<Scene_matrix> scene_matrices(const Camera& camera)
 {
     return {
-        {"WORLDVIEWPROJECTION", "world_view_projection", product(projection(camera), view)},
-        {"VIEWPROJECTION", "view_projection", product(projection(camera), view)},
-        {"VIEWPROJECTIONINVERSE", "view_projection_inverse",
-         product(view_inverse, projection_inverse(camera))},
-        {"PROJECTION", "projection", projection(camera)},
-        {"PROJECTIONINVERSE", "projection_inverse", projection_inverse(camera)},
-        {"WORLDVIEW", "world_view", view},
-        {"WORLDVIEWINVERSE", "world_view_inverse", view_inverse},
-        {"WORLDVIEWINVERSETRANSPOSE", "world_view_it", transposed(view_inverse)},
-        {"VIEW", "view_matrix", view},
-        {"VIEW", "__world_to_camera", view},
-        {"VIEW", "world_to_camera", view},
-        {"VIEWINVERSE", "view_inverse", view_inverse},
-        {"VIEWINVERSE", "camera_to_world", view_inverse},
-        {"VIEWINVERSETRANSPOSE", "view_it", transposed(view_inverse)},
-        {"WORLD", "world", identity},
-        {"WORLDINVERSE", "world_inverse", identity},
-        {"WORLDINVERSETRANSPOSE", "world_it", identity},
+        {Host_value::world_view_projection, product(projection(camera), view)},
+        {Host_value::view_projection, product(projection(camera), view)},
+        {Host_value::view_projection_inverse, product(view_inverse, projection_inverse(camera))},
+        {Host_value::projection, projection(camera)},
+        {Host_value::projection_inverse, projection_inverse(camera)},
+        {Host_value::world_view, view},
+        {Host_value::world_view_inverse, view_inverse},
+        {Host_value::world_view_it, transposed(view_inverse)},
+        {Host_value::view_matrix, view},
+        {Host_value::view_inverse, view_inverse},
+        {Host_value::world, identity},
+        {Host_value::world_inverse, identity},
+        {Host_value::world_it, identity},
+    };
+}
+
+// What other shaders call the matrices of the camera, as a name or as a semantic.
+struct Other_matrix {
+    const char* word;
+    Matrix matrix;
+};
+
+std::vector<Other_matrix> other_matrices()
+{
+    return {
+        {"__world_to_camera", view},
+        {"world_to_camera", view},
+        {"camera_to_world", view_inverse},
+        {"view_it", transposed(view_inverse)},
+        {"VIEWINVERSETRANSPOSE", transposed(view_inverse)},
     };
 }
 
 bool equal_ignoring_case(const std::string& a, const char* b)
 {
     return strcasecmp(a.c_str(), b) == 0;
+}
+
+const char* semantic_of(Host_value value)
+{
+    return host_semantics[static_cast<std::size_t>(value)].semantic;
+}
+
+bool is_called(const std::string& word, Host_value value)
+{
+    return equal_ignoring_case(word, semantic_of(value)) ||
+           equal_ignoring_case(word, name_of(value));
+}
+
+std::optional<Matrix> find_matrix(const Camera& camera, const std::string& word,
+                                  const char* (*word_of)(Host_value))
+{
+    for (const Scene_matrix& row : scene_matrices(camera))
+        if (equal_ignoring_case(word, word_of(row.value)))
+            return row.matrix;
+    for (const Other_matrix& row : other_matrices())
+        if (equal_ignoring_case(word, row.word))
+            return row.matrix;
+    return std::nullopt;
 }
 
 } // namespace
@@ -98,14 +134,8 @@ Matrix transposed(const Matrix& matrix)
 std::optional<Matrix> scene_matrix(const Camera& camera, const std::string& name,
                                    const std::string& semantic)
 {
-    const std::vector<Named_matrix> matrices = named_matrices(camera);
-    for (const Named_matrix& row : matrices)
-        if (equal_ignoring_case(semantic, row.semantic))
-            return row.matrix;
-    for (const Named_matrix& row : matrices)
-        if (equal_ignoring_case(name, row.name))
-            return row.matrix;
-    return std::nullopt;
+    const std::optional<Matrix> meant = find_matrix(camera, semantic, semantic_of);
+    return meant ? meant : find_matrix(camera, name, name_of);
 }
 
 bool is_scene_matrix(const std::string& name)
@@ -117,11 +147,11 @@ Vertex_space vertex_space(const std::vector<std::string>& matrices)
 {
     Vertex_space space = Vertex_space::screen;
     for (const std::string& matrix : matrices) {
-        for (const char* name :
-             {"WORLDVIEWPROJECTION", "world_view_projection", "VIEWPROJECTION", "view_projection"})
-            if (equal_ignoring_case(matrix, name))
+        for (const Host_value value :
+             {Host_value::world_view_projection, Host_value::view_projection})
+            if (is_called(matrix, value))
                 return Vertex_space::world;
-        if (equal_ignoring_case(matrix, "projection"))
+        if (is_called(matrix, Host_value::projection))
             space = Vertex_space::camera;
     }
     return space;

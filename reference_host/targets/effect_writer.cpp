@@ -1,7 +1,7 @@
 #include "reference_host/targets/effect_writer.h"
 
+#include "reference_host/shading/host_semantics.h"
 #include "reference_host/targets/annotations.h"
-#include "reference_host/targets/host_semantics.h"
 #include "reference_host/targets/streams.h"
 #include "reference_host/targets/text_parts.h"
 

@@ -1,6 +1,6 @@
 // What effects call the values that the host fills.
-#ifndef REFERENCE_HOST_TARGETS_HOST_SEMANTICS_H
-#define REFERENCE_HOST_TARGETS_HOST_SEMANTICS_H
+#ifndef REFERENCE_HOST_SHADING_HOST_SEMANTICS_H
+#define REFERENCE_HOST_SHADING_HOST_SEMANTICS_H
 
 #include "reference_host/shading/shading_state.h"
 
