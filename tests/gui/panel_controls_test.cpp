@@ -6,8 +6,11 @@
 #include "exporters/exporter_fxcomposer.h"
 #include "exporters/exporter_generic.h"
 #include "exporters/exporter_swrc.h"
+#include "tests/gui/entry_texts.h"
 #include "tests/gui/every_exporter.h"
 #include "tests/gui/window_test.h"
+
+#include <algorithm>
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -42,6 +45,13 @@ std::string entries_of(const wxComboBox& choice)
                 (static_cast<int>(i) == choice.GetSelection() ? "<" + entry + ">" : entry);
     }
     return text;
+}
+
+// Whether both lines are there, the first one first.
+bool before(const Lines& lines, const char* first, const char* second)
+{
+    const auto at = std::find(lines.begin(), lines.end(), first);
+    return std::find(at, lines.end(), second) != lines.end();
 }
 
 // A control as a line: kind, id ("-" when wx chose it), label or content.
@@ -212,6 +222,33 @@ TEST_F(Panel_controls, sample_panel)
               (Lines{"label - a:", "field - ", "button - ...", "label - another exporter",
                      "label - line 2", "radio - r1 (on)", "radio - r2", "[ ] - create qz file",
                      "button - button!"}));
+}
+
+// The profiles of shader model 4 stand in the fields only until the stored ones replace them.
+TEST_F(Panel_controls, profile_fields_are_made_with_the_profiles_of_shader_model_4)
+{
+    Exporter_generic exporter(Exporter_generic::TARGET_CGFX);
+    exporter.initialize();
+    const Entry_text_watch watch;
+    open_panel(exporter, 400);
+    const Lines texts = watch.texts();
+    EXPECT_TRUE(before(texts, "vs_4_0", "vp40"));
+    EXPECT_TRUE(before(texts, "ps_4_0", "fp40"));
+    exporter.remove_ui(nullptr, true);
+}
+
+// The style with which a browse button is made gives it its look alone.
+TEST_F(Panel_controls, browse_buttons_keep_no_style)
+{
+    Exporter_generic exporter(Exporter_generic::TARGET_CGFX);
+    exporter.initialize();
+    open_panel(exporter, 400);
+    for (const int id : {18202, 18206}) {
+        const wxWindow* button = container()->FindWindow(id);
+        ASSERT_TRUE(button) << id;
+        EXPECT_EQ(button->GetWindowStyleFlag(), 0) << id;
+    }
+    exporter.remove_ui(nullptr, true);
 }
 
 // ---- window names

@@ -188,6 +188,9 @@ TEST_F(Files, text_is_read_to_its_end_or_its_first_nul)
     folder.write("late_nul", large + std::string("\0z", 2));
     EXPECT_TRUE(read_text_file(folder.file("late_nul"), text));
     EXPECT_EQ(text, large);
+    folder.write("one_byte", "1");
+    EXPECT_TRUE(read_text_file(folder.file("one_byte"), text));
+    EXPECT_EQ(text, "1");
     folder.write("empty", "");
     EXPECT_TRUE(read_text_file(folder.file("empty"), text));
     EXPECT_EQ(text, "");
