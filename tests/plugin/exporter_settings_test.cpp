@@ -8,12 +8,15 @@
 #include "exporters/exporter_maya.h"
 #include "exporters/exporter_swrc.h"
 #include "exporters/exporter_xsi.h"
+#include "exporters/make_exporter.h"
+#include "tests/support/allocation_fault.h"
 
 #include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <new>
 
 namespace QZ
 {
@@ -354,6 +357,26 @@ TEST(Generic_exporter_queries, settings_of_two_targets_are_apart)
         cgfx.set_setting_value(i, "changed");
     for (unsigned int i = 0; i < 6; ++i)
         EXPECT_STRNE(hlsl.get_setting_value(i), "changed");
+}
+
+// A host that catches what its own heap throws keeps running: nothing on the way ends the process.
+TEST(Exporter_registration, passes_a_failed_allocation_on)
+{
+    for (size_t row = 0; make_exporter(row); ++row) {
+        int failures = 0;
+        for (bool disturbed = true; disturbed;) {
+            std::unique_ptr<Exporter_base> exporter;
+            const Allocation_fault fault(failures + 1);
+            try {
+                exporter = make_exporter(row);
+            } catch (const std::bad_alloc&) {
+                ++failures;
+            }
+            disturbed = fault.happened();
+            EXPECT_NE(disturbed, exporter != nullptr) << "allocation " << failures;
+        }
+        EXPECT_GT(failures, 0) << "row " << row;
+    }
 }
 
 } // namespace TEST
