@@ -105,6 +105,14 @@ TEST_F(Compile_group, name_is_passed_byte_for_byte_and_null_as_empty)
     EXPECT_THAT(host.options(2), ElementsAre(Pair("shader_name", "")));
 }
 
+TEST_F(Compile_group, no_node_has_an_empty_name)
+{
+    wxString text;
+    compile_group(host.view(), host.app(), host.errors(), nullptr, false, false, false, false,
+                  nullptr, true, text);
+    EXPECT_THAT(host.options(1), ElementsAre(Pair("shader_name", "")));
+}
+
 TEST_F(Compile_group, one_light_gets_its_three_options_and_a_list_without_comma)
 {
     shader.parameters = {"lights"};
