@@ -29,8 +29,8 @@ reference_host/targets:     shading options library passes
 reference_host/generator:   document options lowering passes targets
 reference_host/render:      system shading
 reference_host/output:      system
-reference_host/host:        nodes document generator interfaces sdk
-reference_host/app:         interfaces sdk exporter_base exporters system document render host output check
+reference_host/host:        nodes document options generator interfaces sdk
+reference_host/app:         interfaces sdk exporter_base exporters system shading document generator render host output check
 reference_host/check:       interfaces sdk exporter_base exporters system recording_host app
 '
 interfaces='plugin/(export_symbol|iexporter|iexporter_plugin|interface|plugin)\.h'

@@ -1,6 +1,7 @@
 #include "reference_host/app/command_line.h"
 
 #include "reference_host/app/commands.h"
+#include "reference_host/app/ir_command.h"
 #include "reference_host/app/list_command.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/render_export.h"
@@ -150,7 +151,7 @@ void add_document(CLI::App& app, Scene_request& scene)
         ->type_name("NAME");
 }
 
-void add_scene_options(CLI::App& app, Scene_request& scene)
+void add_surroundings(CLI::App& app, Scene_request& scene)
 {
     add_repeated(
         app, "--light",
@@ -163,9 +164,14 @@ void add_scene_options(CLI::App& app, Scene_request& scene)
                    "The environment shader of the document, or a new one, of an image")
         ->type_name("NAME[:FILE]");
     app.add_option("--volume", scene.render.volume, "The volume shader")->type_name("NAME");
+    add_search_path(app, scene.search_path);
+}
+
+void add_scene_options(CLI::App& app, Scene_request& scene)
+{
+    add_surroundings(app, scene);
     add_repeated(app, "--ambient", "The scene's ambient colour", "R,G,B,A",
                  [&scene](const std::string& text) { return take_ambient(text, scene.render); });
-    add_search_path(app, scene.search_path);
     add_repeated(
         app, "--preference", "A preference of the editor; none: it has no preferences at all",
         "NAME=true|false",
@@ -228,6 +234,7 @@ struct Requests {
     Batch_command batch;
     Plan_command plan;
     Panel_command panel;
+    Ir_command ir;
 };
 
 void add_list(CLI::App& app, std::string& plugin, bool& as_json, int& status)
@@ -244,6 +251,29 @@ void add_nodes(CLI::App& app, Scene_request& request, int& status)
     command->add_option("FILE", request.document, "A MaterialX document")->required();
     add_search_path(*command, request.search_path);
     command->callback([&] { status = list_nodes(request.document, request.search_path); });
+}
+
+void add_ir(CLI::App& app, Ir_command& request, int& status)
+{
+    CLI::App* command = app.add_subcommand(
+        "ir", "Prints what the compiler makes of a node, in the shading notation");
+    command->add_option("FILE", request.scene.document, "A MaterialX document")->required();
+    command
+        ->add_option("--material,--node", request.scene.node,
+                     "The node (default: the first surface material, else shader)")
+        ->type_name("NAME");
+    std::string phases;
+    for (const std::string& name : phase_names())
+        phases += (phases.empty() ? "" : "|") + name;
+    command->add_option("--after", request.phase, "After which pass (default: lower)")
+        ->type_name(phases);
+    command
+        ->add_option("--target", request.target,
+                     "On the way to a text for which target (default: GL)")
+        ->check(CLI::IsMember({"FX", "GL", "Swrc"}))
+        ->type_name("FX|GL|Swrc");
+    add_surroundings(*command, request.scene);
+    command->callback([&] { status = print_module(request); });
 }
 
 void add_export(CLI::App& app, Export_command& request, int& status)
@@ -391,6 +421,7 @@ void add_commands(CLI::App& app, Requests& requests, int& status)
     add_help(app);
     add_list(app, requests.plugin, requests.lists_as_json, status);
     add_nodes(app, requests.nodes, status);
+    add_ir(app, requests.ir, status);
     add_export(app, requests.exported, status);
     add_batch(app, requests.batch, status);
     add_plan(app, requests.plan, status);

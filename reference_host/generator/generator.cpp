@@ -20,6 +20,8 @@ namespace reference_host
 namespace
 {
 
+constexpr const char* after_lowering = "lower";
+
 void report(Diagnostics& diagnostics, const Node& node, const std::string& reason)
 {
     diagnostics.push_back({Severity::error, described(node) + ": " + reason, node.place});
@@ -128,16 +130,25 @@ public:
     std::vector<std::string> generate(const std::string& target, const Option_set& options,
                                       Diagnostics& diagnostics) const override
     {
-        Diagnostics found;
         std::vector<std::string> texts;
-        const Text_options read = read_text_options(options, found);
-        const bool good = !has_errors(found) && guarded(m_shader, found, [&] {
-            const Text_plan plan = planned_text(language_of(target, read), read, found);
-            found.insert(found.end(), m_warnings.begin(), m_warnings.end());
-            texts = write(planned(m_module, plan), plan, found);
-        });
-        diagnostics.insert(diagnostics.end(), found.begin(), found.end());
+        const bool good =
+            with_plan(target, options, diagnostics, [&](const Text_plan& plan, Diagnostics& found) {
+                texts = write(planned(m_module, plan), plan, found);
+            });
         return good ? texts : std::vector<std::string>();
+    }
+
+    std::unique_ptr<Module> module_after(const std::string& phase, const std::string& target,
+                                         const Option_set& options,
+                                         Diagnostics& diagnostics) const override
+    {
+        auto module = std::make_unique<Module>(m_module);
+        const bool good =
+            with_plan(target, options, diagnostics, [&](const Text_plan& plan, Diagnostics&) {
+                if (phase != after_lowering)
+                    run_passes(*module, plan.passes, phase);
+            });
+        return good ? std::move(module) : nullptr;
     }
 
     bool uses_state(const std::string& name) const override
@@ -152,6 +163,22 @@ public:
     }
 
 private:
+    // Calls `action` with the plan of a text. False when something fails.
+    template<class Action>
+    bool with_plan(const std::string& target, const Option_set& options, Diagnostics& diagnostics,
+                   const Action& action) const
+    {
+        Diagnostics found;
+        const Text_options read = read_text_options(options, found);
+        const bool good = !has_errors(found) && guarded(m_shader, found, [&] {
+            const Text_plan plan = planned_text(language_of(target, read), read, found);
+            found.insert(found.end(), m_warnings.begin(), m_warnings.end());
+            action(plan, found);
+        });
+        diagnostics.insert(diagnostics.end(), found.begin(), found.end());
+        return good;
+    }
+
     Text_plan planned_text(Language language, const Text_options& options,
                            Diagnostics& diagnostics) const
     {
@@ -251,6 +278,14 @@ const char* shader_kind(const Node& node)
     if (is_volume(node))
         return "volume";
     return node.category == "environment_map" ? "environment" : "surface";
+}
+
+std::vector<std::string> phase_names()
+{
+    std::vector<std::string> names = {after_lowering};
+    for (const Pass& pass : passes())
+        names.emplace_back(pass.name);
+    return names;
 }
 
 std::unique_ptr<Compiled_shader> compile_group(const Shader_graph& graph, const Option_set& options,

@@ -20,6 +20,8 @@
 namespace reference_host
 {
 
+struct Module;
+
 // What the shader of a node asks of its scene. The declaration of the node answers has_parameter
 // and uses_function from this; it is true exactly when the generated text needs it.
 struct Shader_usage {
@@ -48,10 +50,20 @@ public:
     virtual std::vector<std::string> generate(const std::string& target, const Option_set& options,
                                               Diagnostics& diagnostics) const = 0;
 
+    // The module as it is after a phase (see phase_names) on the way to a text for the target. Null
+    // when something fails before.
+    virtual std::unique_ptr<Module> module_after(const std::string& phase,
+                                                 const std::string& target,
+                                                 const Option_set& options,
+                                                 Diagnostics& diagnostics) const = 0;
+
     // Whether the shader reads the named field of the shading state: "texture_tangent",
     // "texture_binormal", "tangent_space", "position", "normal", "texture_coordinate", ...
     virtual bool uses_state(const std::string& name) const = 0;
 };
+
+// The phases after which a module can be looked at: "lower", then the passes.
+std::vector<std::string> phase_names();
 
 // Compiles the node that the option "shader_name" names, together with the lights, environment and
 // volume that `options` names. Null on failure, with the reasons in `diagnostics`.

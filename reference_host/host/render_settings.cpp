@@ -205,4 +205,25 @@ Render_settings make_render_settings(Shader_graph& graph, const Lighting_request
     return settings;
 }
 
+Option_set group_options(const Node& node, const Render_settings& settings)
+{
+    Option_set options = {{"shader_name", full_name(node)}};
+    std::string names;
+    for (std::size_t i = 0; i < settings.lights.size(); ++i) {
+        const Render_light& light = settings.lights[i];
+        names += (i > 0 ? ", " : "") + full_name(*light.node);
+        const std::string prefix = "light_state" + std::to_string(i);
+        options[prefix + "_type"] = std::to_string(static_cast<int>(light.kind));
+        options[prefix + "_spread"] = std::to_string(light.spread);
+        options[prefix + "_distance_limit"] = std::to_string(light.distance_limit);
+    }
+    if (!names.empty())
+        options["lights"] = names;
+    if (settings.environment)
+        options["environment"] = full_name(*settings.environment);
+    if (settings.volume)
+        options["volume"] = full_name(*settings.volume);
+    return options;
+}
+
 } // namespace reference_host

@@ -5,6 +5,7 @@
 #include "reference_host/document/light_kind.h"
 #include "reference_host/document/shader_graph.h"
 #include "reference_host/host/light_request.h"
+#include "reference_host/options/generation.h"
 
 #include <array>
 #include <string>
@@ -42,6 +43,9 @@ struct Lighting_request {
 // with a message when a name belongs to a node that is no light, or the light lacks what is asked
 // for.
 Render_settings make_render_settings(Shader_graph& graph, const Lighting_request& request);
+
+// The options of a compilation of the node in these surroundings, as exporters set them.
+Option_set group_options(const Node& node, const Render_settings& settings);
 
 } // namespace reference_host
 

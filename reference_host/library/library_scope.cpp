@@ -1,7 +1,7 @@
 #include "reference_host/library/library_scope.h"
 
+#include "reference_host/shading/globals.h"
 #include "reference_host/shading/shading_state.h"
-#include "reference_host/shading/switches.h"
 
 #include <algorithm>
 
@@ -42,11 +42,7 @@ bool same_head(const Function& a, const Function& b)
 
 Expr Library_scope::find_variable(const std::string& name)
 {
-    const Switch which = find_switch(name);
-    if (which != Switch::none)
-        return switch_variable(which);
-    const Host_value value = find_host_value(name);
-    return value != Host_value::none ? host_variable(value) : nullptr;
+    return find_global(name);
 }
 
 Shading_type Library_scope::find_type(const std::string& name)

@@ -3,6 +3,7 @@
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/scene_values.h"
 #include "reference_host/nodes/node_library.h"
+#include "reference_host/shading/globals.h"
 
 #include <algorithm>
 #include <cmath>
@@ -118,7 +119,7 @@ Statements lit_by(const Scene_light& light, const Expr& surface, const Expr& col
 Statement loop_over(const std::string& interface, const std::string& list,
                     const std::function<Statements(const Expr& element)>& body)
 {
-    const Expr elements = variable(Shading_type(interface + "[]"), list);
+    const Expr elements = find_global(list);
     const Expr element = index(elements, variable(Kind::integer, "i"), Shading_type(interface));
     Statement loop;
     loop.kind = Statement::Kind::loop;

@@ -5,6 +5,7 @@
 #include "reference_host/lowering/scene_values.h"
 #include "reference_host/lowering/surface_models.h"
 #include "reference_host/nodes/node_library.h"
+#include "reference_host/shading/globals.h"
 
 namespace reference_host
 {
@@ -53,7 +54,7 @@ public:
 
         Statements body = m_builder.statements();
         for (Statements* paragraph : {&filling, &shading}) {
-            body.push_back(comment(""));
+            body.push_back(empty_line());
             append(body, std::move(*paragraph));
         }
         return body;
@@ -82,7 +83,7 @@ private:
         if (!m_model.lit)
             return emission;
         const Expr ambient =
-            binary(Operator::multiply, swizzle(variable(Kind::float4, "scene_ambient"), "xyz"),
+            binary(Operator::multiply, swizzle(find_global("scene_ambient"), "xyz"),
                    field_of(m_surface, "base_color"));
         const Expr reflected = binary(Operator::multiply, ambient, slot("occlusion"));
         return choose(switch_variable(Switch::has_ambient),

@@ -21,9 +21,8 @@ using Input_patterns = std::vector<Input_pattern>;
 
 void scan_default(Shade_scanner& scanner, Input_pattern& input)
 {
-    if (scanner.accept("\"")) {
-        input.definition.value.text = scanner.until('"').text;
-        scanner.expect("\"");
+    if (scanner.next_is("\"")) {
+        input.definition.value.text = scanner.quoted("a default");
         return;
     }
     while (scanner.next_is_number())

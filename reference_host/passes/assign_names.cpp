@@ -39,8 +39,7 @@ void rename(std::string& name, const Renamed& renamed)
 void rename(Statements& statements, const Renamed& renamed)
 {
     for (Statement& statement : statements) {
-        if (statement.kind != Statement::Kind::comment)
-            rename(statement.name, renamed);
+        rename(statement.name, renamed);
         rename(statement.body, renamed);
         rename(statement.otherwise, renamed);
     }

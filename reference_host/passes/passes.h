@@ -34,8 +34,8 @@ struct Pass {
 // In their order.
 const std::vector<Pass>& passes();
 
-// Runs the passes up to the one of that name, that one included.
-void run_passes(Module& module, const Pass_settings& settings, const std::string& last = "name");
+// Runs the passes up to the one of that name, that one included; all without a name.
+void run_passes(Module& module, const Pass_settings& settings, const std::string& last = {});
 
 void specialise(Module& module, const Pass_settings& settings);
 void inline_lets(Module& module, const Pass_settings& settings);

@@ -107,7 +107,7 @@ public:
 private:
     static bool is_empty_line(const Statement& statement)
     {
-        return statement.kind == Statement::Kind::comment && statement.name.empty();
+        return statement.kind == Statement::Kind::empty_line;
     }
 
     static bool same(const Expr& a, const Expr& b)

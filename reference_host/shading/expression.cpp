@@ -383,7 +383,7 @@ Expr with_operands(const Expr& expression, std::vector<Expr> operands)
     }
 }
 
-Expr replaced(const Expr& expression, const Replacement& replace)
+Expr replaced(const Expr& expression, const Rewrite& replace)
 {
     std::vector<Expr> operands; // empty while none has changed
     for (std::size_t i = 0; i < expression->operands.size(); ++i) {

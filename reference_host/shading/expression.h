@@ -105,8 +105,8 @@ Expr with_origin(const Expr& expression, const Origin* origin);
 Expr with_operands(const Expr& expression, std::vector<Expr> operands);
 
 // The expression with every part below it replaced, innermost first.
-using Replacement = std::function<Expr(const Expr&)>;
-Expr replaced(const Expr& expression, const Replacement& replace);
+using Rewrite = std::function<Expr(const Expr&)>;
+Expr replaced(const Expr& expression, const Rewrite& replace);
 
 // Calls `visitor` for the expression and its operands, outermost first.
 void visit(const Expr& expression, const std::function<void(const Expression&)>& visitor);

@@ -70,11 +70,9 @@ Statement give_back(const Expr& value)
     return made(Statement::Kind::give_back, value);
 }
 
-Statement comment(const std::string& text)
+Statement empty_line()
 {
-    Statement statement;
-    statement.name = text;
-    return statement;
+    return {};
 }
 
 Statement condition(const Expr& truth, Statements body)
@@ -99,7 +97,7 @@ void visit(const Statements& statements, const std::function<void(const Expressi
     }
 }
 
-void replace(Statements& statements, const Replacement& replacement)
+void replace(Statements& statements, const Rewrite& replacement)
 {
     bool any_known = false;
     for (Statement& statement : statements) {

@@ -20,10 +20,10 @@ struct Statement {
         loop,      // for (int name = 0; name < value; name++) body
         give_back, // return value
         clip,      // ends the fragment where value is below zero
-        comment    // name
+        empty_line // between paragraphs
     };
 
-    Kind kind = Kind::comment;
+    Kind kind = Kind::empty_line;
     std::string name;
     Shading_type type;
     Operator oper = Operator::none; // of an assignment; none: "="
@@ -40,7 +40,7 @@ Statement declare(const Shading_type& type, const std::string& name, const Expr&
 Statement assign(const Expr& target, const Expr& value);
 Statement assign(const Expr& target, Operator op, const Expr& value);
 Statement give_back(const Expr& value);
-Statement comment(const std::string& text);
+Statement empty_line();
 Statement condition(const Expr& truth, Statements body);
 
 struct Variable_declaration {
@@ -70,7 +70,7 @@ void visit(const Statements& statements, const std::function<void(const Expressi
 
 // Puts every part of the statements' expressions through `replace`, innermost first. Conditions
 // that become known leave only the taken branch.
-void replace(Statements& statements, const Replacement& replace);
+void replace(Statements& statements, const Rewrite& replace);
 
 // Where the last but one statement only names the value that the last one gives back, gives it back
 // without the name.

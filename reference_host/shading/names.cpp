@@ -1,5 +1,6 @@
 #include "reference_host/shading/names.h"
 
+#include "reference_host/shading/globals.h"
 #include "reference_host/shading/shading_state.h"
 #include "reference_host/shading/switches.h"
 
@@ -40,7 +41,8 @@ const Reserved_names& notation_names()
 {
     static const Reserved_names reserved = [] {
         Reserved_names made;
-        made.words = {"if", "else", "for", "return", "clip", "let", "struct", "true", "false"};
+        made.words = {"if",  "else",   "for",  "return", "clip",
+                      "let", "struct", "true", "false",  "refused"};
         for (int i = 0; i < static_cast<int>(Builtin::none); ++i)
             made.words.insert(row_of(static_cast<Builtin>(i)).name);
         for (int i = 0; i <= static_cast<int>(Kind::structure); ++i)
@@ -49,10 +51,11 @@ const Reserved_names& notation_names()
         add_names<Host_value>(made.taken);
         for (const Structure& structure : shading_structures())
             made.taken.insert(structure.name);
-        // What the lowering calls its own variables, and the interfaces and their lists.
-        made.taken.insert({"state", "surface", "color", "light", "environment_color", "i",
-                           "scene_ambient", "Light", "lights", "Volume", "volumes", "Environment",
-                           "environments"});
+        for (const Variable_declaration& variable : scene_variables())
+            made.taken.insert(variable.name);
+        // What the lowering calls its own variables, and the interfaces.
+        made.taken.insert({"state", "surface", "color", "light", "environment_color", "i", "Light",
+                           "Volume", "Environment"});
         return made;
     }();
     return reserved;

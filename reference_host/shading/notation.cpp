@@ -1,6 +1,6 @@
 #include "reference_host/shading/notation.h"
 
-#include "reference_host/shading/word_stream.h"
+#include "reference_host/shading/quotes.h"
 
 #include <algorithm>
 #include <cctype>
@@ -39,21 +39,16 @@ bool fits(Operator op, const Shading_type& a, const Shading_type& b)
 class Notation_parser
 {
 public:
-    Notation_parser(std::string_view text, Notation_scope& scope) : m_words(text), m_scope(scope) {}
+    Notation_parser(std::string_view text, Notation_scope& scope, Empty_lines empty_lines)
+        : m_words(text, empty_lines), m_scope(scope)
+    {
+    }
 
     Expr whole_expression()
     {
         Expr parsed = expression();
         if (!m_words.at_end())
             throw Notation_error("unexpected \"" + std::string(m_words.peek()) + "\"");
-        return parsed;
-    }
-
-    Statements all_statements()
-    {
-        Statements parsed;
-        while (!m_words.at_end())
-            statement(parsed);
         return parsed;
     }
 
@@ -75,6 +70,8 @@ public:
             m_words.accept(",");
         }
         block(parsed.body);
+        if (!m_words.at_end())
+            throw Notation_error("unexpected \"" + std::string(m_words.peek()) + "\"");
         return parsed;
     }
 
@@ -122,10 +119,16 @@ private:
             return condition(statements);
         if (m_words.accept("for"))
             return loop(statements);
+        if (m_words.accept("\n"))
+            return statements.push_back(empty_line());
         Statement parsed;
         if (m_words.accept("clip")) {
             parsed.kind = Statement::Kind::clip;
             parsed.value = expression();
+        } else if (m_words.accept("let")) {
+            parsed = declaration();
+            parsed.kind = Statement::Kind::let;
+            require(parsed.value != nullptr, "\"" + parsed.name + "\" has no value");
         } else if (m_words.accept("return")) {
             parsed = give_back(expression());
             require(!m_result || parsed.value->type == *m_result,
@@ -160,7 +163,7 @@ private:
 
     Statement declaration()
     {
-        const Shading_type declared = type(m_words.take());
+        const Shading_type declared = known_type(m_words.take());
         const std::string name(m_words.take());
         const Expr value = m_words.accept("=") ? fitting(expression(), declared) : nullptr;
         require(!value || value->type == declared, "the value is not of the variable's type");
@@ -353,13 +356,25 @@ private:
         if (!word.empty() && word[0] == '"' && (word.size() < 2 || word.back() != '"'))
             throw Notation_error("a text does not end");
         if (!word.empty() && word[0] == '"')
-            return text_literal(word.substr(1, word.size() - 2));
+            return text_literal(without_quotes(word));
         if (!word.empty() && std::isdigit(static_cast<unsigned char>(word[0])))
             return number(word);
+        if (word == "refused" && m_words.accept("<"))
+            return refused();
         if (m_words.accept("("))
             return is_type(word) ? constructed(type(word), arguments())
                                  : m_scope.call(word, arguments());
         return named(word);
+    }
+
+    Expr refused()
+    {
+        const std::string_view word = m_words.take();
+        const Shading_type refused_type =
+            word == type_word(Kind::text) ? Kind::text : known_type(word);
+        m_words.expect(">");
+        m_words.expect("(");
+        return m_scope.refused_value(refused_type, arguments());
     }
 
     // One part is repeated, converted or cut off; several have as many components as the whole.
@@ -398,9 +413,10 @@ private:
 
 // What the parser makes of the text. Mistakes get the text's place.
 template<typename Result>
-Result parsed(const Shade_text& text, Notation_scope& scope, Result (Notation_parser::*parse)())
+Result parsed(const Shade_text& text, Notation_scope& scope, Result (Notation_parser::*parse)(),
+              Empty_lines empty_lines = Empty_lines::skipped)
 {
-    Notation_parser parser(text.text, scope);
+    Notation_parser parser(text.text, scope, empty_lines);
     try {
         return (parser.*parse)();
     } catch (const Notation_error& error) {
@@ -415,6 +431,11 @@ Result parsed(const Shade_text& text, Notation_scope& scope, Result (Notation_pa
 
 } // namespace
 
+Expr Notation_scope::refused_value(const Shading_type&, const std::vector<Expr>&)
+{
+    throw Notation_error("nothing can be refused here");
+}
+
 Expr parse_expression(const Shade_text& text, Notation_scope& scope)
 {
     return parsed(text, scope, &Notation_parser::whole_expression);
@@ -425,14 +446,9 @@ Expr parse_expression(std::string_view text, Notation_scope& scope)
     return parse_expression(Shade_text{text, {}}, scope);
 }
 
-Statements parse_statements(std::string_view text, Notation_scope& scope)
+Function parse_function(const Shade_text& text, Notation_scope& scope, Empty_lines empty_lines)
 {
-    return parsed({text, {}}, scope, &Notation_parser::all_statements);
-}
-
-Function parse_function(const Shade_text& text, Notation_scope& scope)
-{
-    return parsed(text, scope, &Notation_parser::function);
+    return parsed(text, scope, &Notation_parser::function, empty_lines);
 }
 
 bool names_word(std::string_view text, std::string_view word)

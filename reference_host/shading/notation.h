@@ -17,11 +17,15 @@
 // ! ?: calls, constructors ("float3(x)" repeats x), members, swizzles of xyzw, indices. Scalars
 // combine with vectors. An "if" or "?:" with a condition that is known at generation leaves only
 // the taken branch; the other one need not even be meaningful.
+//
+// Texts of modules (module_text.h) also have "let" before the declaration of a node's value, and
+// refused<TYPE>("reason", "origin", "file", line) for a value that cannot be expressed.
 #ifndef REFERENCE_HOST_SHADING_NOTATION_H
 #define REFERENCE_HOST_SHADING_NOTATION_H
 
 #include "reference_host/shading/function.h"
 #include "reference_host/shading/shade_file.h"
+#include "reference_host/shading/word_stream.h"
 
 #include <string>
 #include <string_view>
@@ -47,16 +51,18 @@ public:
 
     // A call of a function; throws Notation_error when there is none for the arguments.
     virtual Expr call(const std::string& function, std::vector<Expr> arguments) = 0;
+
+    // A value that cannot be expressed: the reason and, where that is known, the name, file and
+    // line of its origin. Throws Notation_error where there is no such thing.
+    virtual Expr refused_value(const Shading_type& type, const std::vector<Expr>& arguments);
 };
 
 Expr parse_expression(const Shade_text& text, Notation_scope& scope);
 Expr parse_expression(std::string_view text, Notation_scope& scope);
 
-// Statements that may use the scope's variables and declare new ones.
-Statements parse_statements(std::string_view text, Notation_scope& scope);
-
 // One function with its head.
-Function parse_function(const Shade_text& text, Notation_scope& scope);
+Function parse_function(const Shade_text& text, Notation_scope& scope,
+                        Empty_lines empty_lines = Empty_lines::skipped);
 
 // Whether a text has the word in it.
 bool names_word(std::string_view text, std::string_view word);

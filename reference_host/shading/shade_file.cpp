@@ -1,5 +1,7 @@
 #include "reference_host/shading/shade_file.h"
 
+#include "reference_host/shading/quotes.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -34,7 +36,7 @@ bool is_number_sign(char sign)
 std::size_t length_of_part(std::string_view text)
 {
     if (text[0] == '"')
-        return std::min(text.find('"', 1), text.size() - 1) + 1;
+        return quoted_length(text);
     return text.substr(0, 2) == "//" ? std::min(text.find('\n'), text.size()) : 1;
 }
 
@@ -69,11 +71,7 @@ std::vector<Shade_item> shade_items(const Shade_text& file)
                 kind = candidate.kind;
                 scanner.accept(candidate.word);
             }
-        const std::string_view whole = scanner.rest().substr(0, item_length(scanner.rest()));
-        if (whole.empty())
-            scanner.fail("what begins here does not end");
-        items.push_back({kind, {whole, scanner.place()}});
-        scanner.accept(whole);
+        items.push_back({kind, scanner.item()});
     }
     return items;
 }
@@ -116,6 +114,13 @@ double Shade_scanner::number()
     return number;
 }
 
+std::string Shade_scanner::quoted(const std::string& what)
+{
+    if (!next_is("\""))
+        fail("expected " + what + " in quotes");
+    return without_quotes(take(quoted_length(m_rest)));
+}
+
 bool Shade_scanner::next_is_number() const
 {
     return !at_end() && is_number_sign(m_rest[0]);
@@ -130,6 +135,16 @@ Shade_text Shade_scanner::until(char sign)
     std::string_view text = take(length);
     text.remove_suffix(text.size() - text.find_last_not_of(" \n") - 1);
     return {text, place};
+}
+
+Shade_text Shade_scanner::item()
+{
+    const Place place = m_place;
+    const std::string_view whole = m_rest.substr(0, item_length(m_rest));
+    if (whole.empty())
+        fail("what begins here does not end");
+    take(whole.size());
+    return {whole, place};
 }
 
 void Shade_scanner::fail(const std::string& message) const

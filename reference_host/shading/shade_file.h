@@ -60,6 +60,8 @@ public:
     std::string name(const std::string& what);
     double number();
     bool next_is_number() const;
+    std::string quoted(const std::string& what);
+    Shade_text item(); // up to a semicolon or to the end of braces, that included
     // Everything up to the sign (left standing), which does not count within quotes.
     Shade_text until(char sign);
 

@@ -1,6 +1,7 @@
 #include "reference_host/shading/word_stream.h"
 
 #include "reference_host/shading/expression.h"
+#include "reference_host/shading/quotes.h"
 
 #include <algorithm>
 #include <cctype>
@@ -10,13 +11,16 @@ namespace reference_host
 namespace
 {
 
-void skip_blanks(std::string_view& text)
+// Returns the blanks and comments that the text begins with, and takes them off.
+std::string_view skip_blanks(std::string_view& text)
 {
-    while (!text.empty() && std::isspace(static_cast<unsigned char>(text[0])))
-        text.remove_prefix(1);
-    if (text.substr(0, 2) == "//") {
+    const std::string_view whole = text;
+    for (;;) {
+        while (!text.empty() && std::isspace(static_cast<unsigned char>(text[0])))
+            text.remove_prefix(1);
+        if (text.substr(0, 2) != "//")
+            return whole.substr(0, whole.size() - text.size());
         text.remove_prefix(std::min(text.find('\n'), text.size()));
-        skip_blanks(text);
     }
 }
 
@@ -32,7 +36,7 @@ std::size_t word_length(std::string_view text)
     while (length < text.size() && (is_word_sign(text[length]) || (number && text[length] == '.')))
         ++length;
     if (text[0] == '"')
-        return std::min(text.find('"', 1), text.size() - 1) + 1;
+        return quoted_length(text);
     static constexpr std::string_view pairs[] = {"<=", ">=", "==", "!=", "&&", "||",
                                                  "+=", "-=", "*=", "/=", "++"};
     for (const std::string_view pair : pairs)
@@ -43,9 +47,15 @@ std::size_t word_length(std::string_view text)
 
 } // namespace
 
-Word_stream::Word_stream(std::string_view text) : m_begin(text.data())
+Word_stream::Word_stream(std::string_view text, Empty_lines empty_lines) : m_begin(text.data())
 {
-    while (skip_blanks(text), !text.empty()) {
+    for (;;) {
+        const std::string_view blanks = skip_blanks(text);
+        if (text.empty())
+            return;
+        std::size_t end = empty_lines == Empty_lines::kept ? blanks.find('\n') : blanks.npos;
+        while (end != blanks.npos && (end = blanks.find('\n', end + 1)) != blanks.npos)
+            m_words.push_back(blanks.substr(end, 1));
         const std::size_t length = word_length(text);
         m_words.push_back(text.substr(0, length));
         text.remove_prefix(length);

@@ -9,11 +9,14 @@
 namespace reference_host
 {
 
+// What becomes of empty lines: each is a word, "\n", or none is.
+enum class Empty_lines { skipped, kept };
+
 class Word_stream
 {
 public:
     // The text must outlive the stream.
-    explicit Word_stream(std::string_view text);
+    explicit Word_stream(std::string_view text, Empty_lines empty_lines = Empty_lines::skipped);
 
     bool at_end() const { return m_next == m_words.size(); }
 

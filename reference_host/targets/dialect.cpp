@@ -1,7 +1,6 @@
 #include "reference_host/targets/dialect.h"
 
 #include "reference_host/library/library_names.h"
-#include "reference_host/targets/number_text.h"
 
 #include <iterator>
 #include <sstream>
@@ -130,8 +129,6 @@ constexpr Dialect effect_dialect(Language language)
     dialect.sampler_parameter[0] = language == Language::cg ? "uniform " : "";
     dialect.sampler_parameter[1] = " ";
     dialect.number_suffix = "";
-    dialect.number_text = float_text;
-    dialect.let_words = "";
     dialect.vertex_prefix = "vertex.";
     dialect.result_prefix = "result.";
     dialect.fragment_prefix = "fragment.";
@@ -157,8 +154,6 @@ constexpr Dialect glsl_dialect(Language language)
     dialect.sampler_parameter[0] = "";
     dialect.sampler_parameter[1] = " ";
     dialect.number_suffix = "";
-    dialect.number_text = float_text;
-    dialect.let_words = "";
     dialect.vertex_prefix = "vertex_";
     dialect.result_prefix = "fragment_";
     dialect.fragment_prefix = "fragment_";
@@ -182,30 +177,10 @@ constexpr Dialect cpp_dialect()
     dialect.sampler_parameter[0] = "const ";
     dialect.sampler_parameter[1] = "& ";
     dialect.number_suffix = "f";
-    dialect.number_text = float_text;
-    dialect.let_words = "";
     dialect.shades_in_world = true;
     dialect.lists = Lists::arguments;
     dialect.keywords = cpp_words;
     dialect.taken = cpp_names;
-    dialect.prefixes = "";
-    return dialect;
-}
-
-constexpr Dialect notation_dialect()
-{
-    Dialect dialect = {};
-    dialect.language = Language::notation;
-    dialect.type_names = hlsl_types;
-    dialect.repeats_one_component = true;
-    dialect.has_clip = true;
-    dialect.sampler_parameter[0] = "";
-    dialect.sampler_parameter[1] = " ";
-    dialect.number_suffix = "";
-    dialect.number_text = double_text;
-    dialect.let_words = "let ";
-    dialect.keywords = "";
-    dialect.taken = "";
     dialect.prefixes = "";
     return dialect;
 }
@@ -217,7 +192,6 @@ constexpr Dialect dialects[] = {
     glsl_dialect(Language::glsl),
     glsl_dialect(Language::glsl_legacy),
     cpp_dialect(),
-    notation_dialect(),
 };
 
 template<class Add>
@@ -238,7 +212,7 @@ const Dialect& dialect_of(Language language)
 const char* spelling(Builtin builtin, Language language)
 {
     const Spelling_row& row = spellings[static_cast<std::size_t>(builtin)];
-    const char* const columns[] = {row.cg, row.hlsl, row.glsl, row.glsl_legacy, row.cpp, same};
+    const char* const columns[] = {row.cg, row.hlsl, row.glsl, row.glsl_legacy, row.cpp};
     const char* const text = columns[static_cast<std::size_t>(language)];
     return text == same ? row_of(builtin).name : text;
 }

@@ -17,8 +17,7 @@ enum class Language {
     hlsl,
     glsl,        // 1.30 and later
     glsl_legacy, // 1.10 and 1.20
-    cpp,         // with the vector types of the source prelude
-    notation     // the shading notation itself
+    cpp          // with the vector types of the source prelude
 };
 
 // Where a light list, an environment list and a volume list come from.
@@ -32,16 +31,14 @@ struct Dialect {
     Language language;
 
     // Expressions and statements.
-    const char* const* type_names;      // by Kind
-    bool spreads_by_swizzle;            // "x.xxx" makes a vector of a scalar
-    bool repeats_one_component;         // "vec3(0.0)" is a constant
-    bool casts_matrices;                // "(float3x3)m" is the upper left of a matrix
-    bool swizzles_by_template;          // "swizzle<0, 1>(v)"
-    bool has_clip;                      // else: if (x < 0.0) discard
-    const char* sampler_parameter[2];   // around the type of a function's parameter
-    const char* number_suffix;          // of a float
-    std::string (*number_text)(double); // of a float
-    const char* let_words;              // before the declaration of a node's value
+    const char* const* type_names;    // by Kind
+    bool spreads_by_swizzle;          // "x.xxx" makes a vector of a scalar
+    bool repeats_one_component;       // "vec3(0.0)" is a constant
+    bool casts_matrices;              // "(float3x3)m" is the upper left of a matrix
+    bool swizzles_by_template;        // "swizzle<0, 1>(v)"
+    bool has_clip;                    // else: if (x < 0.0) discard
+    const char* sampler_parameter[2]; // around the type of a function's parameter
+    const char* number_suffix;        // of a float
 
     // Programs.
     const char* vertex_prefix;   // of what comes in with a vertex

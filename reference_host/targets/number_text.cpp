@@ -25,13 +25,4 @@ std::string float_text(double number)
     return text;
 }
 
-std::string double_text(double number)
-{
-    char buffer[512];
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed).ptr;
-    std::string text(buffer, end);
-    return text.find('.') == std::string::npos ? text + ".0" : text;
-}
-
 } // namespace reference_host

@@ -12,9 +12,6 @@ namespace reference_host
 // it can.
 std::string float_text(double number);
 
-// The shortest text that reads back as the number itself, without an exponent.
-std::string double_text(double number);
-
 } // namespace reference_host
 
 #endif

@@ -1,10 +1,14 @@
 #include "tests/generator/generation.h"
 
 #include "reference_host/document/materialx_reader.h"
+#include "tests/support/shared_folder.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <sstream>
 
@@ -12,6 +16,15 @@ namespace generation
 {
 namespace
 {
+
+constexpr const char* added_elements = R"(
+<directional_light name="added_sun" type="lightshader"/>
+<point_light name="added_bulb" type="lightshader"/>
+<environment_map name="added_sky" type="color3">
+  <input name="file" type="filename" value="sky.dds"/>
+</environment_map>
+<fog name="added_fog" type="volumeshader"/>
+)";
 
 std::vector<std::string> lines_of(const std::string& text)
 {
@@ -54,6 +67,45 @@ std::unique_ptr<Shader_graph> graph_of(const std::string& elements)
     reference_host::Read_result read = reference_host::read_materialx(file, {});
     EXPECT_TRUE(read.graph) << read.error << " (line " << read.place.line << ")";
     return read.graph ? std::move(read.graph) : std::make_unique<Shader_graph>();
+}
+
+std::vector<Test_document> all_documents()
+{
+    std::map<std::string, std::string> texts;
+    for (const auto& entry : std::filesystem::directory_iterator(SAMPLES))
+        if (entry.path().extension() == ".mtlx") {
+            std::ifstream stream(entry.path(), std::ios::binary);
+            texts[entry.path().filename()].assign(std::istreambuf_iterator<char>(stream), {});
+        }
+    for (const std::string& file : QZ::TEST::shared_files("materialx", ".mtlx"))
+        texts[file] = QZ::TEST::read_shared_file(file);
+    const QZ::TEST::Temporary_folder folder;
+    std::vector<Test_document> documents;
+    for (auto& [name, text] : texts) {
+        text.insert(text.rfind("</materialx>"), added_elements);
+        auto read = reference_host::read_materialx(folder.write("document.mtlx", text), {});
+        if (read.graph) // else it includes others
+            documents.push_back({name, std::move(read.graph)});
+    }
+    return documents;
+}
+
+Option_set lit_by_all(const std::string& material)
+{
+    return {{"shader_name", material},
+            {"lights", "added_sun, added_bulb"},
+            {"environment", "added_sky"},
+            {"volume", "added_fog"}};
+}
+
+std::vector<std::string> exported_nodes(const Shader_graph& graph)
+{
+    std::vector<std::string> names;
+    for (const auto& node : graph.nodes)
+        if (node->category == "surfacematerial" ||
+            node->type == reference_host::Type::surfaceshader)
+            names.push_back(full_name(*node));
+    return names;
 }
 
 std::string painted_scene()

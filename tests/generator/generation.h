@@ -20,6 +20,21 @@ using reference_host::Shader_graph;
 // the document is not accepted.
 std::unique_ptr<Shader_graph> graph_of(const std::string& elements);
 
+struct Test_document {
+    std::string name;
+    std::unique_ptr<Shader_graph> graph;
+};
+
+// All documents of samples/ and of the shared folder that can be read, in each also the lights
+// "added_sun" and "added_bulb", the environment "added_sky" and the fog "added_fog".
+std::vector<Test_document> all_documents();
+
+// The options of compiling one of their materials with all that was added.
+Option_set lit_by_all(const std::string& material);
+
+// The materials and shaders of a document that can be exported.
+std::vector<std::string> exported_nodes(const Shader_graph& graph);
+
 // A material "paint" with a textured, coated surface "paint_surface", lights "sun", "bulb" and
 // "spot", an environment "sky" and a fog "haze".
 std::string painted_scene();

@@ -1,4 +1,5 @@
 #include "reference_host/library/library_scope.h"
+#include "reference_host/shading/quotes.h"
 #include "reference_host/targets/printer.h"
 
 #include <gtest/gtest.h>
@@ -64,10 +65,11 @@ TEST(Notation, scalars_are_repeated_for_functions_that_take_vectors)
 TEST(Notation, branches_that_are_not_taken_need_not_make_sense)
 {
     Scope_with_variables scope;
-    const Statements kept = parse_statements(
-        "float a = x; if (off) { nonsense(b, c); } else a = 2.0; if (on) a *= 3.0; else what();",
-        scope);
-    EXPECT_EQ(Printer(Language::cg).statements(kept, 0), "float a = x;\na = 2.0;\na *= 3.0;\n");
+    const Shade_text text{"float f() { float a = x; if (off) { nonsense(b, c); } else a = 2.0; "
+                          "if (on) a *= 3.0; else what(); return a; }",
+                          {}};
+    EXPECT_EQ(Printer(Language::cg).statements(parse_function(text, scope).body, 0),
+              "float a = x;\na = 2.0;\na *= 3.0;\nreturn a;\n");
 }
 
 TEST(Notation, mistakes_are_errors_and_not_crashes)
@@ -81,14 +83,25 @@ TEST(Notation, mistakes_are_errors_and_not_crashes)
     }
 }
 
-TEST(Notation, statements_that_do_not_end_are_errors)
+TEST(Notation, functions_and_statements_that_do_not_end_are_errors)
 {
     const char* const texts[] = {
-        "float a = x", "if (x > 1.0) {", "for (int i = 1; i < 2; i++) x;", "return", "{", "float"};
+        "float a = x }", "if (x > 1.0) {", "float }",    "let float a; }",
+        "return }",      "{ return x; }",  "x = x; } }", "for (int i = 1; i < 2; i++) x = x; }"};
     for (const char* text : texts) {
         Scope_with_variables scope;
-        EXPECT_THROW(parse_statements(text, scope), Notation_error) << text;
+        const std::string function = std::string("float f() { ") + text;
+        EXPECT_THROW(parse_function({function, {}}, scope), Notation_error) << text;
     }
+}
+
+TEST(Notation, texts_in_quotes_may_have_any_sign)
+{
+    const std::string text = "a \"b\" \\ c\nd";
+    EXPECT_EQ(in_quotes(text), "\"a \\\"b\\\" \\\\ c\\nd\"");
+    EXPECT_EQ(without_quotes(in_quotes(text)), text);
+    EXPECT_EQ(quoted_length(in_quotes(text) + " rest"), in_quotes(text).size());
+    EXPECT_EQ(quoted_length("\"open \\"), 7U);
 }
 
 TEST(Library, every_function_has_a_name_of_its_own)

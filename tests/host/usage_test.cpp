@@ -7,6 +7,7 @@
 #include <string>
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 TEST_F(Program, tells_its_version)
@@ -50,6 +51,9 @@ TEST_F(Program, suggests_the_word_that_is_near_an_unknown_one)
         {{"export", wood, "--exportr", "5", "--output", "x"},
          "error: unknown option '--exportr'; did you mean '--exporter'?\n"},
         {{"list", "--jsno=1"}, "error: unknown option '--jsno'; did you mean '--json'?\n"},
+        {{"ir", wood, "--after", "prun"}, "error: there is no pass 'prun'; did you mean 'prune'?"},
+        {{"ir", wood, "--material", "Wod"},
+         "error: the document has no node 'Wod'; did you mean 'Wood'?\n"},
         {{"list", "--frobnicate"}, "error: unknown option '--frobnicate'\n"},
         {{"export", wood, "--plugin", PLUGIN, "--exporter", "Custom CgXF", "--output", "x"},
          "error: no exporter fits 'Custom CgXF'; did you mean 'Custom CgFX'? There are:\n"},
@@ -62,6 +66,28 @@ TEST_F(Program, suggests_the_word_that_is_near_an_unknown_one)
         EXPECT_EQ("", m_output);
         EXPECT_THAT(m_errors, HasSubstr(row.error));
     }
+}
+
+TEST_F(Program, prints_the_module_of_a_material_after_a_pass)
+{
+    run({"ir", sample("wood_textured"), "--material", "Wood", "--light", "key:directional"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output,
+                StartsWith("shader surface Wood;\nsource document \"wood_textured.mtlx\""));
+    EXPECT_THAT(m_output, HasSubstr("\nlibrary Light_iterator light_from(State state,"));
+    EXPECT_THAT(m_output, HasSubstr("if (light_list)\n"));
+    run({"ir", sample("wood_textured"), "--light", "key:directional", "--after", "specialise",
+         "--target", "Swrc"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, Not(HasSubstr("if (light_list)\n")));
+    EXPECT_THAT(m_output, HasSubstr("i < lights.length"));
+}
+
+TEST_F(Program, tells_the_passes_in_the_help_of_ir)
+{
+    run({"help", "ir"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_THAT(m_output, HasSubstr("--after lower|specialise|inline|prune|check|name"));
 }
 
 TEST_F(Program, takes_the_plug_in_that_the_environment_names)

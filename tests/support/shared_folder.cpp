@@ -1,6 +1,8 @@
 #include "tests/support/shared_folder.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -9,12 +11,33 @@ namespace QZ
 namespace TEST
 {
 
-std::string read_shared_file(const std::string& name)
+namespace
+{
+
+std::string shared_folder()
 {
     const char* folder = std::getenv("TOVIRAEXPORT_SHARED");
-    const std::string path = folder ? folder : TOVIRAEXPORT_SOURCE_DIR "/../shared";
-    std::ifstream stream(path + "/" + name, std::ios::binary);
+    return folder ? folder : TOVIRAEXPORT_SOURCE_DIR "/../shared";
+}
+
+} // namespace
+
+std::string read_shared_file(const std::string& name)
+{
+    std::ifstream stream(shared_folder() + "/" + name, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(stream), {});
+}
+
+std::vector<std::string> shared_files(const std::string& folder, const std::string& ending)
+{
+    std::vector<std::string> files;
+    std::error_code missing;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(shared_folder() + "/" + folder, missing))
+        if (entry.path().extension() == ending)
+            files.push_back(folder + "/" + entry.path().filename().string());
+    std::sort(files.begin(), files.end());
+    return files;
 }
 
 } // namespace TEST

@@ -4,6 +4,7 @@
 #define TESTS_SUPPORT_SHARED_FOLDER_H
 
 #include <string>
+#include <vector>
 
 namespace QZ
 {
@@ -13,6 +14,9 @@ namespace TEST
 // The content of a file in the folder that TOVIRAEXPORT_SHARED names, otherwise in "shared" next to
 // the source tree; empty when there is none.
 std::string read_shared_file(const std::string& name);
+
+// The files of one of its folders with that ending, "FOLDER/NAME", in order.
+std::vector<std::string> shared_files(const std::string& folder, const std::string& ending);
 
 } // namespace TEST
 } // namespace QZ
