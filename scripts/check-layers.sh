@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Checks that includes point down: each folder includes headers of itself and of the folders in its
-# row alone. The headers of plugin/ that are interfaces are its lowest part, the registry its
-# highest.
+# row alone, and a row names folders of rows above it alone, so that no two folders can need each
+# other. The headers of plugin/ that are interfaces are its lowest part, the registry its highest.
 #
 #   scripts/check-layers.sh [FOLDER]      FOLDER: the sources (default: this project)
 #
-# Prints each include that points up. Exit status: 0 there is none, 1 otherwise.
+# Prints each include that points up, and each folder that the table has no row for. Exit status: 0 there is none, 1 otherwise.
 set -euo pipefail
 cd "${1:-$(dirname "$0")/..}"
 
@@ -30,8 +30,9 @@ reference_host/generator:   document options lowering passes targets
 reference_host/render:      system shading
 reference_host/output:      system
 reference_host/host:        nodes document options generator interfaces sdk
-reference_host/app:         interfaces sdk exporter_base exporters system shading document generator render host output check
-reference_host/check:       interfaces sdk exporter_base exporters system recording_host app
+reference_host/desktop:     interfaces exporter_base system
+reference_host/check:       interfaces sdk exporter_base exporters system recording_host desktop
+reference_host/app:         interfaces sdk exporter_base exporters system shading document generator render host output desktop check
 '
 interfaces='plugin/(export_symbol|iexporter|iexporter_plugin|interface|plugin)\.h'
 
@@ -44,16 +45,27 @@ includes_of()
 }
 
 status=0
+fail()
+{
+    echo "$1"
+    status=1
+}
+
+above=' interfaces '
 while IFS=: read -r folder allowed; do
     [ -n "$folder" ] || continue
+    for lower in $allowed; do
+        [[ $above == *" $lower "* ]] || fail "the row of $folder names $lower, which is not above it"
+    done
+    above+="${folder##*/} "
     while read -r file included; do
         case " ${folder##*/} $allowed " in
         *" $included "*) ;;
-        *)
-            echo "$file includes a header of $included/"
-            status=1
-            ;;
+        *) fail "$file includes a header of $included/" ;;
         esac
     done < <(includes_of "$folder")
 done <<<"$layers"
+for folder in reference_host/*/; do
+    [[ $above == *" $(basename "$folder") "* ]] || fail "$folder has no row"
+done
 exit $status

@@ -5,9 +5,9 @@
 #include "reference_host/app/interruption.h"
 #include "reference_host/app/item_record.h"
 #include "reference_host/app/output_place.h"
-#include "reference_host/app/virtual_display.h"
 #include "reference_host/app/worker_pool.h"
-#include "reference_host/app/wx_runtime.h"
+#include "reference_host/desktop/virtual_display.h"
+#include "reference_host/desktop/wx_runtime.h"
 
 #include <chrono>
 #include <optional>

@@ -6,7 +6,7 @@
 #include "reference_host/app/item_record.h"
 #include "reference_host/app/output_place.h"
 #include "reference_host/app/plugin_library.h"
-#include "reference_host/app/wx_runtime.h"
+#include "reference_host/desktop/wx_runtime.h"
 #include "reference_host/output/write_failure.h"
 #include "reference_host/system/temporary_folder.h"
 

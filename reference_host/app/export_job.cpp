@@ -1,7 +1,7 @@
 #include "reference_host/app/export_job.h"
 
-#include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/interruption.h"
+#include "reference_host/desktop/exporter_panel.h"
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/staged_files.h"
 #include "reference_host/output/write_failure.h"

@@ -3,9 +3,9 @@
 #define REFERENCE_HOST_APP_EXPORT_JOB_H
 
 #include "plugin/iexporter.h"
-#include "reference_host/app/message_boxes.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/replacement.h"
+#include "reference_host/desktop/message_boxes.h"
 #include "reference_host/host/export_session.h"
 
 #include <string>

@@ -2,9 +2,9 @@
 #ifndef REFERENCE_HOST_APP_EXPORT_REQUEST_H
 #define REFERENCE_HOST_APP_EXPORT_REQUEST_H
 
-#include "reference_host/app/message_boxes.h"
-#include "reference_host/app/panel_options.h"
 #include "reference_host/app/replacement.h"
+#include "reference_host/desktop/message_boxes.h"
+#include "reference_host/desktop/panel_options.h"
 #include "reference_host/host/export_scene.h"
 #include "reference_host/host/render_settings.h"
 

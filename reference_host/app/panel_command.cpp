@@ -1,9 +1,9 @@
 #include "reference_host/app/commands.h"
 
 #include "exporter_base/bytes.h"
-#include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/plugin_library.h"
-#include "reference_host/app/wx_runtime.h"
+#include "reference_host/desktop/exporter_panel.h"
+#include "reference_host/desktop/wx_runtime.h"
 #include "reference_host/system/file_access.h"
 
 #include <cstdio>

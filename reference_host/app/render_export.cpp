@@ -3,7 +3,7 @@
 #include "reference_host/app/export_item.h"
 #include "reference_host/app/export_job.h"
 #include "reference_host/app/plugin_library.h"
-#include "reference_host/app/wx_runtime.h"
+#include "reference_host/desktop/wx_runtime.h"
 
 #include <algorithm>
 #include <cstdio>

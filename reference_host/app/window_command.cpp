@@ -2,11 +2,11 @@
 
 #include "exporter_base/bytes.h"
 #include "reference_host/app/export_job.h"
-#include "reference_host/app/exporter_panel.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/app/written_files.h"
-#include "reference_host/app/wx_runtime.h"
+#include "reference_host/desktop/exporter_panel.h"
+#include "reference_host/desktop/wx_runtime.h"
 
 #include <memory>
 #include <stdexcept>

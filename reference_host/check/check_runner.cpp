@@ -1,7 +1,7 @@
 #include "reference_host/check/check_runner.h"
 
-#include "reference_host/app/wx_runtime.h"
 #include "reference_host/check/check_table.h"
+#include "reference_host/desktop/wx_runtime.h"
 #include "reference_host/system/process.h"
 #include "reference_host/system/temporary_folder.h"
 

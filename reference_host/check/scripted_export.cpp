@@ -1,6 +1,6 @@
 #include "reference_host/check/scripted_export.h"
 
-#include "reference_host/app/exporter_panel.h"
+#include "reference_host/desktop/exporter_panel.h"
 #include "reference_host/system/file_access.h"
 
 #include <cstdint>

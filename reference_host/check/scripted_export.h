@@ -3,7 +3,7 @@
 #define REFERENCE_HOST_CHECK_SCRIPTED_EXPORT_H
 
 #include "plugin/iexporter.h"
-#include "reference_host/app/message_boxes.h"
+#include "reference_host/desktop/message_boxes.h"
 #include "reference_host/recording_host/recording_host.h"
 
 #include <map>

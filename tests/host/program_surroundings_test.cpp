@@ -1,5 +1,5 @@
 // The program among displays, pipes, closed streams and signals.
-#include "reference_host/app/virtual_display.h"
+#include "reference_host/desktop/virtual_display.h"
 #include "reference_host/system/process.h"
 #include "tests/host/documents.h"
 

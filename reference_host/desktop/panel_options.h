@@ -3,8 +3,8 @@
 // An option is a check box, combo box or text field. Its names are the control's window name, its
 // label, and the label of the text before it; upper and lower case do not matter, spaces and
 // underscores are one, and a colon at the end is left out.
-#ifndef REFERENCE_HOST_APP_PANEL_OPTIONS_H
-#define REFERENCE_HOST_APP_PANEL_OPTIONS_H
+#ifndef REFERENCE_HOST_DESKTOP_PANEL_OPTIONS_H
+#define REFERENCE_HOST_DESKTOP_PANEL_OPTIONS_H
 
 #include <string>
 #include <vector>

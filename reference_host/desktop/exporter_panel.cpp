@@ -1,4 +1,4 @@
-#include "reference_host/app/exporter_panel.h"
+#include "reference_host/desktop/exporter_panel.h"
 
 #include "exporter_base/bytes.h"
 #include "exporter_base/control_ids.h"

@@ -1,4 +1,4 @@
-#include "reference_host/app/virtual_display.h"
+#include "reference_host/desktop/virtual_display.h"
 
 #include <cstdlib>
 #include <stdexcept>

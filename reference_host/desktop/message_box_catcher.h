@@ -1,7 +1,7 @@
 // Catches message boxes before they appear. wxWidgets 3 has a hook for this; with 2.8 GTK's modal
 // run is replaced.
-#ifndef REFERENCE_HOST_APP_MESSAGE_BOX_CATCHER_H
-#define REFERENCE_HOST_APP_MESSAGE_BOX_CATCHER_H
+#ifndef REFERENCE_HOST_DESKTOP_MESSAGE_BOX_CATCHER_H
+#define REFERENCE_HOST_DESKTOP_MESSAGE_BOX_CATCHER_H
 
 #include <memory>
 

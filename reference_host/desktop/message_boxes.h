@@ -1,6 +1,6 @@
 // Answers the plug-in's message boxes in place of a user.
-#ifndef REFERENCE_HOST_APP_MESSAGE_BOXES_H
-#define REFERENCE_HOST_APP_MESSAGE_BOXES_H
+#ifndef REFERENCE_HOST_DESKTOP_MESSAGE_BOXES_H
+#define REFERENCE_HOST_DESKTOP_MESSAGE_BOXES_H
 
 #include <memory>
 #include <string>

@@ -2,8 +2,8 @@
 //
 // Life: construction creates the panel (create_ui), any number of settings, close() reads it back
 // (remove_ui). A panel that is not closed is discarded.
-#ifndef REFERENCE_HOST_APP_EXPORTER_PANEL_H
-#define REFERENCE_HOST_APP_EXPORTER_PANEL_H
+#ifndef REFERENCE_HOST_DESKTOP_EXPORTER_PANEL_H
+#define REFERENCE_HOST_DESKTOP_EXPORTER_PANEL_H
 
 #include "plugin/iexporter.h"
 

@@ -1,7 +1,7 @@
-#include "reference_host/app/message_box_catcher.h"
+#include "reference_host/desktop/message_box_catcher.h"
 
 #include "exporter_base/bytes.h"
-#include "reference_host/app/message_boxes.h"
+#include "reference_host/desktop/message_boxes.h"
 
 #include <wx/msgdlg.h>
 

@@ -1,6 +1,6 @@
-#include "reference_host/app/message_boxes.h"
+#include "reference_host/desktop/message_boxes.h"
 
-#include "reference_host/app/message_box_catcher.h"
+#include "reference_host/desktop/message_box_catcher.h"
 
 namespace reference_host
 {

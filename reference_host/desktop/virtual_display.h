@@ -1,6 +1,6 @@
 // A display to show windows on, where there may be none.
-#ifndef REFERENCE_HOST_APP_VIRTUAL_DISPLAY_H
-#define REFERENCE_HOST_APP_VIRTUAL_DISPLAY_H
+#ifndef REFERENCE_HOST_DESKTOP_VIRTUAL_DISPLAY_H
+#define REFERENCE_HOST_DESKTOP_VIRTUAL_DISPLAY_H
 
 #include "reference_host/system/memory_file.h"
 

@@ -1,4 +1,4 @@
-#include "reference_host/app/wx_runtime.h"
+#include "reference_host/desktop/wx_runtime.h"
 
 #include "exporter_base/bytes.h"
 

@@ -1,4 +1,4 @@
-#include "reference_host/app/panel_options.h"
+#include "reference_host/desktop/panel_options.h"
 
 #include "exporter_base/bytes.h"
 

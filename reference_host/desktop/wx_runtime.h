@@ -1,8 +1,8 @@
 // The wx application that the host is.
-#ifndef REFERENCE_HOST_APP_WX_RUNTIME_H
-#define REFERENCE_HOST_APP_WX_RUNTIME_H
+#ifndef REFERENCE_HOST_DESKTOP_WX_RUNTIME_H
+#define REFERENCE_HOST_DESKTOP_WX_RUNTIME_H
 
-#include "reference_host/app/virtual_display.h"
+#include "reference_host/desktop/virtual_display.h"
 
 #include <optional>
 
