@@ -88,8 +88,8 @@ std::vector<size_t> Batch::find_work(Batch_progress& progress)
     Hash_store hashes;
     for (size_t number = 0; number < m_items.size(); ++number) {
         Entry& entry = m_items[number];
-        if (!entry.item.error.empty()) {
-            finish(number, failed_item(entry.item.error), progress);
+        if (!entry.item.errors.empty()) {
+            finish(number, failed_item(entry.item.errors), progress);
             continue;
         }
         entry.key = key_of(entry.item, m_command.scene, m_plugin.file(), hashes);

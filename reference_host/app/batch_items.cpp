@@ -106,14 +106,16 @@ std::vector<Export_item> items_of(const std::string& file, const Batch_command& 
             command.materials.empty() ? materials_of(*graph) : command.materials;
         for (const std::string& name : names) {
             item.node = name;
-            item.error =
-                graph->find_node(name) ? "" : file + ": error: " + no_such_node(*graph, name);
+            item.errors.clear();
+            if (!graph->find_node(name))
+                item.errors = {{Severity::error, no_such_node(*graph, name), {file, 0}}};
             items.push_back(item);
         }
         if (names.empty())
-            item.error = file + ": error: there is no surface material and no surface shader";
-    } catch (const Document_failure& failure) {
-        item.error = failure.what();
+            item.errors = {
+                {Severity::error, "there is no surface material and no surface shader", {file, 0}}};
+    } catch (const Failure& failure) {
+        item.errors = failure.messages();
     }
     if (items.empty())
         items.push_back(item);
@@ -172,7 +174,7 @@ std::vector<Export_item> make_items(const Batch_command& command, const Plugin_l
     std::set<std::string> taken;
     for (const std::string& file : all_documents(command)) {
         for (Export_item& item : items_of(file, command, documents)) {
-            if (!item.error.empty()) {
+            if (!item.errors.empty()) {
                 items.push_back(item);
                 continue;
             }
@@ -181,10 +183,12 @@ std::vector<Export_item> make_items(const Batch_command& command, const Plugin_l
                 item.exporter_name = names[static_cast<size_t>(index)];
                 item.output =
                     (fs::path(command.folder) / fill_pattern(command.name, item)).string();
-                item.error = taken.insert(item.output).second
-                                 ? ""
-                                 : item.output + " is written by an earlier item of this batch; "
-                                                 "choose other names with --name";
+                item.errors.clear();
+                if (!taken.insert(item.output).second)
+                    item.errors = {{Severity::error,
+                                    item.output + " is written by an earlier item of this batch; "
+                                                  "choose other names with --name",
+                                    {}}};
                 items.push_back(item);
             }
         }

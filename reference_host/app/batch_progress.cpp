@@ -60,8 +60,7 @@ void Batch_progress::print(const Export_item& item, const Item_result& result) c
         std::fprintf(stderr, "%sshader-export: error: failed: %s: %s -> %s%s\n",
                      m_has_color ? red : "", item.document.c_str(), item.node.c_str(),
                      item.exporter_name.c_str(), m_has_color ? plain : "");
-    for (const Message& message : result.messages)
-        std::fprintf(stderr, "%s\n", line_of(message).c_str());
+    print_messages(result.messages);
 }
 
 void Batch_progress::show_line(const Export_item& item) const

@@ -3,7 +3,7 @@
 #include "reference_host/app/commands.h"
 #include "reference_host/app/ir_command.h"
 #include "reference_host/app/list_command.h"
-#include "reference_host/app/opened_document.h"
+#include "reference_host/app/messages.h"
 #include "reference_host/app/render_export.h"
 #include "reference_host/app/usage_error.h"
 #include "reference_host/check/check_command.h"
@@ -12,8 +12,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <stdexcept>
 
 namespace reference_host
@@ -93,6 +95,9 @@ bool take_preference(const std::string& text, Preferences& preferences)
 
 bool take_kind(const std::string& text, Shader_kind_answer& kind)
 {
+    constexpr const char* known[] = {"surface", "environment", "lens", "light", "volume", "none"};
+    if (std::find(std::begin(known), std::end(known), text) == std::end(known))
+        return false;
     kind.from = text == "none" ? Shader_kind_answer::From::none : Shader_kind_answer::From::fixed;
     kind.text = text;
     return true;
@@ -119,10 +124,15 @@ void add_choice(CLI::App& app, const char* name, Choice& choice, const char* hel
 
 void add_search_path(CLI::App& app, std::vector<std::string>& search_path)
 {
-    app.add_option("--search-path", search_path,
-                   "A further folder for includes, images and user_copyright.txt")
-        ->type_name("DIR")
-        ->allow_extra_args(false);
+    add_repeated(app, "--search-path",
+                 "A further folder for includes, images and user_copyright.txt", "DIR",
+                 [&search_path](const std::string& folder) {
+                     std::error_code failure;
+                     if (!std::filesystem::is_directory(folder, failure))
+                         print_warning("the search path '" + folder + "' is no folder");
+                     search_path.push_back(folder);
+                     return true;
+                 });
 }
 
 void add_plugin(CLI::App& app, std::string& plugin)
@@ -176,13 +186,17 @@ void add_scene_options(CLI::App& app, Scene_request& scene)
         app, "--preference", "A preference of the editor; none: it has no preferences at all",
         "NAME=true|false",
         [&scene](const std::string& text) { return take_preference(text, scene.preferences); });
-    add_repeated(app, "--kind", "Overrides the node's shader kind; none: reports null", "KIND",
+    add_repeated(app, "--kind", "Overrides the node's shader kind; none: reports null",
+                 "surface|environment|lens|light|volume|none",
                  [&scene](const std::string& text) { return take_kind(text, scene.kind); });
-    add_choice<Texture_paths>(app, "--texture-paths", scene.texture_paths,
-                              "How image files are named in the output (default: as-is)",
-                              {{"relative", Texture_paths::relative},
-                               {"absolute", Texture_paths::absolute},
-                               {"as-is", Texture_paths::as_is}});
+    add_choice<Texture_paths>(
+        app, "--texture-paths", scene.texture_paths,
+        "How the output names images: from its folder (the default), from the "
+        "root, as the document does, or as copies that are made beside it",
+        {{"relative", Texture_paths::relative},
+         {"absolute", Texture_paths::absolute},
+         {"as-is", Texture_paths::as_is},
+         {"copy", Texture_paths::copy}});
 }
 
 // `exporter` is what settings are meant for that name none: all, strictly, or "*".
@@ -453,8 +467,8 @@ int run_command_line(int argc, char** argv)
         std::fprintf(stderr, "shader-export: error: %s\nRun with --help for more information.\n",
                      usage_error(app, error).c_str());
         return wrong_usage;
-    } catch (const Document_failure& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
+    } catch (const Failure& failure) {
+        print_messages(failure.messages());
         return not_done;
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "shader-export: error: %s\n", error.what());

@@ -26,10 +26,9 @@ namespace
 {
 
 // What went wrong on standard error, the files on standard output.
-void print_outcome(const Export_outcome& outcome)
+void print_outcome(const Export_outcome& outcome, const Opened_document& document)
 {
-    for (const Message& message : messages_of(outcome))
-        std::fprintf(stderr, "%s\n", line_of(message).c_str());
+    print_messages(messages_of(outcome, document));
     for (const Exported_file& file : outcome.files) {
         const bool is_written = file.state == Exported_file::State::written;
         std::printf("%s  %zu bytes%s%s\n", file.path.c_str(), file.content.size(),
@@ -42,7 +41,9 @@ Export_outcome export_to_standard_output(const Opened_document& document, IExpor
 {
     const Temporary_folder folder;
     const std::string output = export_file_name(folder.path() + "/", document.node().name);
-    Export_outcome outcome = run_export(document, exporter, output, request, replacement);
+    Scene_request here = request;
+    here.texture_base = ".";
+    Export_outcome outcome = run_export(document, exporter, output, here, replacement);
     if (outcome.files.size() > 1)
         throw std::invalid_argument("standard output takes one file, and '" +
                                     std::string(exporter.get_name()) + "' wrote " +
@@ -118,7 +119,7 @@ int export_document(const Export_command& command)
     const Export_outcome outcome =
         is_streamed ? export_to_standard_output(document, *exporter, request, replacement)
                     : run_export(document, *exporter, output, request, replacement);
-    print_outcome(outcome);
+    print_outcome(outcome, document);
     if (!command.depfile.empty() && outcome.is_success()) {
         const Export_item item{command.scene.document,
                                full_name(document.node()),

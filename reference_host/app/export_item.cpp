@@ -63,7 +63,7 @@ Item_result result_of(const Export_outcome& outcome, const Opened_document& docu
 {
     Item_result result;
     result.status = status_of(outcome);
-    result.messages = messages_of(outcome);
+    result.messages = messages_of(outcome, document);
     for (const Exported_file& file : outcome.files)
         result.files.push_back(
             {file.path, file.content.size(), content_hash(file.content), file.state});
@@ -104,11 +104,16 @@ std::vector<Option_setting> settings_for(const std::vector<Option_setting>& sett
     return own;
 }
 
-Item_result failed_item(const std::string& reason)
+Item_result failed_item(const std::vector<Message>& reasons)
 {
     Item_result result;
-    result.messages.push_back({Severity::error, reason, {}});
+    result.messages = reasons;
     return result;
+}
+
+Item_result failed_item(const std::string& reason)
+{
+    return failed_item(std::vector<Message>{{Severity::error, reason, {}}});
 }
 
 Item_result run_item(const Export_item& item, const Scene_request& all, Document_store& documents,
@@ -117,8 +122,10 @@ Item_result run_item(const Export_item& item, const Scene_request& all, Document
     const auto start = std::chrono::steady_clock::now();
     Item_result result;
     try {
-        result = item.error.empty() ? export_item(item, all, documents, plugin, replacement)
-                                    : failed_item(item.error);
+        result = item.errors.empty() ? export_item(item, all, documents, plugin, replacement)
+                                     : failed_item(item.errors);
+    } catch (const Failure& failure) {
+        result = failed_item(failure.messages());
     } catch (const std::exception& error) {
         result = failed_item(error.what());
     }
@@ -127,11 +134,17 @@ Item_result run_item(const Export_item& item, const Scene_request& all, Document
     return result;
 }
 
+std::vector<Message> messages_of(const Export_outcome& outcome, const Opened_document& document)
+{
+    std::vector<Message> messages = document.warnings();
+    const std::vector<Message> more = messages_of(outcome);
+    messages.insert(messages.end(), more.begin(), more.end());
+    return messages;
+}
+
 std::vector<Message> messages_of(const Export_outcome& outcome)
 {
-    std::vector<Message> messages;
-    for (const Diagnostic& diagnostic : outcome.diagnostics)
-        messages.push_back({diagnostic.severity, diagnostic.text, diagnostic.place});
+    std::vector<Message> messages = outcome.diagnostics;
     for (const Answered_box& box : outcome.boxes)
         messages.push_back(
             {Severity::warning,
@@ -140,15 +153,6 @@ std::vector<Message> messages_of(const Export_outcome& outcome)
     for (const std::string& reason : outcome.reasons)
         messages.push_back({Severity::error, reason, {}});
     return messages;
-}
-
-std::string line_of(const Message& message)
-{
-    std::string place = message.place.file.empty() ? "shader-export" : message.place.file;
-    if (message.place.line > 0)
-        place += ":" + std::to_string(message.place.line);
-    return place + (message.severity == Severity::error ? ": error: " : ": warning: ") +
-           message.text;
 }
 
 } // namespace reference_host

@@ -22,14 +22,8 @@ struct Export_item {
     std::string node; // its full name
     int exporter = 0;
     std::string exporter_name;
-    std::string output; // the export file name
-    std::string error;  // not empty: why it cannot be exported; then nothing else may be known
-};
-
-struct Message {
-    Severity severity = Severity::error;
-    std::string text;
-    Place place; // in a document; no file: nowhere
+    std::string output;          // the export file name
+    std::vector<Message> errors; // why it cannot be exported; then nothing else may be known
 };
 
 struct Fingerprint {
@@ -65,7 +59,7 @@ public:
     {
     }
 
-    // Throws Document_failure.
+    // Throws Failure.
     std::shared_ptr<Shader_graph> open(const std::string& file);
 
 private:
@@ -84,13 +78,12 @@ Item_result result_of(const Export_outcome& outcome, const Opened_document& docu
 Item_result run_item(const Export_item& item, const Scene_request& all, Document_store& documents,
                      const Plugin_library& plugin, Replacement& replacement);
 
+Item_result failed_item(const std::vector<Message>& reasons);
 Item_result failed_item(const std::string& reason);
 
-// What an export said, as messages.
+// What an export said, and the same with the warnings about its document before it.
 std::vector<Message> messages_of(const Export_outcome& outcome);
-
-// "FILE:LINE: error: TEXT" or "shader-export: error: TEXT".
-std::string line_of(const Message& message);
+std::vector<Message> messages_of(const Export_outcome& outcome, const Opened_document& document);
 
 } // namespace reference_host
 

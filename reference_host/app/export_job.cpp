@@ -1,6 +1,7 @@
 #include "reference_host/app/export_job.h"
 
 #include "reference_host/app/interruption.h"
+#include "reference_host/app/messages.h"
 #include "reference_host/desktop/exporter_panel.h"
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/staged_files.h"
@@ -171,6 +172,18 @@ void add_wrong_uses(const Export_session& session, Export_outcome& outcome)
         outcome.reasons.push_back("the plug-in used the host wrongly: " + finding);
 }
 
+// An exporter that makes several texts hears the same of each.
+Diagnostics without_doubles(const Diagnostics& diagnostics)
+{
+    Diagnostics result;
+    std::set<std::string> known;
+    for (const Diagnostic& diagnostic : diagnostics) {
+        if (known.insert(line_of(diagnostic)).second)
+            result.push_back(diagnostic);
+    }
+    return result;
+}
+
 // Judges by what can be seen. The files are in the stage.
 Export_outcome judge(const Export_session& session, const Staged_files& stage,
                      const std::vector<Answered_box>& boxes, const std::string& chosen,
@@ -179,7 +192,7 @@ Export_outcome judge(const Export_session& session, const Staged_files& stage,
     const Compiler_record& record = session.record();
     Export_outcome outcome;
     outcome.files = staged_files(stage);
-    outcome.diagnostics = record.diagnostics;
+    outcome.diagnostics = without_doubles(record.diagnostics);
     std::set<std::string> lost;
     for (const std::string& text : record.texts) {
         if (!is_written(text, outcome.files))
@@ -202,6 +215,19 @@ Export_outcome judge(const Export_session& session, const Staged_files& stage,
     if (const int signal = Interruption::signal())
         outcome.reasons.push_back(std::string("interrupted: ") + strsignal(signal));
     return outcome;
+}
+
+// Puts the copies of images beside the exported files.
+void add_copies(const Image_names& images, Staged_files& stage, Export_outcome& outcome)
+{
+    for (const auto& [name, original] : images.copies()) {
+        std::error_code failure;
+        fs::copy_file(original, stage.staged(name), failure);
+        if (failure)
+            outcome.reasons.emplace_back(Write_failure(stage.placed(name), failure.value()).what());
+        else
+            outcome.files.push_back({stage.placed(name), read_file(stage.staged(name))});
+    }
 }
 
 // Finds out which files exist already; those with the same content need no place.
@@ -283,29 +309,20 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
     Staged_files stage =
         scratch ? Staged_files(folder, output, scratch->path()) : Staged_files(folder, output);
     const std::string staged = stage.staged(chosen.filename().string());
-    Export_session session(document.scene(output));
+    Image_names images(request.texture_paths, document.images(), output, request.texture_base);
+    Export_session session(document.scene(images));
     const Message_box_answers answers(request.boxes);
     fill_panel(exporter, session, staged, request);
     const bool returned = exporter.export_shader(session.application(), session.view());
 
     Export_outcome outcome = judge(session, stage, answers.boxes(), output, returned);
     if (outcome.is_success())
+        add_copies(images, stage, outcome);
+    if (outcome.is_success())
         place_files(stage, outcome, request, replacement);
     if (!outcome.is_success())
         outcome.files.clear();
     return outcome;
-}
-
-void print_diagnostics(const Diagnostics& diagnostics)
-{
-    for (const Diagnostic& diagnostic : diagnostics) {
-        std::string place = diagnostic.place.file.empty() ? "shader-export" : diagnostic.place.file;
-        if (diagnostic.place.line > 0)
-            place += ":" + std::to_string(diagnostic.place.line);
-        std::fprintf(stderr, "%s: %s: %s\n", place.c_str(),
-                     diagnostic.severity == Severity::error ? "error" : "warning",
-                     diagnostic.text.c_str());
-    }
 }
 
 } // namespace reference_host

@@ -45,9 +45,6 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
                           const std::string& output, const Scene_request& request,
                           Replacement& replacement);
 
-// "FILE:LINE: warning: TEXT" on standard error for each.
-void print_diagnostics(const Diagnostics& diagnostics);
-
 } // namespace reference_host
 
 #endif

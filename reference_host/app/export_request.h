@@ -2,6 +2,7 @@
 #ifndef REFERENCE_HOST_APP_EXPORT_REQUEST_H
 #define REFERENCE_HOST_APP_EXPORT_REQUEST_H
 
+#include "reference_host/app/image_files.h"
 #include "reference_host/app/replacement.h"
 #include "reference_host/desktop/message_boxes.h"
 #include "reference_host/desktop/panel_options.h"
@@ -14,20 +15,14 @@
 namespace reference_host
 {
 
-// How the names of image files stand in the exported text.
-enum class Texture_paths {
-    as_is,    // as the document has them, file prefixes applied
-    relative, // to the folder of the exported file
-    absolute
-};
-
 // What is exported and how, except for the exporter and the output.
 struct Scene_request {
     std::string document;
     std::string node; // empty: the first surface material, else the first surface shader
     Lighting_request render;
     std::vector<std::string> search_path; // further folders for includes, images and user files
-    Texture_paths texture_paths = Texture_paths::as_is;
+    Texture_paths texture_paths = Texture_paths::relative;
+    std::string texture_base; // what relative names start from; empty: the exported file's folder
     Preferences preferences;
     Shader_kind_answer kind;
     Box_policy boxes;

@@ -14,10 +14,12 @@ namespace
 
 namespace fs = std::filesystem;
 
-std::string message(const Read_result& result)
+std::vector<Message> messages_of(const Read_result& result)
 {
-    const std::string line = result.place.line > 0 ? ":" + std::to_string(result.place.line) : "";
-    return result.place.file + line + ": error: " + result.error;
+    std::vector<Message> messages;
+    for (const Document_problem& problem : result.problems)
+        messages.push_back({Severity::error, problem.text, problem.place});
+    return messages;
 }
 
 const Node* first_of(const Shader_graph& graph, bool (*fits)(const Node&))
@@ -34,29 +36,37 @@ const Node& chosen_node(const Shader_graph& graph, const Scene_request& request)
     if (request.node.empty()) {
         if (const Node* node = default_node(graph))
             return *node;
-        throw Document_failure(request.document + ": error: there is no surface material and no "
-                                                  "surface shader; choose a node with --node");
+        throw Failure({{Severity::error,
+                        "there is no surface material and no surface shader; choose a node with "
+                        "--node",
+                        {request.document, 0}}});
     }
     if (const Node* node = graph.find_node(request.node))
         return *node;
     throw std::invalid_argument(no_such_node(graph, request.node));
 }
 
-// Where an image lies: in the document's folder or one of the search path; as if in the document's
-// folder when nowhere.
-fs::path find_image(const std::string& name, const std::string& folder,
-                    const std::vector<std::string>& search_path)
+// The name of the image that the input holds; empty when it holds none.
+std::string image_of(const Input& input)
 {
-    fs::path usual = fs::absolute(fs::path(folder) / name).lexically_normal();
-    std::error_code failure;
-    if (fs::exists(usual, failure))
-        return usual;
-    for (const std::string& other : search_path) {
-        fs::path candidate = fs::absolute(fs::path(other) / name).lexically_normal();
-        if (fs::exists(candidate, failure))
-            return candidate;
+    const Value* value = input.value       ? &*input.value
+                         : input.parameter ? &input.parameter->value
+                                           : nullptr;
+    return value && value->type == Type::filename ? value->text : std::string();
+}
+
+// The node and all that it reads, itself or through others.
+std::vector<const Node*> nodes_below(const Node& start)
+{
+    std::set<const Node*> seen{&start};
+    std::vector<const Node*> nodes{&start};
+    for (size_t next = 0; next < nodes.size(); ++next) {
+        for (const Input& input : nodes[next]->inputs) {
+            if (input.source && seen.insert(input.source).second)
+                nodes.push_back(input.source);
+        }
     }
-    return usual;
+    return nodes;
 }
 
 } // namespace
@@ -79,7 +89,7 @@ std::unique_ptr<Shader_graph> open_document(const std::string& file,
 {
     Read_result result = read_materialx(file, search_path);
     if (!result.graph)
-        throw Document_failure(message(result));
+        throw Failure(messages_of(result));
     return std::move(result.graph);
 }
 
@@ -101,25 +111,56 @@ Opened_document::Opened_document(const Scene_request& request, std::shared_ptr<S
     : m_request(request),
       m_graph(std::move(graph)),
       m_node(&chosen_node(*m_graph, m_request)),
+      m_images(m_graph->folder, request.search_path),
       m_render_settings(make_render_settings(*m_graph, request.render))
 {
+    warn_of_missing_images(*m_node);
+    if (const Node* environment = m_render_settings.environment)
+        warn_of_missing_images(*environment);
+    const Node* volume = m_render_settings.volume;
+    if (volume && is_made(*volume))
+        warn("the document has no volume '" + volume->name + "'; a fog of that name is made", {});
+}
+
+bool Opened_document::is_made(const Node& node)
+{
+    return node.place.file.empty();
+}
+
+void Opened_document::warn(const std::string& text, const Place& place)
+{
+    m_warnings.push_back({Severity::warning, text, place});
+}
+
+void Opened_document::warn_of_missing_images(const Node& start)
+{
+    for (const Node* node : nodes_below(start)) {
+        for (const Input& input : node->inputs) {
+            const std::string image = image_of(input);
+            if (image.empty() || !m_images.find(image).empty())
+                continue;
+            if (is_made(*node))
+                warn("the document has no environment '" + node->name +
+                         "', and there is no image '" + image + "' for a new one",
+                     {});
+            else
+                warn("node '" + full_name(*node) + "' (" + node->category + "), input '" +
+                         input.name + "': the image '" + image + "' is missing",
+                     node->place);
+        }
+    }
 }
 
 std::vector<std::string> Opened_document::inputs() const
 {
     std::set<std::string> images;
-    const auto add = [&](const Value& value) {
-        if (value.type == Type::filename && !value.text.empty())
-            images.insert(find_image(value.text, m_graph->folder, m_request.search_path).string());
-    };
     for (const auto& node : m_graph->nodes) {
         for (const Input& input : node->inputs) {
-            if (input.value)
-                add(*input.value);
+            const std::string image = image_of(input);
+            if (!image.empty())
+                images.insert(m_images.expect(image));
         }
     }
-    for (const auto& parameter : m_graph->parameters)
-        add(parameter->value);
     std::vector<std::string> files = m_graph->files;
     files.insert(files.end(), images.begin(), images.end());
     for (const std::string& folder : m_request.search_path)
@@ -127,7 +168,7 @@ std::vector<std::string> Opened_document::inputs() const
     return files;
 }
 
-Export_scene Opened_document::scene(const std::string& output) const
+Export_scene Opened_document::scene(Image_names& images) const
 {
     Export_scene scene;
     scene.graph = m_graph.get();
@@ -136,15 +177,8 @@ Export_scene Opened_document::scene(const std::string& output) const
     scene.render_settings = m_render_settings;
     scene.search_paths = m_request.search_path;
     scene.preferences = m_request.preferences;
-    if (m_request.texture_paths == Texture_paths::as_is)
-        return scene;
-    const fs::path base = fs::absolute(output).parent_path().lexically_normal();
-    const bool is_relative = m_request.texture_paths == Texture_paths::relative;
-    scene.generator.texture_path = [this, base, is_relative](const std::string& name) {
-        if (name.empty())
-            return name;
-        const fs::path image = find_image(name, m_graph->folder, m_request.search_path);
-        return (is_relative ? image.lexically_relative(base) : image).generic_string();
+    scene.generator.texture_path = [&images](const std::string& name) {
+        return images.name_of(name);
     };
     return scene;
 }

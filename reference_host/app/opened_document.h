@@ -3,23 +3,17 @@
 #define REFERENCE_HOST_APP_OPENED_DOCUMENT_H
 
 #include "reference_host/app/export_request.h"
+#include "reference_host/app/messages.h"
 #include "reference_host/host/export_scene.h"
 
 #include <memory>
-#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace reference_host
 {
 
-// A document that cannot be used. The message is complete: "FILE:LINE: error: TEXT".
-class Document_failure : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
-
-// Reads a document. Throws Document_failure.
+// Reads a document. Throws Failure with all that is wrong with it.
 std::unique_ptr<Shader_graph> open_document(const std::string& file,
                                             const std::vector<std::string>& search_path);
 
@@ -34,7 +28,7 @@ std::string no_such_node(const Shader_graph& graph, const std::string& name);
 class Opened_document
 {
 public:
-    // Throws Document_failure when the document cannot be read or has nothing to export, and
+    // Throws Failure when the document cannot be read or has nothing to export, and
     // std::invalid_argument when a name that the user gave does not fit the document.
     explicit Opened_document(const Scene_request& request);
 
@@ -44,17 +38,32 @@ public:
 
     const Node& node() const { return *m_node; }
 
+    // What the user should know of the scene: images that are missing, an environment or a volume
+    // that the document does not have.
+    const std::vector<Message>& warnings() const { return m_warnings; }
+
     // All files that an export depends on: the documents, the images that they name, and the user's
     // files in the search path. Some may not exist.
     std::vector<std::string> inputs() const;
 
-    // The scene of an export to a file of that name. Refers to this object.
-    Export_scene scene(const std::string& output) const;
+    // Where its images may lie.
+    const Image_folders& images() const { return m_images; }
+
+    // The scene of an export whose images get these names. Refers to both.
+    Export_scene scene(Image_names& images) const;
 
 private:
+    // Whether the node is none of the document's.
+    static bool is_made(const Node& node);
+
+    void warn(const std::string& text, const Place& place);
+    void warn_of_missing_images(const Node& start);
+
     Scene_request m_request;
     std::shared_ptr<Shader_graph> m_graph;
     const Node* m_node = nullptr;
+    Image_folders m_images;
+    std::vector<Message> m_warnings;
     Render_settings m_render_settings;
 };
 

@@ -47,10 +47,10 @@ int plan_batch(const Plan_command& command)
     std::vector<Planned_command> commands;
     bool is_complete = true;
     for (const Export_item& item : make_items(command.batch, plugin, documents)) {
-        if (item.error.empty()) {
+        if (item.errors.empty()) {
             commands.push_back(planned(item, command.batch, plugin));
         } else {
-            std::fprintf(stderr, "%s\n", line_of({Severity::error, item.error, {}}).c_str());
+            print_messages(item.errors);
             is_complete = false;
         }
     }

@@ -6,7 +6,6 @@
 #include "reference_host/desktop/wx_runtime.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
@@ -87,8 +86,7 @@ Exported_shader export_shader(const Scene_request& scene, QZ::TSDK::IExporter& e
     Replacement replacement(scene.overwrite);
     const Export_outcome outcome =
         run_export(document, exporter, folder + "/shader", scene, replacement);
-    for (const Message& message : messages_of(outcome))
-        std::fprintf(stderr, "%s\n", line_of(message).c_str());
+    print_messages(messages_of(outcome)); // the renderer itself tells which images are missing
     Exported_shader shader;
     shader.name = document.node().name;
     if (outcome.is_success())

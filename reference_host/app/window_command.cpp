@@ -2,6 +2,7 @@
 
 #include "exporter_base/bytes.h"
 #include "reference_host/app/export_job.h"
+#include "reference_host/app/messages.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/app/written_files.h"
@@ -36,10 +37,12 @@ constexpr int fit_delay_ms = 200; // until GTK knows the real sizes of new contr
 class Export_window : public wxFrame
 {
 public:
-    Export_window(const Opened_document& document, const Plugin_library& plugin)
+    Export_window(const Opened_document& document, const Plugin_library& plugin,
+                  Texture_paths texture_paths)
         : wxFrame(nullptr, wxID_ANY, from_bytes(("Export " + document.node().name).c_str())),
           m_document(document),
-          m_plugin(plugin)
+          m_plugin(plugin),
+          m_images(texture_paths, document.images(), {})
     {
         wxPanel* background = new wxPanel(this);
         m_choice = new wxChoice(background, wxID_ANY);
@@ -88,7 +91,7 @@ private:
         const Written_files watch(m_panel->file_name());
         m_panel->close();
         m_exporter->export_shader(m_session->application(), m_session->view());
-        print_diagnostics(m_session->record().diagnostics);
+        print_messages(m_session->record().diagnostics);
         m_result->SetLabel(from_bytes(result_of(watch).c_str()));
         open_panel();
     }
@@ -116,7 +119,7 @@ private:
     void open_panel()
     {
         m_panel.reset();
-        m_session = std::make_unique<Export_session>(m_document.scene({}));
+        m_session = std::make_unique<Export_session>(m_document.scene(m_images));
         m_panel =
             std::make_unique<Exporter_panel>(*m_exporter, m_session->view(), *m_area, panel_width);
         m_area->SetMinSize(m_panel->needed_area());
@@ -128,6 +131,7 @@ private:
 
     const Opened_document& m_document;
     const Plugin_library& m_plugin;
+    Image_names m_images;
     wxChoice* m_choice = nullptr;
     wxPanel* m_area = nullptr;
     wxStaticText* m_result = nullptr;
@@ -144,9 +148,10 @@ private:
 int show_window(const Scene_request& scene, const std::string& plugin)
 {
     const Opened_document document(scene);
+    print_messages(document.warnings());
     const Wx_runtime wx(Display_choice::users);
     const Plugin_library library(plugin);
-    (new Export_window(document, library))->Show();
+    (new Export_window(document, library, scene.texture_paths))->Show();
     Wx_runtime::run();
     return 0;
 }

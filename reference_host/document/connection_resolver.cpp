@@ -78,6 +78,8 @@ bool is_shaping(const Input& input, const Parameter& parameter)
 void check_type(const Element& from, Type given, const std::string& giver)
 {
     const Type wanted = declared_type(from);
+    if (given == Type::none) // told where it is declared
+        return;
     if (wanted != given && from.attribute("channels").empty())
         throw Document_error(from.place(), describe(from) + ": wrong type: it is " +
                                                type_name(wanted) + ", but " + giver + " is " +
@@ -149,8 +151,8 @@ void Connection_resolver::connect()
         for (const auto& [node, element] : scope->nodes)
             if (is_known_category(node->category))
                 add_inputs(*scope, *node, element);
-        for (const auto& [name, output] : scope->outputs)
-            resolve(*scope, output);
+        for (const auto& row : scope->outputs)
+            m_problems.attempt([&] { resolve(*scope, row.second); });
     }
 }
 
@@ -160,29 +162,33 @@ void Connection_resolver::check_interface(const Scope& scope)
     if (!scope.parent)
         return;
     const Element& holder = scope.use ? scope.use : scope.graph;
-    check_input_names(holder);
+    m_problems.attempt([&] { check_input_names(holder); });
     for (const Element& input : holder.children()) {
-        if (!input.is_input())
-            continue;
-        const Element declaration = scope.find_interface(input.name());
-        if (!declaration)
-            throw Document_error(input.place(), describe(input) + ": the definition '" +
-                                                    scope.definition->nodedefs.front().name() +
-                                                    "' has no such input");
-        check_type(input, declared_type(declaration), describe(declaration));
-        if (is_connected(input))
-            resolve(*scope.parent, input);
-        else
-            value_of(input, declared_type(input));
+        if (input.is_input())
+            m_problems.attempt([&] { check_interface_input(scope, input); });
     }
+}
+
+void Connection_resolver::check_interface_input(const Scope& scope, const Element& input)
+{
+    const Element declaration = scope.find_interface(input.name());
+    if (!declaration)
+        throw Document_error(input.place(), describe(input) + ": the definition '" +
+                                                scope.definition->nodedefs.front().name() +
+                                                "' has no such input");
+    check_type(input, declared_type(declaration), describe(declaration));
+    if (is_connected(input))
+        resolve(*scope.parent, input);
+    else
+        value_of(input, declared_type(input));
 }
 
 void Connection_resolver::add_inputs(const Scope& scope, Node& node, const Element& element)
 {
-    check_input_names(element);
+    m_problems.attempt([&] { check_input_names(element); });
     for (const Element& child : element.children()) {
         if (child.is_input())
-            add_input(scope, node, child);
+            m_problems.attempt([&] { add_input(scope, node, child); });
     }
 }
 
@@ -213,13 +219,30 @@ void Connection_resolver::add_input(const Scope& scope, Node& node, const Elemen
 Connection_resolver::Origin Connection_resolver::resolve(const Scope& scope, const Element& element)
 {
     std::vector<Hop> hops;
+    try {
+        return follow_hops({&scope, element}, hops);
+    } catch (...) { // what leads here is wrong for the same reason
+        for (const Hop& hop : hops) {
+            Origin& origin = m_origins[{hop.scope, hop.element.id()}].emplace();
+            origin.is_wrong = true;
+        }
+        throw;
+    }
+}
+
+// `hops` are those that were made, also when it throws.
+Connection_resolver::Origin Connection_resolver::follow_hops(const Hop& start,
+                                                             std::vector<Hop>& hops)
+{
     Origin origin;
-    for (std::optional<Hop> at = Hop{&scope, element}; at; at = follow(*at, origin)) {
+    for (std::optional<Hop> at = start; at; at = follow(*at, origin)) {
         const auto [known, is_new] = m_origins.try_emplace({at->scope, at->element.id()});
         if (!is_new) {
             if (!known->second)
                 throw Document_error(at->element.place(),
                                      describe(at->element) + ": the connections form a cycle");
+            if (known->second->is_wrong)
+                throw Told_already();
             origin = *known->second;
             break;
         }

@@ -12,22 +12,25 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace reference_host
 {
 
+class Document_problems;
+
 class Connection_resolver
 {
 public:
-    // Both must outlive the resolver. Parameters and geometry nodes are added to the graph.
-    Connection_resolver(const Scopes& scopes, Shader_graph& graph)
-        : m_scopes(scopes), m_graph(graph)
+    // All must outlive the resolver. Parameters and geometry nodes are added to the graph.
+    Connection_resolver(const Scopes& scopes, Shader_graph& graph, Document_problems& problems)
+        : m_scopes(scopes), m_graph(graph), m_problems(problems)
     {
     }
 
-    // Fills in the inputs of all nodes. Throws Document_error for names that are missing, values
-    // and connections of a wrong type, inputs given twice, and connections that lead back to
-    // themselves without passing a node.
+    // Fills in the inputs of all nodes. Leaves out, and notes, what names something that is
+    // missing, values and connections of a wrong type, inputs given twice, and connections that
+    // lead back to themselves without passing a node.
     void connect();
 
 private:
@@ -44,6 +47,7 @@ private:
         std::string output;
         Parameter* parameter = nullptr;
         std::string channels;
+        bool is_wrong = false; // and told
     };
 
     using Key = std::pair<const Scope*, const void*>;
@@ -51,8 +55,10 @@ private:
     void add_inputs(const Scope& scope, Node& node, const Element& element);
     void add_input(const Scope& scope, Node& node, const Element& element);
     void check_interface(const Scope& scope);
+    void check_interface_input(const Scope& scope, const Element& input);
 
     Origin resolve(const Scope& scope, const Element& element);
+    Origin follow_hops(const Hop& start, std::vector<Hop>& hops);
     std::optional<Hop> follow(const Hop& at, Origin& origin);
     std::optional<Hop> follow_interface(const Hop& at, Origin& origin);
     std::optional<Hop> follow_output(const Scope& scope, const Element& from);
@@ -61,6 +67,7 @@ private:
 
     const Scopes& m_scopes;
     Shader_graph& m_graph;
+    Document_problems& m_problems;
     std::map<Key, std::optional<Origin>> m_origins; // nothing: on the way that is being followed
     std::map<Key, Parameter*> m_parameters;
     std::map<std::pair<const Scope*, std::string>, const Node*> m_geometry;

@@ -30,10 +30,11 @@ std::string read_text(const fs::path& path, std::uintmax_t& read)
         throw Document_error({path.string(), 0}, "cannot be opened: " + reason);
     read += text->size();
     if (read > max_document_size)
-        throw Document_error({path.string(), 0}, "the document and the files that it includes are "
-                                                 "larger than " +
-                                                     std::to_string(max_document_size >> 20) +
-                                                     " MiB");
+        throw Document_error({path.string(), 0},
+                             "the document and the files that it includes are "
+                             "larger than " +
+                                 std::to_string(max_document_size >> 20) + " MiB",
+                             Document_error::Reach::document);
     return std::move(*text);
 }
 
@@ -103,14 +104,16 @@ fs::path absolute_folder(const fs::path& file)
 class Loader
 {
 public:
-    Loader(const std::string& file, const std::vector<std::string>& search_path)
-        : m_search_path(search_path), m_folder(absolute_folder(file))
+    Loader(const std::string& file, const std::vector<std::string>& search_path,
+           Document_problems& problems)
+        : m_search_path(search_path), m_folder(absolute_folder(file)), m_problems(problems)
     {
     }
 
     Document_files load(const std::string& file)
     {
-        add(file, {}, 0);
+        m_problems.attempt([&] { add(file, {}, 0); });
+        m_problems.end_if_any();
         return std::move(m_result);
     }
 
@@ -136,7 +139,7 @@ private:
         check_root(root);
         for (const Element& element : root.children()) {
             if (is_include(element))
-                include(element, root, depth + 1);
+                m_problems.attempt([&] { include(element, root, depth + 1); });
             else
                 m_result.elements.push_back(element);
         }
@@ -148,7 +151,8 @@ private:
         if (target.empty())
             throw Document_error(element.place(), "an include names no file");
         if (depth > max_include_depth)
-            throw Document_error(element.place(), "files include each other too deeply");
+            throw Document_error(element.place(), "files include each other too deeply",
+                                 Document_error::Reach::document);
         const fs::path path = find_included(target, element.file());
         if (path.empty())
             throw Document_error(element.place(), "the included file '" + target + "' is missing");
@@ -170,6 +174,7 @@ private:
 
     const std::vector<std::string>& m_search_path;
     fs::path m_folder; // of the opened document
+    Document_problems& m_problems;
     std::set<std::string> m_seen;
     std::uintmax_t m_read = 0; // bytes of all files
     Document_files m_result;
@@ -237,9 +242,10 @@ std::string Element::inherited(const char* key, const std::string& outermost) co
     return outermost;
 }
 
-Document_files load_document(const std::string& file, const std::vector<std::string>& search_path)
+Document_files load_document(const std::string& file, const std::vector<std::string>& search_path,
+                             Document_problems& problems)
 {
-    return Loader(file, search_path).load(file);
+    return Loader(file, search_path, problems).load(file);
 }
 
 } // namespace reference_host

@@ -15,6 +15,8 @@
 namespace reference_host
 {
 
+class Document_problems;
+
 // One XML file.
 struct Source_file {
     std::string path;        // as it was opened
@@ -80,10 +82,11 @@ struct Document_files {
     Element root() const { return Element(files.front()->xml.document_element(), *files.front()); }
 };
 
-// Reads the document and, once each, the files that it includes. Throws Document_error when a file
+// Reads the document and, once each, the files that it includes. Throws Reading_ended when a file
 // is missing, no regular file, not well-formed, larger than 64 MiB with what it includes, or not a
-// MaterialX document of version 1.
-Document_files load_document(const std::string& file, const std::vector<std::string>& search_path);
+// MaterialX document of version 1: what the others say about names is then worth nothing.
+Document_files load_document(const std::string& file, const std::vector<std::string>& search_path,
+                             Document_problems& problems);
 
 } // namespace reference_host
 

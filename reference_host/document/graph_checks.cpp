@@ -82,19 +82,28 @@ void check_connection(const Node& node, const Input& input, Type given, const st
                                                   : " leaves channels '" + input.channels + "'"));
 }
 
-void check_node(const Node& node)
+bool is_checked(const Node& node)
 {
-    if (!is_known_category(node.category))
+    return node.type != Type::none && is_known_category(node.category);
+}
+
+void check_input(const Node& node, const Input& input)
+{
+    if (input.source && is_checked(*input.source))
+        check_connection(node, input, output_of(node, input).type, describe(*input.source));
+    else if (input.parameter)
+        check_connection(node, input, input.parameter->value.type,
+                         "'" + input.parameter->name + "'");
+}
+
+void check_node(const Node& node, Document_problems& problems)
+{
+    if (!is_checked(node))
         return;
     if (!node.definition)
-        throw Document_error(node.place, describe(node) + ": " + misfit(node));
-    for (const Input& input : node.inputs) {
-        if (input.source && is_known_category(input.source->category))
-            check_connection(node, input, output_of(node, input).type, describe(*input.source));
-        else if (input.parameter)
-            check_connection(node, input, input.parameter->value.type,
-                             "'" + input.parameter->name + "'");
-    }
+        return problems.add({node.place, describe(node) + ": " + misfit(node)});
+    for (const Input& input : node.inputs)
+        problems.attempt([&] { check_input(node, input); });
 }
 
 // A walk along the connections, depth first. The path is a list and no recursion: graphs may be
@@ -102,6 +111,8 @@ void check_node(const Node& node)
 class Cycle_search
 {
 public:
+    explicit Cycle_search(Document_problems& problems) : m_problems(problems) {}
+
     void walk_from(const Node& start)
     {
         enter(start);
@@ -128,8 +139,8 @@ private:
         if (is_new)
             m_path.push_back({&node, 0});
         else if (state->second)
-            throw Document_error(node.place,
-                                 describe(node) + ": the connections form a cycle: " + cycle(node));
+            m_problems.add(
+                {node.place, describe(node) + ": the connections form a cycle: " + cycle(node)});
     }
 
     std::string cycle(const Node& node) const
@@ -144,17 +155,18 @@ private:
         return node.name + " -> " + text;
     }
 
+    Document_problems& m_problems;
     std::vector<Step> m_path;
     std::unordered_map<const Node*, bool> m_is_open; // false: left, nothing below it leads back
 };
 
 } // namespace
 
-void check_graph(const Shader_graph& graph)
+void check_graph(const Shader_graph& graph, Document_problems& problems)
 {
     for (const auto& node : graph.nodes)
-        check_node(*node);
-    Cycle_search search;
+        check_node(*node, problems);
+    Cycle_search search(problems);
     for (const auto& node : graph.nodes)
         search.walk_from(*node);
 }

@@ -7,10 +7,12 @@
 namespace reference_host
 {
 
-// Throws Document_error when a node of a known category fits no definition of it, a connection
-// takes from an output or channels that its source does not have, its type is wrong, or the graph
-// has a cycle.
-void check_graph(const Shader_graph& graph);
+class Document_problems;
+
+// Notes nodes of a known category that fit no definition of it, connections that take from an
+// output or channels that their source does not have or that have a wrong type, and cycles. Nodes
+// without a type were told before.
+void check_graph(const Shader_graph& graph, Document_problems& problems);
 
 } // namespace reference_host
 

@@ -62,7 +62,10 @@ Type type_of(const Element& element, const std::string& category)
 class Scope_maker
 {
 public:
-    Scope_maker(Scopes& scopes, Shader_graph& graph) : m_scopes(scopes), m_graph(graph) {}
+    Scope_maker(Scopes& scopes, Shader_graph& graph, Document_problems& problems)
+        : m_scopes(scopes), m_graph(graph), m_problems(problems)
+    {
+    }
 
     void add_document(const std::vector<Element>& elements)
     {
@@ -81,14 +84,18 @@ private:
 
     void add_members(Scope& scope, const std::vector<Element>& elements, int depth)
     {
-        for (const Element& element : elements) {
-            if (element.tag() == "output")
-                add_output(scope, element);
-            else if (element.tag() == "nodegraph")
-                add_node_graph(scope, element, depth);
-            else if (is_node(element))
-                add_node(scope, element, depth);
-        }
+        for (const Element& element : elements)
+            m_problems.attempt([&] { add_member(scope, element, depth); });
+    }
+
+    void add_member(Scope& scope, const Element& element, int depth)
+    {
+        if (element.tag() == "output")
+            add_output(scope, element);
+        else if (element.tag() == "nodegraph")
+            add_node_graph(scope, element, depth);
+        else if (is_node(element))
+            add_node(scope, element, depth);
     }
 
     static void add_output(Scope& scope, const Element& element)
@@ -140,19 +147,23 @@ private:
         node.name = element.name();
         node.scope = scope.path;
         node.category = category;
-        node.type = element.has("type") ? type_of(element, category) : Type::multioutput;
         node.place = element.place();
         add_name(scope, element).node = &node;
         scope.nodes.emplace_back(&node, element);
+        if (element.has("type"))
+            m_problems.attempt([&] { node.type = type_of(element, category); });
+        else
+            node.type = Type::multioutput;
     }
 
     void add_custom_node(Scope& scope, const Element& element, const Custom_definition& definition,
                          int depth)
     {
         if (depth > max_custom_depth)
-            throw Document_error(element.place(), "node '" + element.name() +
-                                                      "': the custom node '" + element.category() +
-                                                      "' contains itself or nests too deeply");
+            throw Document_error(element.place(),
+                                 "node '" + element.name() + "': the custom node '" +
+                                     element.category() + "' contains itself or nests too deeply",
+                                 Document_error::Reach::document);
         count_node(element);
         Member& member = add_name(scope, element);
         Scope& inner = open_scope(&scope, element.name());
@@ -166,21 +177,24 @@ private:
     void count_node(const Element& element)
     {
         if (++m_count > max_nodes)
-            throw Document_error(element.place(), "the document has more than " +
-                                                      std::to_string(max_nodes) + " nodes");
+            throw Document_error(element.place(),
+                                 "the document has more than " + std::to_string(max_nodes) +
+                                     " nodes",
+                                 Document_error::Reach::document);
     }
 
     Scopes& m_scopes;
     Shader_graph& m_graph;
+    Document_problems& m_problems;
     size_t m_count = 0;
 };
 
 } // namespace
 
-Scopes make_scopes(const Document_files& files, Shader_graph& graph)
+Scopes make_scopes(const Document_files& files, Shader_graph& graph, Document_problems& problems)
 {
-    Scopes scopes{Node_definitions(files.elements), {}};
-    Scope_maker(scopes, graph).add_document(files.elements);
+    Scopes scopes{Node_definitions(files.elements, problems), {}};
+    Scope_maker(scopes, graph, problems).add_document(files.elements);
     return scopes;
 }
 

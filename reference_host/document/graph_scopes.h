@@ -16,6 +16,8 @@
 namespace reference_host
 {
 
+class Document_problems;
+
 struct Scope;
 
 // What a name in a scope stands for: a node, or the scope that a node graph or custom node opens.
@@ -46,10 +48,10 @@ struct Scopes {
     std::vector<std::unique_ptr<Scope>> all; // the document first
 };
 
-// Makes all nodes, without their inputs, in the document's order. Throws Document_error for names
-// that are missing or exist twice, unknown types, and custom nodes that contain themselves. A node
-// of an unknown category is made: it matters only to what uses it.
-Scopes make_scopes(const Document_files& files, Shader_graph& graph);
+// Makes all nodes, without their inputs, in the document's order. Notes names that are missing or
+// exist twice, unknown types, and custom nodes that contain themselves. A node of an unknown
+// category is made: it matters only to what uses it; one of an unknown type has none.
+Scopes make_scopes(const Document_files& files, Shader_graph& graph, Document_problems& problems);
 
 // The type that an element declares. Throws Document_error when it is missing or unknown.
 Type declared_type(const Element& element);

@@ -16,7 +16,8 @@ namespace
 
 constexpr const char* default_color_space = "lin_rec709";
 
-std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Document_files& files)
+std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Document_files& files,
+                                          Document_problems& problems)
 {
     const std::filesystem::path path(file);
     auto graph = std::make_unique<Shader_graph>();
@@ -27,12 +28,21 @@ std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Documen
     graph->color_space = files.root().color_space();
     if (graph->color_space.empty())
         graph->color_space = default_color_space;
-    const Scopes scopes = make_scopes(files, *graph);
-    Connection_resolver(scopes, *graph).connect();
+    const Scopes scopes = make_scopes(files, *graph, problems);
+    Connection_resolver(scopes, *graph, problems).connect();
     for (const auto& node : graph->nodes)
         node->definition = find_definition(*node);
-    check_graph(*graph);
+    check_graph(*graph, problems);
+    problems.end_if_any();
     return graph;
+}
+
+std::vector<Document_problem> about_file(const std::string& file, const std::string& text)
+{
+    Document_problem problem;
+    problem.place.file = file;
+    problem.text = text;
+    return {problem};
 }
 
 } // namespace
@@ -40,17 +50,15 @@ std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Documen
 Read_result read_materialx(const std::string& file, const std::vector<std::string>& search_path)
 {
     Read_result result;
+    Document_problems problems;
     try {
-        result.graph = build_graph(file, load_document(file, search_path));
-    } catch (const Document_error& error) {
-        result.error = error.what();
-        result.place = error.place();
+        result.graph = build_graph(file, load_document(file, search_path, problems), problems);
+    } catch (const Reading_ended&) {
+        result.problems = problems.all();
     } catch (const std::filesystem::filesystem_error& error) {
-        result.error = error.code().message();
-        result.place.file = file;
+        result.problems = about_file(file, error.code().message());
     } catch (const std::bad_alloc&) {
-        result.error = "the document is too large for the memory";
-        result.place.file = file;
+        result.problems = about_file(file, "the document is too large for the memory");
     }
     return result;
 }

@@ -22,14 +22,22 @@
 namespace reference_host
 {
 
+struct Document_problem {
+    Place place;      // line 0: the file as a whole
+    std::string text; // one line, the place not included
+};
+
 struct Read_result {
-    std::unique_ptr<Shader_graph> graph; // null when the document cannot be used
-    std::string error;                   // then why: one line, its place not included
-    Place place;                         // of the error; line 0: the file as a whole
+    std::unique_ptr<Shader_graph> graph;    // null when the document cannot be used
+    std::vector<Document_problem> problems; // then why; there is one at least
+
+    // The first problem's text; empty when there is none.
+    std::string error() const { return problems.empty() ? "" : problems.front().text; }
 };
 
 // Reads the document and checks it. Included files are looked for beside the file that includes
-// them, then in the folders of `search_path`. Stops at the first error; accepts any bytes.
+// them, then in the folders of `search_path`. Goes on after an error, so that all are told at once;
+// what only follows from another one is not told. Accepts any bytes.
 Read_result read_materialx(const std::string& file, const std::vector<std::string>& search_path);
 
 } // namespace reference_host

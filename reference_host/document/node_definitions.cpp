@@ -35,27 +35,33 @@ Element Custom_definition::find_input(const std::string& name) const
     return graph.find_input(name);
 }
 
-Node_definitions::Node_definitions(const std::vector<Element>& document)
+Node_definitions::Node_definitions(const std::vector<Element>& document,
+                                   Document_problems& problems)
 {
     std::unordered_map<std::string, Element> graphs;
     for (const Element& element : document) {
         if (element.tag() == "nodegraph")
             graphs.emplace(element.name(), element);
         else if (element.tag() == "nodedef" && !m_nodedefs.emplace(element.name(), element).second)
-            throw Document_error(element.place(),
-                                 "the node definition '" + element.name() + "' exists twice");
+            problems.add(
+                {element.place(), "the node definition '" + element.name() + "' exists twice"});
     }
-    for (const Element& element : document) {
-        if (element.tag() == "nodegraph" && element.has("nodedef")) {
-            add(element.attribute("nodedef"), element, element);
-        } else if (element.tag() == "implementation" && element.has("nodegraph")) {
-            const auto graph = graphs.find(element.attribute("nodegraph"));
-            if (graph == graphs.end())
-                throw Document_error(element.place(), "the node graph '" +
-                                                          element.attribute("nodegraph") +
-                                                          "' of an implementation is missing");
-            add(element.attribute("nodedef"), graph->second, element);
-        }
+    for (const Element& element : document)
+        problems.attempt([&] { add_implementation(element, graphs); });
+}
+
+void Node_definitions::add_implementation(const Element& element,
+                                          const std::unordered_map<std::string, Element>& graphs)
+{
+    if (element.tag() == "nodegraph" && element.has("nodedef")) {
+        add(element.attribute("nodedef"), element, element);
+    } else if (element.tag() == "implementation" && element.has("nodegraph")) {
+        const auto graph = graphs.find(element.attribute("nodegraph"));
+        if (graph == graphs.end())
+            throw Document_error(element.place(), "the node graph '" +
+                                                      element.attribute("nodegraph") +
+                                                      "' of an implementation is missing");
+        add(element.attribute("nodedef"), graph->second, element);
     }
 }
 

@@ -15,6 +15,8 @@
 namespace reference_host
 {
 
+class Document_problems;
+
 struct Custom_definition {
     std::vector<Element> nodedefs; // the definition, then those that it inherits from
     Element graph;                 // what implements it
@@ -26,9 +28,9 @@ struct Custom_definition {
 class Node_definitions
 {
 public:
-    // Throws Document_error when an implementation names a missing definition or node graph, or a
-    // definition inherits from a missing one or from itself.
-    explicit Node_definitions(const std::vector<Element>& document);
+    // Leaves out, and notes, implementations of missing definitions or node graphs, and definitions
+    // that exist twice, or inherit from a missing one or from themselves.
+    Node_definitions(const std::vector<Element>& document, Document_problems& problems);
 
     // What a node may be a use of: the definition that it names, or the first of its category and
     // output type that declares all of its inputs. Null when there is none.
@@ -41,6 +43,8 @@ public:
     }
 
 private:
+    void add_implementation(const Element& element,
+                            const std::unordered_map<std::string, Element>& graphs);
     void add(const std::string& nodedef, const Element& graph, const Element& user);
     bool fits(const Custom_definition& definition, const Element& node) const;
 

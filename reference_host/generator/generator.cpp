@@ -122,6 +122,7 @@ public:
             m_module = std::move(lowered.module);
             m_known = std::move(lowered.known);
             m_warnings = std::move(lowered.warnings);
+            warn_of_inputs_without_counterpart();
             if (m_module.has_refusals)
                 read_by_default();
         });
@@ -177,6 +178,17 @@ private:
         });
         diagnostics.insert(diagnostics.end(), found.begin(), found.end());
         return good;
+    }
+
+    void warn_of_inputs_without_counterpart()
+    {
+        std::string names;
+        for (const std::string& input : m_module.without_counterpart)
+            names += (names.empty() ? "" : ", ") + input;
+        if (!names.empty())
+            m_warnings.push_back({Severity::warning,
+                                  described(m_shader) + ": without counterpart here: " + names,
+                                  m_shader.place});
     }
 
     Text_plan planned_text(Language language, const Text_options& options,

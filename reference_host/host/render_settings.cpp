@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 
 namespace reference_host
@@ -152,7 +153,10 @@ const Node* environment_named(Shader_graph& graph, const std::string& request)
         return node;
     const size_t colon = request.find(':');
     const std::string name = request.substr(0, colon);
-    if (name.empty() || graph.find_node(name))
+    const Node* known = graph.find_node(name);
+    if (known && known->place.file.empty())
+        return known; // made by an earlier request for the same graph
+    if (name.empty() || known)
         throw std::invalid_argument("the environment '" + request +
                                     "' needs a name that no node of the document has");
     Node& node = add_node(graph, name, "environment_map", Type::color3);
@@ -186,7 +190,10 @@ Render_settings make_render_settings(Shader_graph& graph, const Lighting_request
             settings.lights.push_back({node.get(), row->kind, spread_of(*node, row->kind), 0.0f});
     }
     size_t made = 0;
+    std::set<std::string> names;
     for (const Light_request& wanted : request.lights) {
+        if (!names.insert(wanted.name).second)
+            throw std::invalid_argument("the light '" + wanted.name + "' is asked for twice");
         const auto known = std::find_if(
             settings.lights.begin(), settings.lights.end(),
             [&](const Render_light& light) { return light.node->name == wanted.name; });

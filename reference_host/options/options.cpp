@@ -1,5 +1,7 @@
 #include "reference_host/options/options.h"
 
+#include "reference_host/options/profiles.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -290,6 +292,20 @@ const Option_row<Options>* find_row(const Option_row<Options> (&rows)[count],
     return nullptr;
 }
 
+// A compiler of tomorrow may know more of them.
+void warn_of_unknown_profiles(const Text_options& options, Diagnostics& diagnostics)
+{
+    const auto warn = [&](const char* option, const std::string& profile) {
+        report(diagnostics, Severity::warning,
+               std::string("option \"") + option + "\": the profile \"" + profile +
+                   "\" is unknown");
+    };
+    if (!is_vertex_profile(options.vertex_shader_profile))
+        warn("vertex_shader_profile", options.vertex_shader_profile);
+    if (!is_fragment_profile(options.fragment_shader_profile))
+        warn("fragment_shader_profile", options.fragment_shader_profile);
+}
+
 } // namespace
 
 Group_options read_group_options(const Option_set& options, Diagnostics& diagnostics)
@@ -320,6 +336,7 @@ Text_options read_text_options(const Option_set& options, Diagnostics& diagnosti
         else if (!row->read(value, read_options))
             report_value(diagnostics, name, value);
     }
+    warn_of_unknown_profiles(read_options, diagnostics);
     return read_options;
 }
 

@@ -7,7 +7,9 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace reference_host
 {
@@ -65,6 +67,14 @@ std::string block(const std::vector<std::string>& lines)
     return text + ">";
 }
 
+// What exporters name when nobody chose a map. They need not be there.
+constexpr const char* usual_maps[] = {"default.axml", "catia.axml"};
+
+bool is_usual(const std::string& file)
+{
+    return std::find(std::begin(usual_maps), std::end(usual_maps), file) != std::end(usual_maps);
+}
+
 bool is_regular_file(const std::string& path)
 {
     struct stat status = {};
@@ -96,6 +106,9 @@ Annotations::Annotations(const Text_options& options, const std::string& folder,
         read_map(file, diagnostics);
     else if (!file.empty() && file[0] != '/' && is_regular_file(folder + "/" + file))
         read_map(folder + "/" + file, diagnostics);
+    else if (!file.empty() && !is_usual(file))
+        diagnostics.push_back(
+            {Severity::warning, "the annotation map \"" + file + "\" is missing", {}});
 }
 
 void Annotations::read_map(const std::string& file, Diagnostics& diagnostics)

@@ -65,7 +65,7 @@ std::unique_ptr<Shader_graph> graph_of(const std::string& elements)
         folder.write("scene.mtlx", "<?xml version=\"1.0\"?>\n<materialx version=\"1.39\">\n" +
                                        elements + "</materialx>\n");
     reference_host::Read_result read = reference_host::read_materialx(file, {});
-    EXPECT_TRUE(read.graph) << read.error << " (line " << read.place.line << ")";
+    EXPECT_TRUE(read.graph) << read.error();
     return read.graph ? std::move(read.graph) : std::make_unique<Shader_graph>();
 }
 

@@ -31,6 +31,7 @@ protected:
         m_folder.write("in/two.mtlx", document(materials));
         m_folder.write("in/deep/one.mtlx", document(material("Green")));
         m_folder.write("in/notes.txt", "no document");
+        m_folder.write("sky.dds", "");
     }
 
     static std::string material(const std::string& name)
@@ -45,10 +46,13 @@ protected:
     {
         std::vector<std::string> arguments = {"batch", "--plugin", PLUGIN, "--exporter",
                                               "5",     "--light",  "key",  "--environment",
-                                              "sky"};
+                                              sky()};
         arguments.insert(arguments.end(), more.begin(), more.end());
         run(arguments, before);
     }
+
+    // An environment of an image that is there.
+    std::string sky() const { return "sky:" + m_folder.file("sky.dds"); }
 
     // All visible files below a folder of the test.
     Contents contents(const std::string& folder) const
@@ -225,7 +229,7 @@ TEST_F(Batch, is_planned_for_build_systems_that_make_the_same_bytes)
         std::vector<std::string> arguments = with(
             {"--output", folder, "--format", folder, "-o", "plan." + folder, "--overwrite", "yes"});
         arguments.insert(arguments.begin(), {"plan", "--plugin", PLUGIN, "--exporter", "5",
-                                             "--light", "key", "--environment", "sky"});
+                                             "--light", "key", "--environment", sky()});
         run(arguments);
         EXPECT_EQ(0, m_status) << m_errors;
         EXPECT_EQ(0, shell(row.command)) << m_folder.read(".shell");

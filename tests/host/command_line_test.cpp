@@ -52,7 +52,7 @@ TEST_F(Program, lists_the_nodes_of_a_document_with_their_places)
 
 TEST_F(Program, writes_the_file_and_says_so)
 {
-    run_export("Custom CgFX", {"--light", "key", "--environment", "sky"});
+    run_export("Custom CgFX", {"--light", "key", "--environment", "sky:images/wood_color.png"});
     EXPECT_EQ(0, m_status) << m_errors;
     EXPECT_THAT(m_output, HasSubstr(output() + ".cgfx  "));
     EXPECT_NE("", read_file(output() + ".cgfx"));

@@ -232,7 +232,8 @@ TEST_F(Output_files, that_cannot_be_written_are_told_once_with_the_reason_of_the
         {large, "cannot write '" + large + "': File name too long\n"},
     };
     for (const auto& row : rows) {
-        run_export("5", {"--output", row.output, "--light", "key", "--environment", "sky"});
+        run_export("5", {"--output", row.output, "--light", "key", "--environment",
+                         "sky:images/wood_color.png"});
         EXPECT_EQ(1, m_status);
         EXPECT_EQ("shader-export: error: " + row.error, m_errors);
         EXPECT_EQ("", m_output);
@@ -246,7 +247,7 @@ TEST_F(Output_files, stay_as_they_were_when_the_disk_is_full)
     m_folder.write("marble.fx", "old");
     run({"export", sample("marble_procedural"), "--plugin", PLUGIN, "--exporter", "CATIA",
          "--output", "marble", "--overwrite", "yes", "--light", "key:point", "--environment",
-         "sky"},
+         "sky:images/wood_color.png"},
         "ulimit -f 30;");
     EXPECT_EQ(1, m_status);
     EXPECT_EQ("shader-export: error: cannot write 'marble.fx': File too large\n", m_errors);

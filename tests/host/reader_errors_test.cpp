@@ -1,4 +1,4 @@
-// One error for a document that cannot be used: the file, the line, and what is wrong.
+// Errors of a document that cannot be used: the file, the line, and what is wrong.
 #include "reference_host/document/materialx_reader.h"
 #include "tests/host/documents.h"
 
@@ -6,6 +6,7 @@
 
 using namespace reference_host;
 using testing::HasSubstr;
+using testing::UnorderedElementsAre;
 
 namespace
 {
@@ -125,11 +126,68 @@ TEST(Reader_errors, tell_the_line_and_what_is_wrong)
         const std::string file = folder.write("bad.mtlx", document(row.elements));
         const Read_result result = read_materialx(file, {});
         EXPECT_FALSE(result.graph) << row.elements;
-        EXPECT_THAT(result.error, HasSubstr(row.error)) << row.elements;
-        EXPECT_EQ(row.line, result.place.line) << row.elements << "\n" << result.error;
-        EXPECT_EQ(file, result.place.file) << row.elements;
-        EXPECT_EQ(std::string::npos, result.error.find('\n')) << row.elements;
+        EXPECT_THAT(result.error(), HasSubstr(row.error)) << row.elements;
+        EXPECT_EQ(row.line, result.problems.at(0).place.line) << row.elements << "\n"
+                                                              << result.error();
+        EXPECT_EQ(file, result.problems.at(0).place.file) << row.elements;
+        EXPECT_EQ(std::string::npos, result.error().find('\n')) << row.elements;
     }
+}
+
+TEST(Reader_errors, are_told_all_at_once_and_each_only_where_it_is_made)
+{
+    const Temporary_folder folder;
+    const std::string file = folder.write("bad.mtlx", document(R"(<absval name="a" type="flaot"/>
+<absval name="reads_a" type="float"><input name="in" type="float" nodename="a"/></absval>
+<nodegraph name="g">
+<input name="x" type="float" nodename="none"/>
+<absval name="b" type="float"><input name="in" type="float" interfacename="x"/></absval>
+<absval name="c" type="float"><input name="in" type="float" value="one"/></absval>
+<output name="o" type="float" nodename="b"/></nodegraph>
+<absval name="d" type="float"><input name="in" type="float" nodegraph="g"/></absval>
+<absval name="e" type="float"><input name="in" type="color3" value="1,1,1"/></absval>
+<absval name="f" type="float"><input name="in" type="float" nodename="f"/></absval>
+<constant name="e" type="float"/>)"));
+    const Read_result result = read_materialx(file, {});
+    EXPECT_FALSE(result.graph);
+    std::vector<std::string> problems;
+    for (const Document_problem& problem : result.problems) {
+        EXPECT_EQ(file, problem.place.file);
+        problems.push_back(std::to_string(problem.place.line) + ": " + problem.text);
+    }
+    EXPECT_THAT(problems,
+                UnorderedElementsAre(
+                    "2: absval 'a': unknown type 'flaot'",
+                    "5: node graph 'g', input 'x': the node 'none' is missing",
+                    "7: node 'c', input 'in': 'one' is no value of type float",
+                    "10: node 'e' (absval): wrong type: no absval gives float from in color3",
+                    "11: node 'f' (absval): the connections form a cycle: f -> f",
+                    "12: the name 'e' exists twice"));
+}
+
+TEST(Reader_errors, of_several_files_are_told_before_names_are_looked_at)
+{
+    const Temporary_folder folder;
+    folder.write("broken.mtlx", "no XML");
+    const Read_result result =
+        read_materialx(folder.write("main.mtlx", document("<xi:include href='broken.mtlx'/>\n"
+                                                          "<xi:include href='none.mtlx'/>\n"
+                                                          "<absval name='n' type='nonsense'/>")),
+                       {});
+    ASSERT_EQ(2u, result.problems.size());
+    EXPECT_THAT(result.problems[0].place.file, HasSubstr("broken.mtlx"));
+    EXPECT_THAT(result.problems[1].text, HasSubstr("'none.mtlx' is missing"));
+}
+
+TEST(Reader_errors, end_when_nobody_would_read_more)
+{
+    const Temporary_folder folder;
+    std::string elements;
+    for (int i = 0; i < 1000; ++i)
+        elements += "<absval name='n" + std::to_string(i) + "' type='nonsense'/>\n";
+    const Read_result result = read_materialx(folder.write("bad.mtlx", document(elements)), {});
+    ASSERT_EQ(101u, result.problems.size());
+    EXPECT_EQ("further errors are not told", result.problems.back().text);
 }
 
 TEST(Reader_errors, name_the_included_file_that_is_wrong)
@@ -139,8 +197,8 @@ TEST(Reader_errors, name_the_included_file_that_is_wrong)
         folder.write("part.mtlx", document("<absval name='n' type='nonsense'/>"));
     const std::string main = folder.write("main.mtlx", document("<xi:include href='part.mtlx'/>"));
     const Read_result result = read_materialx(main, {});
-    EXPECT_EQ(part, result.place.file);
-    EXPECT_EQ(2, result.place.line);
+    EXPECT_EQ(part, result.problems.at(0).place.file);
+    EXPECT_EQ(2, result.problems.at(0).place.line);
 }
 
 TEST(Reader_errors, refuse_what_is_no_materialx_document)
@@ -158,14 +216,14 @@ TEST(Reader_errors, refuse_what_is_no_materialx_document)
     for (const auto& row : rows) {
         const Read_result result = read_materialx(folder.write("x.mtlx", row.content), {});
         EXPECT_FALSE(result.graph) << row.content;
-        EXPECT_THAT(result.error, HasSubstr(row.error)) << row.content;
+        EXPECT_THAT(result.error(), HasSubstr(row.error)) << row.content;
     }
 }
 
 TEST(Reader_errors, refuse_files_that_cannot_be_read)
 {
     const Temporary_folder folder;
-    EXPECT_THAT(read_materialx(folder.file("none.mtlx"), {}).error, HasSubstr("no such file"));
-    EXPECT_THAT(read_materialx(folder.path(), {}).error, HasSubstr("not a regular file"));
-    EXPECT_THAT(read_materialx("", {}).error, HasSubstr("no such file"));
+    EXPECT_THAT(read_materialx(folder.file("none.mtlx"), {}).error(), HasSubstr("no such file"));
+    EXPECT_THAT(read_materialx(folder.path(), {}).error(), HasSubstr("not a regular file"));
+    EXPECT_THAT(read_materialx("", {}).error(), HasSubstr("no such file"));
 }

@@ -23,8 +23,7 @@ protected:
     void read_file(const std::string& file, const std::vector<std::string>& search_path = {})
     {
         Read_result result = read_materialx(file, search_path);
-        ASSERT_TRUE(result.graph) << result.place.file << ":" << result.place.line << ": "
-                                  << result.error;
+        ASSERT_TRUE(result.graph) << result.error();
         m_graph = std::move(result.graph);
     }
 
@@ -420,7 +419,7 @@ TEST_F(Reader, opens_every_document_of_the_shared_folder)
             continue;
         const Read_result result = read_materialx(file, {});
         const bool is_complete = file.find("look") == std::string::npos;
-        EXPECT_EQ(is_complete, result.graph != nullptr) << file << ": " << result.error;
+        EXPECT_EQ(is_complete, result.graph != nullptr) << file << ": " << result.error();
     }
 }
 
@@ -430,6 +429,6 @@ TEST_F(Reader, opens_every_sample)
         if (entry.path().extension() != ".mtlx")
             continue;
         const Read_result result = read_materialx(entry.path().string(), {});
-        EXPECT_TRUE(result.graph) << entry.path() << ": " << result.error;
+        EXPECT_TRUE(result.graph) << entry.path() << ": " << result.error();
     }
 }
