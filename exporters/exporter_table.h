@@ -102,8 +102,11 @@ constexpr std::array exporter_facts =
 constexpr size_t count_offered_exporters()
 {
     size_t count = 0;
-    while (count < exporter_facts.size() && exporter_facts[count].offered)
+    for (const Exporter_facts& facts : exporter_facts) {
+        if (!facts.offered)
+            break;
         ++count;
+    }
     return count;
 }
 

@@ -1,6 +1,8 @@
 #include "reference_host/app/ir_command.h"
 
-#include "reference_host/app/export_item.h"
+#include "reference_host/app/image_files.h"
+#include "reference_host/app/messages.h"
+#include "reference_host/app/opened_document.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/suggestion.h"
 #include "reference_host/generator/generator.h"
@@ -33,16 +35,15 @@ int print_module(const Ir_command& command)
 {
     check_phase(command.phase);
     const Opened_document document(command.scene);
-    const Export_scene scene = document.scene("");
+    Image_names images(command.scene.texture_paths, document.images(), "");
+    const Export_scene scene = document.scene(images);
     Diagnostics diagnostics;
     const auto compiled =
         compile_group(*scene.graph, group_options(document.node(), scene.render_settings),
                       scene.generator, diagnostics);
     const auto module =
         compiled ? compiled->module_after(command.phase, command.target, {}, diagnostics) : nullptr;
-    for (const Diagnostic& diagnostic : diagnostics)
-        std::fprintf(stderr, "%s\n",
-                     line_of({diagnostic.severity, diagnostic.text, diagnostic.place}).c_str());
+    print_messages(diagnostics);
     if (!module)
         return 1;
     const std::string text = module_text(*module);
