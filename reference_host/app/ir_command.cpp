@@ -35,7 +35,7 @@ int print_module(const Ir_command& command)
 {
     check_phase(command.phase);
     const Opened_document document(command.scene);
-    Image_names images(command.scene.texture_paths, document.images(), "");
+    Image_names images(Texture_paths::as_is, document.images(), "");
     const Export_scene scene = document.scene(images);
     Diagnostics diagnostics;
     const auto compiled =
