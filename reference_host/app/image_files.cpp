@@ -18,7 +18,7 @@ bool stands_for_several(const std::string& name)
 
 std::string absolute_path(const fs::path& path)
 {
-    return fs::absolute(path).lexically_normal().string();
+    return path.empty() ? std::string() : fs::absolute(path).lexically_normal().string();
 }
 
 } // namespace
