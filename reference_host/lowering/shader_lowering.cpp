@@ -5,6 +5,7 @@
 #include "reference_host/lowering/surface_lowering.h"
 #include "reference_host/lowering/surface_models.h"
 #include "reference_host/nodes/node_library.h"
+#include "reference_host/shading/verifier.h"
 
 #include <algorithm>
 
@@ -116,6 +117,7 @@ Lowered_shader lower(const Shader_request& request)
     module.name = context.names.take(request.selected->name);
     context.add_function(entry(request, context));
     module.origins = context.origins;
+    verify(module, Verified::all_but_library);
     return {std::move(module), known_switches(request, module.role), std::move(context.warnings)};
 }
 

@@ -1,5 +1,7 @@
 #include "reference_host/passes/passes.h"
 
+#include "reference_host/shading/verifier.h"
+
 namespace reference_host
 {
 
@@ -16,6 +18,9 @@ void run_passes(Module& module, const Pass_settings& settings, const std::string
 {
     for (const Pass& pass : passes()) {
         pass.run(module, settings);
+#ifndef NDEBUG
+        verify(module); // costs as much as a pass; after the lowering it is always done
+#endif
         if (pass.name == last)
             return;
     }

@@ -4,6 +4,7 @@
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/scene_values.h"
 #include "reference_host/nodes/node_library.h"
+#include "reference_host/shading/verifier.h"
 
 #include <algorithm>
 #include <set>
@@ -148,9 +149,22 @@ private:
         const auto& types = function.head.parameter_types;
         const bool generic = std::count(types.begin(), types.end(), "T") > 0;
         for (const Kind kind : {Kind::float1, Kind::float2, Kind::float3, Kind::float4}) {
-            m_library.instance(function, generic ? kind : Kind::none);
+            Module module;
+            add_with_callees(m_library.instance(function, generic ? kind : Kind::none),
+                             module.functions);
+            check_module(module, function.text.place);
             if (!generic)
                 return;
+        }
+    }
+
+    // The function that stands there and those that it calls.
+    static void check_module(const Module& module, const Place& place)
+    {
+        try {
+            verify(module);
+        } catch (const Module_error& error) {
+            throw Shade_error(place, error.what());
         }
     }
 

@@ -3,6 +3,8 @@
 #include "reference_host/shading/shading_state.h"
 #include "reference_host/shading/switches.h"
 
+#include <unordered_map>
+
 namespace reference_host
 {
 
@@ -19,16 +21,18 @@ const std::vector<Variable_declaration>& scene_variables()
 
 Expr find_global(const std::string& name)
 {
-    const Switch which = find_switch(name);
-    if (which != Switch::none)
-        return switch_variable(which);
-    const Host_value value = find_host_value(name);
-    if (value != Host_value::none)
-        return host_variable(value);
-    for (const Variable_declaration& declared : scene_variables())
-        if (declared.name == name)
-            return variable(declared.type, declared.name);
-    return nullptr;
+    static const auto globals = [] {
+        std::unordered_map<std::string, Expr> made;
+        for (int i = 0; i < static_cast<int>(Switch::none); ++i)
+            made[name_of(static_cast<Switch>(i))] = switch_variable(static_cast<Switch>(i));
+        for (int i = 0; i < static_cast<int>(Host_value::none); ++i)
+            made[name_of(static_cast<Host_value>(i))] = host_variable(static_cast<Host_value>(i));
+        for (const Variable_declaration& declared : scene_variables())
+            made[declared.name] = variable(declared.type, declared.name);
+        return made;
+    }();
+    const auto found = globals.find(name);
+    return found == globals.end() ? nullptr : found->second;
 }
 
 } // namespace reference_host

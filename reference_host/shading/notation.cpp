@@ -1,5 +1,6 @@
 #include "reference_host/shading/notation.h"
 
+#include "reference_host/shading/expression_types.h"
 #include "reference_host/shading/quotes.h"
 
 #include <algorithm>
@@ -16,24 +17,6 @@ void require(bool holds, const std::string& otherwise)
 {
     if (!holds)
         throw Notation_error(otherwise);
-}
-
-// Whether an operator takes operands of these types: vectors of one size, or a number with them.
-bool fits(Operator op, const Shading_type& a, const Shading_type& b)
-{
-    switch (row_of(op).level) {
-    case Level::either:
-    case Level::both:
-        return a == Kind::boolean && b == Kind::boolean;
-    case Level::equality:
-        return (a == b && component_count(a) <= 1) ||
-               (component_count(a) == 1 && component_count(b) == 1);
-    case Level::order:
-        return component_count(a) == 1 && component_count(b) == 1;
-    default:
-        return component_count(a) > 0 && component_count(b) > 0 &&
-               (a == b || component_count(a) == 1 || component_count(b) == 1);
-    }
 }
 
 class Notation_parser
@@ -272,13 +255,13 @@ private:
     // Integers and floats are kept apart: a shading language may have no conversion between them.
     static Expr combine(Operator op, const Expr& a, const Expr& b)
     {
-        require(fits(op, a->type, b->type),
+        const bool converts_a = a->type == Kind::integer && is_float(b->type);
+        const bool converts_b = b->type == Kind::integer && is_float(a->type);
+        const Expr first = converts_a ? construct(Kind::float1, {a}) : a;
+        const Expr second = converts_b ? construct(Kind::float1, {b}) : b;
+        require(operation_type(op, first->type, second->type) != Kind::none,
                 "wrong types of operands for \"" + std::string(row_of(op).sign) + "\"");
-        if (a->type == Kind::integer && is_float(b->type))
-            return binary(op, construct(Kind::float1, {a}), b);
-        if (b->type == Kind::integer && is_float(a->type))
-            return binary(op, a, construct(Kind::float1, {b}));
-        return binary(op, a, b);
+        return binary(op, first, second);
     }
 
     Expr prefix()

@@ -1,6 +1,7 @@
 #include "reference_host/shading/shading_state.h"
 
 #include <cstddef>
+#include <unordered_map>
 
 namespace reference_host
 {
@@ -173,18 +174,25 @@ const Structure* find_structure(const std::string& name)
 
 Shading_type member_type(const std::string& structure, const std::string& member)
 {
-    const std::size_t length = structure.size();
-    if (length > 2 && structure.compare(length - 2, 2, "[]") == 0)
-        return member == "length" ? Kind::integer : Kind::none;
-    if (const Structure* found = find_structure(structure))
-        for (const Variable_declaration& field : found->fields)
-            if (field.name == member)
-                return field.type;
-    for (const Method_row& method : methods)
-        if (structure == method.structure && member == method.name)
-            return method.structure_type ? Shading_type(method.structure_type)
-                                         : Shading_type(Kind::float4);
-    return Kind::none;
+    using Types_by_name = std::unordered_map<std::string, Shading_type>;
+    static const auto members = [] {
+        std::unordered_map<std::string, Types_by_name> made;
+        for (const Structure& known : shading_structures())
+            for (const Variable_declaration& field : known.fields)
+                made[known.name][field.name] = field.type;
+        for (const Method_row& method : methods) {
+            made[method.structure][method.name] = method.structure_type
+                                                      ? Shading_type(method.structure_type)
+                                                      : Shading_type(Kind::float4);
+            made[std::string(method.structure) + "[]"]["length"] = Kind::integer;
+        }
+        return made;
+    }();
+    const auto known = members.find(structure);
+    if (known == members.end())
+        return Kind::none;
+    const auto found = known->second.find(member);
+    return found == known->second.end() ? Shading_type() : found->second;
 }
 
 Expr field_of(const Expr& structure, const std::string& name)

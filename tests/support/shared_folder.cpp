@@ -28,6 +28,11 @@ std::string read_shared_file(const std::string& name)
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
+std::string shared_path(const std::string& name)
+{
+    return shared_folder() + "/" + name;
+}
+
 std::vector<std::string> shared_files(const std::string& folder, const std::string& ending)
 {
     std::vector<std::string> files;

@@ -15,6 +15,9 @@ namespace TEST
 // the source tree; empty when there is none.
 std::string read_shared_file(const std::string& name);
 
+// Where a file of that folder lies.
+std::string shared_path(const std::string& name);
+
 // The files of one of its folders with that ending, "FOLDER/NAME", in order.
 std::vector<std::string> shared_files(const std::string& folder, const std::string& ending);
 
