@@ -5,8 +5,6 @@
 #include "reference_host/output/write_failure.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
 #include <sstream>
 
 #include <nlohmann/json.hpp>
@@ -22,16 +20,6 @@ using Status = Item_result::Status;
 
 constexpr Status all_statuses[] = {Status::written, Status::unchanged, Status::skipped,
                                    Status::failed};
-
-void write_text(const std::string& file, const std::string& text)
-{
-    errno = 0;
-    std::ofstream stream(file, std::ios::binary);
-    stream << text;
-    stream.close();
-    if (!stream)
-        throw Write_failure(file, errno);
-}
 
 json item_json(const Finished_item& finished)
 {

@@ -10,10 +10,8 @@
 #include "reference_host/output/write_failure.h"
 #include "reference_host/system/temporary_folder.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 
 namespace reference_host
@@ -73,12 +71,7 @@ void write_dependencies(const Export_command& command, const Export_item& item,
         if (!input.hash.empty()) // a missing file would stop the build system
             inputs.push_back(input.file);
     }
-    errno = 0;
-    std::ofstream stream(command.depfile, std::ios::binary);
-    stream << dependency_text(record_file(item), inputs);
-    stream.close();
-    if (!stream)
-        throw Write_failure(command.depfile, errno);
+    write_text(command.depfile, dependency_text(record_file(item), inputs));
 }
 
 } // namespace
@@ -89,15 +82,6 @@ int exit_status(bool is_success)
     if (const int signal = Interruption::signal())
         return signal_base + signal;
     return is_success ? 0 : 1;
-}
-
-int list_nodes(const std::string& document, const std::vector<std::string>& search_path)
-{
-    const std::unique_ptr<Shader_graph> graph = open_document(document, search_path);
-    for (const auto& node : graph->nodes)
-        std::printf("%s  %s  %s  %s:%d\n", full_name(*node).c_str(), node->category.c_str(),
-                    type_name(node->type), node->place.file.c_str(), node->place.line);
-    return 0;
 }
 
 int export_document(const Export_command& command)

@@ -12,9 +12,6 @@
 namespace reference_host
 {
 
-// Prints the nodes of the document, one per line: name, category, type, file and line.
-int list_nodes(const std::string& document, const std::vector<std::string>& search_path);
-
 struct Export_command {
     Scene_request scene;
     std::string plugin; // empty: the usual place
@@ -74,6 +71,7 @@ struct Panel_command {
     std::string exporter;
     std::string screenshot; // PNG file; empty: none
     int width = 400;        // of the host's area, in pixels
+    bool as_json = false;
 };
 
 // Shows an exporter's panel, prints the height it asks for and its options, takes a picture.

@@ -3,6 +3,7 @@
 #include "reference_host/app/interruption.h"
 #include "reference_host/app/messages.h"
 #include "reference_host/desktop/exporter_panel.h"
+#include "reference_host/desktop/hidden_window.h"
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/staged_files.h"
 #include "reference_host/output/write_failure.h"
@@ -22,9 +23,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <wx/frame.h>
-#include <wx/panel.h>
-
 namespace reference_host
 {
 namespace
@@ -33,26 +31,6 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr int panel_width = 400; // pixels; any width does, as the window is never shown
-
-// A window that is never shown, with an area for the panel. Gone at the end of its scope.
-class Hidden_window
-{
-public:
-    Hidden_window()
-        : m_frame(new wxFrame(nullptr, wxID_ANY, wxT("shader-export"))),
-          m_area(new wxPanel(m_frame))
-    {
-    }
-    ~Hidden_window() { m_frame->Destroy(); }
-    Hidden_window(const Hidden_window&) = delete;
-    Hidden_window& operator=(const Hidden_window&) = delete;
-
-    wxWindow& area() { return *m_area; }
-
-private:
-    wxFrame* m_frame;
-    wxPanel* m_area;
-};
 
 // Opens the panel as the editor does, and closes it with the file name and the options set.
 void fill_panel(QZ::TSDK::IExporter& exporter, Export_session& session, const std::string& file,

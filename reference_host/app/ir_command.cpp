@@ -3,10 +3,9 @@
 #include "reference_host/app/image_files.h"
 #include "reference_host/app/messages.h"
 #include "reference_host/app/opened_document.h"
-#include "reference_host/app/opened_document.h"
-#include "reference_host/app/suggestion.h"
 #include "reference_host/generator/generator.h"
 #include "reference_host/shading/module_text.h"
+#include "reference_host/system/suggestion.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "reference_host/app/opened_document.h"
 
-#include "reference_host/app/suggestion.h"
 #include "reference_host/document/materialx_reader.h"
+#include "reference_host/system/suggestion.h"
 
 #include <filesystem>
 #include <set>
@@ -13,6 +13,22 @@ namespace
 {
 
 namespace fs = std::filesystem;
+
+// The document that may be meant by the name of a file that does not exist.
+std::string document_suggestion(const fs::path& file)
+{
+    std::vector<std::string> names;
+    std::error_code failure;
+    if (fs::exists(file, failure))
+        return {};
+    const fs::path folder = file.parent_path().empty() ? "." : file.parent_path();
+    for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (entry->path().extension() == ".mtlx")
+            names.push_back(entry->path().filename().string());
+    }
+    return suggestion(file.filename().string(), names);
+}
 
 std::vector<Message> messages_of(const Read_result& result)
 {
@@ -88,8 +104,11 @@ std::unique_ptr<Shader_graph> open_document(const std::string& file,
                                             const std::vector<std::string>& search_path)
 {
     Read_result result = read_materialx(file, search_path);
-    if (!result.graph)
-        throw Failure(messages_of(result));
+    if (!result.graph) {
+        std::vector<Message> messages = messages_of(result);
+        messages.front().text += document_suggestion(file);
+        throw Failure(messages);
+    }
     return std::move(result.graph);
 }
 

@@ -1,6 +1,7 @@
 #include "reference_host/app/commands.h"
 
 #include "exporter_base/bytes.h"
+#include "reference_host/app/exporter_options.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/desktop/exporter_panel.h"
 #include "reference_host/desktop/wx_runtime.h"
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include <nlohmann/json.hpp>
 #include <wx/bitmap.h>
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
@@ -35,6 +37,23 @@ void save_picture(wxWindow& window, const std::string& file)
         throw std::runtime_error("the picture '" + file + "' cannot be written");
 }
 
+void describe(const Panel_command& command, const std::string& exporter, int height,
+              const std::vector<Panel_option>& options)
+{
+    if (command.as_json) {
+        const nlohmann::ordered_json facts = {{"exporter", exporter},
+                                              {"width", command.width},
+                                              {"height", height},
+                                              {"options", json_of(options)}};
+        std::puts(
+            facts.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+        return;
+    }
+    std::printf("%s: %d pixels high at a width of %d\n", exporter.c_str(), height, command.width);
+    for (const Panel_option& option : options)
+        std::printf("  %s\n", line_of(option).c_str());
+}
+
 } // namespace
 
 int show_panel(const Panel_command& command)
@@ -49,10 +68,7 @@ int show_panel(const Panel_command& command)
     Wx_runtime::settle(); // only windows on the screen know their fonts and themes
     {
         Exporter_panel panel(*exporter, nullptr, *area, command.width);
-        std::printf("%s: %d pixels high at a width of %d\n", exporter->get_name(), panel.height(),
-                    command.width);
-        for (const std::string& name : panel_option_names(*area))
-            std::printf("  %s\n", name.c_str());
+        describe(command, exporter->get_name(), panel.height(), panel_options(*area));
         if (!command.screenshot.empty()) {
             frame->SetClientSize(panel.needed_area());
             Wx_runtime::settle();

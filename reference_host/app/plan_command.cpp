@@ -4,10 +4,8 @@
 #include "reference_host/app/item_record.h"
 #include "reference_host/output/write_failure.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 namespace reference_host
 {
@@ -58,12 +56,7 @@ int plan_batch(const Plan_command& command)
     if (command.file.empty()) {
         std::fwrite(text.data(), 1, text.size(), stdout);
     } else {
-        errno = 0;
-        std::ofstream stream(command.file, std::ios::binary);
-        stream << text;
-        stream.close();
-        if (!stream)
-            throw Write_failure(command.file, errno);
+        write_text(command.file, text);
     }
     return is_complete ? 0 : 1;
 }

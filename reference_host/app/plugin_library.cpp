@@ -1,7 +1,7 @@
 #include "reference_host/app/plugin_library.h"
 
-#include "reference_host/app/suggestion.h"
 #include "reference_host/system/file_access.h"
+#include "reference_host/system/suggestion.h"
 
 #include <dlfcn.h>
 

@@ -1,6 +1,6 @@
 #include "reference_host/app/usage_error.h"
 
-#include "reference_host/app/suggestion.h"
+#include "reference_host/system/suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -30,12 +30,14 @@ std::string unknown_command(const CLI::App& app, const std::string& word)
     return "unknown command '" + word + "'" + suggestion(word, names);
 }
 
-std::string unknown_option(const CLI::App& command, const std::string& word)
+std::string unknown_option(const CLI::App& app, const CLI::App& command, const std::string& word)
 {
     std::vector<std::string> names;
-    for (const CLI::Option* option : command.get_options()) {
-        for (const std::string& name : option->get_lnames())
-            names.push_back("--" + name);
+    for (const CLI::App* holder : {&command, &app}) {
+        for (const CLI::Option* option : holder->get_options()) {
+            for (const std::string& name : option->get_lnames())
+                names.push_back("--" + name);
+        }
     }
     const std::string name = word.substr(0, word.find('='));
     return "unknown option '" + name + "'" + suggestion(name, names);
@@ -56,9 +58,9 @@ std::string usage_error(const CLI::App& app, const CLI::ParseError& error)
 {
     const std::vector<CLI::App*> given = app.get_subcommands();
     const CLI::App& command = given.empty() ? app : *given.front();
-    for (const std::string& word : command.remaining()) {
+    for (const std::string& word : app.remaining(true)) {
         if (is_option(word))
-            return unknown_option(command, word);
+            return unknown_option(app, command, word);
         if (given.empty())
             return unknown_command(app, word);
     }

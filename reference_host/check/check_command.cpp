@@ -118,25 +118,30 @@ void add_check_command(CLI::App& app, int& exit_status)
 {
     constexpr int most = 1000;
     auto* command =
-        app.add_subcommand("check", "Checks a plug-in library, each check in its own process");
+        app.add_subcommand("check", "Check a plug-in library, each check in its own process");
+    command->footer("  shader-export check build/plugin/toviraexport.so --jobs 2");
     const auto options = std::make_shared<Check_options>();
     command->add_option("LIBRARY", options->plugin, "The plug-in library");
-    command->add_flag("--list", options->list, "Lists the checks and what they prove");
-    command->add_flag("--markdown", options->markdown, "Prints the page docs/check.md");
-    command->add_option("--include", options->included, "Only this check, or group; repeatable")
+    command->add_flag("--list", options->list, "List the checks and what they prove");
+    command->add_flag("--markdown", options->markdown, "Print the page docs/check.md");
+    command->add_option("--include", options->included, "Only this check, or group")
         ->type_name("ID")
         ->allow_extra_args(false);
-    command->add_option("--exclude", options->excluded, "Not this check, or group; repeatable")
+    command->add_option("--exclude", options->excluded, "Not this check, or group")
         ->type_name("ID")
         ->allow_extra_args(false);
-    command->add_option("--seed", options->seed, "Of random calls")->capture_default_str();
-    command->add_option("--repeat", options->repeat, "Runs each so often, with further seeds")
-        ->check(CLI::Range(1, most))
+    command->add_option("--seed", options->seed, "Of random calls")
+        ->type_name("N")
         ->capture_default_str();
-    command->add_option("--jobs", options->jobs, "Runs so many at once")
-        ->check(CLI::Range(1, most))
+    command->add_option("--repeat", options->repeat, "Run each so often, with further seeds")
+        ->check(CLI::Range(1, most).description(""))
+        ->type_name("N")
         ->capture_default_str();
-    command->add_flag("--json", options->json, "Prints the results for programs");
+    command->add_option("-j,--jobs", options->jobs, "Run so many at once")
+        ->check(CLI::Range(1, most).description(""))
+        ->type_name("N")
+        ->capture_default_str();
+    command->add_flag("--json", options->json, "Print the results as JSON");
     command->add_option("--run", options->single)->group("");
     command->add_option("--folder", options->folder)->group("");
     command->callback([options, &exit_status] { exit_status = run(*options); });

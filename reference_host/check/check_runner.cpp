@@ -27,10 +27,14 @@ namespace fs = std::filesystem;
 constexpr std::size_t max_output = std::size_t{64} << 20; // of findings, and of each file
 constexpr const char* fault_library = "libcheck_faults.so";
 
-// Beside the program.
+// Beside the program, or installed beside the plug-in.
 std::string fault_library_file()
 {
-    return (fs::read_symlink("/proc/self/exe").parent_path() / fault_library).string();
+    const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
+    const fs::path built = folder / fault_library;
+    return fs::exists(built)
+               ? built.string()
+               : (folder / INSTALLED_PLUGIN_FOLDER / fault_library).lexically_normal().string();
 }
 
 std::vector<std::string> command_of(const Check_request& request, const Check& check, unsigned seed,

@@ -1,6 +1,8 @@
 #include "reference_host/desktop/panel_options.h"
 
 #include "exporter_base/bytes.h"
+#include "exporter_base/control_ids.h"
+#include "reference_host/system/suggestion.h"
 
 #include <algorithm>
 #include <cctype>
@@ -20,8 +22,8 @@ using QZ::TOVIRAEXPORT::to_bytes;
 namespace
 {
 
-struct Panel_option {
-    wxWindow* control;
+struct Panel_control {
+    wxWindow* window;
     std::vector<std::string> names; // the best one first
 };
 
@@ -42,7 +44,7 @@ bool is_option(const wxWindow& window)
 }
 
 // `label` is the text before the window, and after the call the one before the next window.
-void collect(wxWindow& window, std::string& label, std::vector<Panel_option>& options)
+void collect(wxWindow& window, std::string& label, std::vector<Panel_control>& options)
 {
     for (wxWindow* child : window.GetChildren()) {
         const std::string own_label = to_bytes(child->GetLabel());
@@ -60,9 +62,9 @@ void collect(wxWindow& window, std::string& label, std::vector<Panel_option>& op
     }
 }
 
-std::vector<Panel_option> options_of(wxWindow& panel)
+std::vector<Panel_control> controls_of(wxWindow& panel)
 {
-    std::vector<Panel_option> options;
+    std::vector<Panel_control> options;
     std::string label;
     collect(panel, label, options);
     return options;
@@ -113,51 +115,72 @@ void set_control(wxWindow& control, const Option_setting& setting)
         text->SetValue(from_bytes(setting.value.c_str())); // sends its event itself
 }
 
-bool is_called(const Panel_option& option, const std::string& name)
+Panel_option facts_of(const Panel_control& control)
+{
+    const std::string& name = control.names.front();
+    if (const auto* check_box = dynamic_cast<const wxCheckBox*>(control.window))
+        return {name, "flag", check_box->GetValue() ? "on" : "off", {"on", "off"}};
+    if (const auto* text = dynamic_cast<const wxTextCtrl*>(control.window))
+        return {name, "text", to_bytes(text->GetValue()), {}};
+    Panel_option option{name, "choice", {}, {}};
+    if (const auto* box = dynamic_cast<const wxComboBox*>(control.window)) {
+        option.value = to_bytes(box->GetValue());
+        for (unsigned int i = 0; i < box->GetCount(); ++i)
+            option.choices.push_back(to_bytes(box->GetString(i)));
+    }
+    return option;
+}
+
+bool is_called(const Panel_control& option, const std::string& name)
 {
     return std::find(option.names.begin(), option.names.end(), plain_name(name)) !=
            option.names.end();
 }
 
-bool has_option(const std::vector<Panel_option>& options, const std::string& name)
+bool has_option(const std::vector<Panel_control>& options, const std::string& name)
 {
     return std::any_of(options.begin(), options.end(),
-                       [&](const Panel_option& option) { return is_called(option, name); });
+                       [&](const Panel_control& option) { return is_called(option, name); });
 }
 
-wxWindow& find_control(const std::vector<Panel_option>& options, const std::string& name)
+wxWindow& find_control(const std::vector<Panel_control>& options, const std::string& name)
 {
     std::vector<wxWindow*> fitting;
     std::string known;
-    for (const Panel_option& option : options) {
+    std::vector<std::string> names;
+    for (const Panel_control& option : options) {
         if (is_called(option, name))
-            fitting.push_back(option.control);
+            fitting.push_back(option.window);
         known += (known.empty() ? "" : ", ") + option.names.front();
+        names.push_back(option.names.front());
     }
     if (fitting.size() == 1)
         return *fitting.front();
+    const std::string near = suggestion(plain_name(name), names);
     throw std::invalid_argument(
         (fitting.empty() ? "the panel has no option '" : "the panel has several options '") + name +
-        "'; there are: " + known);
+        "'" + (near.empty() ? "; there are: " : near + " There are: ") + known);
 }
 
 } // namespace
 
 void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings)
 {
-    const std::vector<Panel_option> options = options_of(panel);
+    const std::vector<Panel_control> options = controls_of(panel);
     for (const Option_setting& setting : settings) {
         if (setting.exporter != "*" || has_option(options, setting.name))
             set_control(find_control(options, setting.name), setting);
     }
 }
 
-std::vector<std::string> panel_option_names(wxWindow& panel)
+std::vector<Panel_option> panel_options(wxWindow& panel)
 {
-    std::vector<std::string> names;
-    for (const Panel_option& option : options_of(panel))
-        names.push_back(option.names.front());
-    return names;
+    std::vector<Panel_option> options;
+    for (const Panel_control& control : controls_of(panel)) {
+        if (control.window->GetId() != QZ::TOVIRAEXPORT::ID_EXPORTFILE_TEXT)
+            options.push_back(facts_of(control));
+    }
+    return options;
 }
 
 } // namespace reference_host

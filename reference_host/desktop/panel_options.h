@@ -25,8 +25,15 @@ struct Option_setting {
 // no such option, or several, or the option does not take the value; those before it are set then.
 void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings);
 
-// The names by which the panel's options are best called, in the order of the panel.
-std::vector<std::string> panel_option_names(wxWindow& panel);
+struct Panel_option {
+    std::string name;                 // by which it is best called
+    std::string type;                 // "flag", "choice" or "text"
+    std::string value;                // as set: "on" or "off", an entry, a text
+    std::vector<std::string> choices; // none: any text
+};
+
+// The options in the order of the panel. The export-file field is none: hosts fill it.
+std::vector<Panel_option> panel_options(wxWindow& panel);
 
 } // namespace reference_host
 

@@ -3,6 +3,7 @@
 #include "reference_host/document/document_error.h"
 #include "reference_host/document/graph_scopes.h"
 #include "reference_host/nodes/node_library.h"
+#include "reference_host/system/suggestion.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -17,6 +18,14 @@ std::string describe(const Node& node, const Input& input)
     return describe(node) + ", input '" + input.name + "'";
 }
 
+std::vector<std::string> input_names(const Node_definition& definition)
+{
+    std::vector<std::string> names;
+    for (const Input_definition& input : definition.inputs)
+        names.push_back(input.name);
+    return names;
+}
+
 // Why no definition fits the node, as well as can be told.
 std::string misfit(const Node& node)
 {
@@ -28,7 +37,8 @@ std::string misfit(const Node& node)
         return "wrong type: no " + node.category + " gives " + type_name(node.type);
     for (const Input& input : node.inputs) {
         if (!nearest->find_input(input.name))
-            return "there is no input '" + input.name + "'";
+            return "there is no input '" + input.name + "'" +
+                   suggestion(input.name, input_names(*nearest));
     }
     std::string types;
     for (const Input& input : node.inputs)

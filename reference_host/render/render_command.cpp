@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <map>
 #include <memory>
+#include <stdexcept>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
@@ -35,12 +37,24 @@ struct Picture_request {
     Document_request document;
 };
 
+void say(const char* severity, const std::string& text)
+{
+    std::fprintf(stderr, "shader-export: %s: %s\n", severity, text.c_str());
+}
+
+// What a compiler said stands behind the first line as it is.
+void say_lines(const std::string& text)
+{
+    if (!text.empty())
+        say("error", text.back() == '\n' ? text.substr(0, text.size() - 1) : text);
+}
+
 Render_result render_with_messages(const Render_request& request)
 {
     Render_result result = render(request);
     for (const std::string& note : result.notes)
-        std::fprintf(stderr, "note: %s\n", note.c_str());
-    std::fputs(result.error.c_str(), stderr);
+        say("note", note);
+    say_lines(result.error);
     return result;
 }
 
@@ -69,8 +83,7 @@ int render_sheet(const Picture_request& request, const std::vector<Exported_shad
         return 1;
     std::string reason;
     if (!write_png(contact_sheet(pictures), request.render.picture_file, reason)) {
-        std::fprintf(stderr, "%s: cannot be written: %s\n", request.render.picture_file.c_str(),
-                     reason.c_str());
+        say("error", "cannot write '" + request.render.picture_file + "': " + reason);
         return 1;
     }
     return pictures.size() == shaders.size() ? 0 : 1;
@@ -100,10 +113,8 @@ int run_render(const Picture_request& request, const Document_exporter& exporter
         return render_document(request, exporter);
     const Document_request& document = request.document;
     if (document.all || !document.node.empty() || !document.lights.empty()) {
-        std::fputs("--all, --node and --light are for documents (.mtlx); exported shaders have "
-                   "their lights\n",
-                   stderr);
-        return 1;
+        throw std::invalid_argument("--all, --node and --light are for documents (.mtlx); exported "
+                                    "shaders have their lights");
     }
     return render_with_messages(request.render).drawn ? 0 : 1;
 }
@@ -121,20 +132,19 @@ int run_compare(const Compare_request& request)
         std::string reason;
         auto image = read_image(file, reason);
         if (!image) {
-            std::fprintf(stderr, "%s: cannot be read as a picture: %s\n", file.c_str(),
-                         reason.c_str());
+            say("error", file + ": cannot be read as a picture: " + reason);
             return 1;
         }
         images.push_back(std::move(*image));
     }
     const auto difference = mean_difference(images[0], images[1]);
     if (!difference) {
-        std::fputs("the pictures differ in size\n", stderr);
+        say("error", "the pictures differ in size");
         return 1;
     }
     if (!request.allow_flat && is_flat(images[0]) && is_flat(images[1])) {
-        std::fputs("the pictures show a flat color only, which proves nothing; are there lights?\n",
-                   stderr);
+        say("error",
+            "the pictures show a flat color only, which proves nothing; are there lights?");
         return 1;
     }
     std::printf("mean difference of 255: red %.3f, green %.3f, blue %.3f\n", (*difference)[0],
@@ -149,25 +159,28 @@ void add_subject(CLI::App& command, const std::shared_ptr<Picture_request>& pict
     Document_request* const document = &picture->document;
     command
         .add_option(
-            "files", request->shader_files,
+            "FILE", request->shader_files,
             "A GLSL pair, vertex shader first, one CgFX or HLSL effect, or a MaterialX document")
         ->required()
         ->expected(1, 2);
-    command.add_option("-o,--output", request->picture_file, "The PNG file to write")->required();
-    command
-        .add_option("--search-path", request->search_paths, "A folder with textures; repeatable")
+    command.add_option("-o,--output", request->picture_file, "The PNG file to write")
+        ->type_name("FILE.png")
+        ->required();
+    command.add_option("-I,--search-path", request->search_paths, "A folder with textures")
+        ->type_name("DIR")
         ->allow_extra_args(false);
-    command.add_option("--cg-compiler", request->cg_compiler, "The program cgc");
+    command.add_option("--cg-compiler", request->cg_compiler, "The program cgc")->type_name("FILE");
     command.add_flag("--all", document->all, "All materials of the document, on one sheet");
     command
-        .add_option("--node", document->node,
+        .add_option("-n,--node", document->node,
                     "The node of the document (default: its first material)")
         ->type_name("NAME");
-    command.add_option("--as", document->target, "Export the document as glsl|cgfx|hlsl")
-        ->check(CLI::IsMember({"glsl", "cgfx", "hlsl"}))
+    command.add_option("--as", document->target, "The language that the document is exported to")
+        ->check(CLI::IsMember({"glsl", "cgfx", "hlsl"}).description(""))
+        ->type_name("glsl|cgfx|hlsl")
         ->capture_default_str();
     command
-        .add_option("--light", document->lights,
+        .add_option("-l,--light", document->lights,
                     "A light, as for export (default: the document's, else key and fill)")
         ->type_name("LIGHT")
         ->allow_extra_args(false);
@@ -178,15 +191,14 @@ void add_view(CLI::App& command, const std::shared_ptr<Picture_request>& picture
 {
     Render_request* const request = &picture->render;
     command.add_option("--size", request->size, "Width and height in pixels")
+        ->type_name("N")
         ->capture_default_str();
-    command.add_option("--shape", request->view.shape, "What is drawn: sphere|plane|cube|ball")
-        ->transform(CLI::CheckedTransformer(shapes))
-        ->type_name("SHAPE");
-    command
-        .add_option("--backdrop", request->view.backdrop,
-                    "What is behind it: plain|checker|environment")
-        ->transform(CLI::CheckedTransformer(backdrops))
-        ->type_name("BACKDROP");
+    command.add_option("--shape", request->view.shape, "What is drawn (default: sphere)")
+        ->transform(CLI::CheckedTransformer(shapes).description(""))
+        ->type_name("sphere|plane|cube|ball");
+    command.add_option("--backdrop", request->view.backdrop, "What is behind it (default: plain)")
+        ->transform(CLI::CheckedTransformer(backdrops).description(""))
+        ->type_name("plain|checker|environment");
     command
         .add_option("--environment", request->environment_file,
                     "A latitude-longitude image (PNG, JPEG, HDR) for cube maps and the backdrop")
@@ -197,14 +209,16 @@ void add_view(CLI::App& command, const std::shared_ptr<Picture_request>& picture
     command
         .add_option("--samples", request->view.samples,
                     "Samples across and down each pixel, 1 to 4; 1: one in the middle")
+        ->type_name("N")
         ->capture_default_str();
     command
         .add_option("--field-of-view", request->view.camera.field_of_view,
                     "What the camera sees, in degrees; 40 fills the picture with the sphere")
+        ->type_name("DEGREES")
         ->capture_default_str();
     command
-        .add_option("--background", request->view.background,
-                    "The linear colour behind the object: R,G,B")
+        .add_option("--background", request->view.background, "The linear colour behind the object")
+        ->type_name("R,G,B")
         ->delimiter(',')
         ->expected(1);
 }
@@ -212,6 +226,8 @@ void add_view(CLI::App& command, const std::shared_ptr<Picture_request>& picture
 void add_render(CLI::App& app, const Document_exporter& exporter, int& exit_status)
 {
     CLI::App& command = *app.add_subcommand("render", "Draw an exported shader or a document");
+    command.footer("  shader-export render wood_v.gl wood_f.gl -o wood.png\n"
+                   "  shader-export render materials.mtlx --all -o sheet.png --shape ball");
     const auto picture = std::make_shared<Picture_request>();
     add_subject(command, picture);
     add_view(command, picture);
@@ -222,11 +238,13 @@ void add_render(CLI::App& app, const Document_exporter& exporter, int& exit_stat
 void add_compare(CLI::App& app, int& exit_status)
 {
     auto* command = app.add_subcommand("compare", "Tell the mean difference of two pictures");
+    command->footer("  shader-export compare wood.png maya.png --limit 1");
     const auto request = std::make_shared<Compare_request>();
-    command->add_option("pictures", request->pictures, "Two PNG files of the same size")
+    command->add_option("PICTURE", request->pictures, "Two PNG files of the same size")
         ->required()
         ->expected(2);
     command->add_option("--limit", request->limit, "Fail when a channel differs by more, 0 to 255")
+        ->type_name("N")
         ->capture_default_str();
     command->add_flag("--allow-flat", request->allow_flat,
                       "Compare also two pictures that show a flat color only");

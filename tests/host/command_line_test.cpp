@@ -29,6 +29,19 @@ TEST_F(Program, lists_as_json_what_each_exporter_takes_and_writes)
     EXPECT_EQ(0, m_status) << m_errors;
     const nlohmann::json list = nlohmann::json::parse(m_output);
     ASSERT_EQ(8u, list.size());
+    ASSERT_EQ(4u, list[7]["options"].size());
+    EXPECT_EQ((nlohmann::json{{"name", "glsl_version"},
+                              {"type", "text"},
+                              {"default", "130"},
+                              {"choices", nlohmann::json::array()}}),
+              list[7]["options"][0]);
+    EXPECT_EQ((nlohmann::json{{"name", "internal_space"},
+                              {"type", "choice"},
+                              {"default", "camera"},
+                              {"choices", {"world", "camera"}}}),
+              list[5]["options"][4]);
+    nlohmann::json glsl = list[7];
+    glsl.erase("options");
     EXPECT_EQ(
         (nlohmann::json{
             {"index", 7},
@@ -39,7 +52,33 @@ TEST_F(Program, lists_as_json_what_each_exporter_takes_and_writes)
             {"files",
              {{{"suffix", "_v.gl"}, {"text", "GLSL vertex shader"}, {"checker", "glsl"}},
               {{"suffix", "_f.gl"}, {"text", "GLSL fragment shader"}, {"checker", "glsl"}}}}}),
-        list[7]);
+        glsl);
+}
+
+TEST_F(Program, lists_the_options_of_each_exporter_with_values_and_defaults)
+{
+    run({"list", "--plugin", PLUGIN});
+    EXPECT_THAT(m_output, HasSubstr("7  Custom GLSL\n     glsl_version=TEXT (default: 130)\n"
+                                    "     alpha_transparency=on|off (default: off)\n"));
+    run({"panel", "--plugin", PLUGIN, "-e", "FX Composer", "--width", "300", "--json"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    const nlohmann::json panel = nlohmann::json::parse(m_output);
+    EXPECT_EQ("FX Composer (HLSL/CgFX)", panel["exporter"]);
+    EXPECT_EQ(300, panel["width"]);
+    EXPECT_LT(10, panel["height"]);
+    EXPECT_EQ("export_cgfx_file", panel["options"][1]["name"]);
+}
+
+TEST_F(Program, lists_the_nodes_of_a_document_as_json)
+{
+    run({"nodes", sample("wood_textured"), "--json"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_EQ((nlohmann::json{{"name", "Planks/grain"},
+                              {"category", "tiledimage"},
+                              {"type", "color3"},
+                              {"file", sample("wood_textured")},
+                              {"line", 8}}),
+              nlohmann::json::parse(m_output)[0]);
 }
 
 TEST_F(Program, lists_the_nodes_of_a_document_with_their_places)

@@ -32,7 +32,7 @@ TEST_F(Program, helps_with_itself_when_no_command_is_named)
 {
     run({"--help"});
     const std::string help = m_output;
-    EXPECT_THAT(help, HasSubstr("Exit status: 0 done"));
+    EXPECT_THAT(help, HasSubstr("Exit status:\n  0                           Done\n"));
     run({"help"});
     EXPECT_EQ(0, m_status) << m_errors;
     EXPECT_EQ(help, m_output);
@@ -59,6 +59,8 @@ TEST_F(Program, suggests_the_word_that_is_near_an_unknown_one)
          "error: no exporter fits 'Custom CgXF'; did you mean 'Custom CgFX'? There are:\n"},
         {{"export", wood, "--plugin", PLUGIN, "--exporter", "5", "--output", "x", "--node", "Wod"},
          "error: the document has no node 'Wod'; did you mean 'Wood'?\n"},
+        {{"export", wood, "--plugin", PLUGIN, "-e", "5", "-o", "x", "-s", "two_sded=on"},
+         "error: the panel has no option 'two_sded'; did you mean 'two_sided'? There are:"},
     };
     for (const auto& row : rows) {
         run(row.arguments);
@@ -116,4 +118,17 @@ TEST_F(Program, says_where_it_looked_for_a_plug_in)
                                     "TOVIRAEXPORT_PLUGIN. It would be one of these:\n  "));
     EXPECT_THAT(m_errors, HasSubstr("\n  " + m_folder.file("bin/toviraexport.so") + "\n"));
     EXPECT_THAT(m_errors, HasSubstr("\n  " + m_folder.file("lib/toviraexport.so") + "\n"));
+}
+
+TEST_F(Program, suggests_documents_and_inputs_that_may_be_meant)
+{
+    m_folder.write("wood.mtlx", document("<absval name='a' type='float'><input name='inn' "
+                                         "type='float' value='1'/></absval>"));
+    run({"nodes", "wod.mtlx"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_EQ("wod.mtlx: error: cannot be opened: there is no such file; did you mean "
+              "'wood.mtlx'?\n",
+              m_errors);
+    run({"nodes", "wood.mtlx"});
+    EXPECT_THAT(m_errors, HasSubstr("there is no input 'inn'; did you mean 'in'?"));
 }

@@ -1,4 +1,4 @@
-#include "reference_host/app/suggestion.h"
+#include "reference_host/system/suggestion.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,6 +1,6 @@
 // "Did you mean": the known word that comes nearest to one that is not known.
-#ifndef REFERENCE_HOST_APP_SUGGESTION_H
-#define REFERENCE_HOST_APP_SUGGESTION_H
+#ifndef REFERENCE_HOST_SYSTEM_SUGGESTION_H
+#define REFERENCE_HOST_SYSTEM_SUGGESTION_H
 
 #include <string>
 #include <vector>
