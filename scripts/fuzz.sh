@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs every fuzz target for so many seconds; without any, only over its corpus. What breaks one is
-# kept in build-fuzz/found.
+# kept in build-fuzz/found. Needs clang.
 #
-#     scripts/fuzz.sh [SECONDS]
+#   scripts/fuzz.sh [SECONDS]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-0}

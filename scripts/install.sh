@@ -16,6 +16,7 @@ packages=(
     glslang-tools                             # a compiler that checks exported GLSL
     bison flex xz-utils dpkg-dev              # scripts/fetch-validators.sh builds with these
     locales                                   # tests run in a locale with a decimal comma
+    clang clang-format libclang-rt-dev        # fuzz targets, the format of the sources
 )
 
 missing=()

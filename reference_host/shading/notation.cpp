@@ -371,12 +371,20 @@ private:
         return construct(type, parts);
     }
 
-    static Expr number(const std::string& word)
+    Expr number(const std::string& word)
     {
-        double parsed = 0.0;
-        std::from_chars(word.data(), word.data() + word.size(), parsed);
-        return word.find('.') == std::string::npos ? integer_literal(static_cast<int>(parsed))
-                                                   : literal(parsed);
+        if (word.find('.') == std::string::npos)
+            return integer_literal(parsed<int>(word));
+        return literal(parsed<double>(word));
+    }
+
+    template<typename Number>
+    Number parsed(const std::string& word)
+    {
+        Number number = 0;
+        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+        require(error == std::errc(), "the number " + word + " is out of range");
+        return number;
     }
 
     Expr named(const std::string& name)

@@ -83,6 +83,13 @@ TEST(Notation, mistakes_are_errors_and_not_crashes)
     }
 }
 
+TEST(Notation, numbers_out_of_range_are_errors)
+{
+    EXPECT_THROW(cg("n + 2147483648"), Notation_error);
+    EXPECT_THROW(cg("x + 1" + std::string(400, '0') + ".0"), Notation_error);
+    EXPECT_EQ(cg("n + 2147483647"), "n + 2147483647");
+}
+
 TEST(Notation, functions_and_statements_that_do_not_end_are_errors)
 {
     const char* const texts[] = {

@@ -313,6 +313,29 @@ TEST_F(Panel_life, end_of_a_panel_is_passed_on)
     EXPECT_EQ(exporter->get_top_panel(), nullptr);
 }
 
+// Asks a panel at its end whether it still has the handlers of its exporter.
+class Handler_watch : public wxEvtHandler
+{
+public:
+    void on_destroy(wxWindowDestroyEvent& event)
+    {
+        event.Skip();
+        wxWindow* panel = event.GetWindow();
+        had_handlers = panel->GetEventHandler() != panel;
+    }
+    bool had_handlers = true;
+};
+
+TEST_F(Panel_life, removed_panel_ends_without_the_handlers_of_its_exporter)
+{
+    Handler_watch watch;
+    exporter->create_ui(handle(), 400, nullptr);
+    exporter->get_top_panel()->Connect(
+        wxEVT_DESTROY, wxWindowDestroyEventHandler(Handler_watch::on_destroy), nullptr, &watch);
+    exporter->remove_ui(nullptr, true);
+    EXPECT_FALSE(watch.had_handlers);
+}
+
 TEST_F(Panel_life, exporter_goes_on_in_a_new_window_after_the_old_one_was_closed)
 {
     exporter->create_ui(handle(), 400, nullptr);
