@@ -25,6 +25,7 @@ reference_host/library:     shading
 reference_host/lowering:    shading nodes document options library
 reference_host/shade_check: shading nodes library lowering
 reference_host/passes:      shading
+reference_host/evaluator:   shading
 reference_host/targets:     shading options library passes
 reference_host/generator:   document options lowering passes targets
 reference_host/render:      system shading

@@ -170,6 +170,15 @@ Matrix<N> operator+(const Matrix<N>& a, const Matrix<N>& b)
 }
 
 template <std::size_t N>
+Matrix<N> operator+(const Matrix<N>& a, float b)
+{
+    Matrix<N> result;
+    for (std::size_t i = 0; i < N; i++)
+        result[i] = a[i] + b;
+    return result;
+}
+
+template <std::size_t N>
 Matrix<N> operator-(const Matrix<N>& a, const Matrix<N>& b)
 {
     Matrix<N> result;
@@ -177,6 +186,9 @@ Matrix<N> operator-(const Matrix<N>& a, const Matrix<N>& b)
         result[i] = a[i] - b[i];
     return result;
 }
+
+template <std::size_t N>
+Matrix<N> operator-(const Matrix<N>& a, float b) { return a + -b; }
 
 template <std::size_t N>
 Matrix<N> transpose(const Matrix<N>& matrix)
