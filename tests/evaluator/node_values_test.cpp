@@ -1,14 +1,13 @@
-// What nodes compute, in numbers that are worked out from the standard's definitions by hand. The
-// generated C++ is compiled and run.
-#include "reference_host/system/process.h"
+// What nodes compute, in numbers that are worked out from the standard's definitions by hand: by
+// the evaluator, by the generated C++ and by GLSL.
+#include "tests/evaluator/probe_texts.h"
 #include "tests/generator/generation.h"
-#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-using namespace generation;
+using namespace probing;
 
 namespace
 {
@@ -121,45 +120,49 @@ std::string document_elements()
     return elements;
 }
 
-// The sources of all nodes, and a program that prints what they give, one line each.
-std::string program_text()
+std::vector<Probe> probes_of_rows()
 {
-    const auto graph = graph_of(document_elements());
-    std::string text;
-    std::string calls;
+    const auto graph = generation::graph_of(document_elements());
+    std::vector<Probe> probes;
     for (std::size_t i = 0; i < std::size(node_values); ++i) {
-        const Result result =
-            generate_node(*graph, named("shown", i), "Swrc", {{"alpha_transparency", "true"}});
-        EXPECT_FALSE(result.texts.empty()) << node_values[i].category << result.messages();
-        const std::string name = named("shown", i);
-        calls += "{ auto v = " + name + "_shader::" + name +
-                 "(); std::printf(\"%g %g %g %g\\n\", v.x, v.y, v.z, v.w); }\n";
-        text += result.text();
+        Diagnostics diagnostics;
+        const auto compiled =
+            compile_node(*graph, *graph->find_node(named("shown", i)), {}, diagnostics);
+        const auto module =
+            compiled ? compiled->module_after("name", "Swrc", {{"alpha_transparency", "true"}},
+                                              diagnostics)
+                     : nullptr;
+        const std::string what =
+            std::string(node_values[i].category) + ": " + node_values[i].inputs;
+        EXPECT_TRUE(module) << what;
+        if (module)
+            probes.push_back({what, *module, {}});
     }
-    return text + "#include <cstdio>\nint main()\n{\n" + calls + "}\n";
+    return probes;
+}
+
+void expect(const Four& numbers, const Node_value& row, const std::string& what)
+{
+    const double expected[] = {row.x, row.y, row.z, row.w};
+    for (std::size_t k = 0; k < 4; ++k)
+        EXPECT_NEAR(numbers[k], expected[k], 1e-4) << what << ", component " << k;
 }
 
 } // namespace
 
 TEST(Node_values, are_those_of_the_standard)
 {
-    const QZ::TEST::Temporary_folder folder;
-    const std::string program = folder.file("values");
-    const auto compiled =
-        reference_host::run_program({CXX_COMPILER, "-std=c++17", "-w",
-                                     folder.write("values.cpp", program_text()), "-o", program});
-    ASSERT_EQ(compiled.status, 0) << compiled.output;
-    std::istringstream values(reference_host::run_program({program}).output);
-    for (const Node_value& row : node_values) {
-        double x = -1;
-        double y = -1;
-        double z = -1;
-        double w = -1;
-        values >> x >> y >> z >> w;
-        const std::string what = std::string(row.category) + ": " + row.inputs;
-        EXPECT_NEAR(x, row.x, 1e-4) << what;
-        EXPECT_NEAR(y, row.y, 1e-4) << what;
-        EXPECT_NEAR(z, row.z, 1e-4) << what;
-        EXPECT_NEAR(w, row.w, 1e-4) << what;
+    const std::vector<Probe> probes = probes_of_rows();
+    ASSERT_EQ(probes.size(), std::size(node_values));
+    const Results cpp = cpp_results(probes);
+    const Results glsl = glsl_results(probes);
+    ASSERT_EQ(glsl.size(), probes.size());
+    for (std::size_t i = 0; i < probes.size(); ++i) {
+        const Shading_value value = truth(probes[i], 0);
+        Four numbers;
+        std::copy_n(value.numbers.begin(), 4, numbers.begin());
+        expect(numbers, node_values[i], probes[i].what);
+        expect(cpp[i][0], node_values[i], probes[i].what + ", in C++");
+        expect(glsl[i][0], node_values[i], probes[i].what + ", in GLSL");
     }
 }
