@@ -22,7 +22,7 @@ reference_host/nodes:       shading
 reference_host/document:    nodes system
 reference_host/options:     shading document
 reference_host/library:     shading
-reference_host/lowering:    shading nodes document options library
+reference_host/lowering:    shading nodes document options library evaluator
 reference_host/shade_check: shading nodes library lowering
 reference_host/passes:      shading
 reference_host/evaluator:   shading

@@ -1,7 +1,8 @@
 #include "reference_host/lowering/color_space.h"
 
-#include <array>
-#include <cmath>
+#include "reference_host/evaluator/evaluator.h"
+#include "reference_host/library/library_scope.h"
+#include "reference_host/lowering/document_values.h"
 
 namespace reference_host
 {
@@ -11,8 +12,6 @@ namespace
 // The curve between encoded and linear numbers; a number is the exponent of a plain power.
 constexpr double linear = 1.0;
 constexpr double srgb_curve = 0.0;
-
-using Matrix = std::array<std::array<double, 3>, 3>;
 
 struct Color_space {
     const char* name;
@@ -48,25 +47,6 @@ constexpr Color_space color_spaces[] = {
     {"lin_displayp3", linear, "display_p3_to_rec709"},
 };
 
-struct Named_matrix {
-    const char* function;
-    Matrix rows;
-};
-
-// The same numbers as in the functions of library_color.cpp.
-constexpr Named_matrix matrices[] = {
-    {"ap1_to_rec709",
-     {{{1.7050510, -0.6217921, -0.0832589},
-       {-0.1302564, 1.1408047, -0.0105483},
-       {-0.0240034, -0.1289690, 1.1529724}}}},
-    {"adobe_rgb_to_rec709",
-     {{{1.3983557, -0.3983557, 0.0}, {0.0, 1.0, 0.0}, {0.0, -0.0429290, 1.0429290}}}},
-    {"display_p3_to_rec709",
-     {{{1.2249402, -0.2249402, 0.0},
-       {-0.0420570, 1.0420570, 0.0},
-       {-0.0196376, -0.0786360, 1.0982736}}}},
-};
-
 const Color_space* find_color_space(const std::string& name)
 {
     for (const Color_space& space : color_spaces)
@@ -75,13 +55,14 @@ const Color_space* find_color_space(const std::string& name)
     return nullptr;
 }
 
-double decoded(double number, double curve)
+// What the expression comes to, which calls functions of the library alone.
+Shading_value value_of(const Expr& expression, const Library_scope& scope)
 {
-    if (curve == linear)
-        return number;
-    if (curve == srgb_curve)
-        return number <= 0.04045 ? number / 12.92 : std::pow((number + 0.055) / 1.055, 2.4);
-    return std::pow(std::fmax(number, 0.0), curve);
+    Module module;
+    for (const Library_instance* used : scope.used())
+        add_with_callees(*used, module.functions);
+    module.functions.push_back({expression->type, "value", {}, {give_back(expression)}});
+    return evaluate(module, {});
 }
 
 } // namespace
@@ -109,22 +90,16 @@ Expr to_working_space(const Expr& color, const std::string& color_space, Notatio
 
 Value to_working_space(const Value& color, const std::string& color_space)
 {
-    const Color_space* space = find_color_space(color_space);
-    if (!space || (color.type != Type::color3 && color.type != Type::color4))
+    if (color.type != Type::color3 && color.type != Type::color4)
         return color;
-    Value converted = color;
-    for (std::size_t i = 0; i < 3; ++i)
-        converted.numbers[i] = decoded(color.numbers[i], space->curve);
-    if (!space->matrix_function)
-        return converted;
-    const std::array<double, 16> decoded_numbers = converted.numbers;
-    for (const Named_matrix& matrix : matrices)
-        if (matrix.function == std::string(space->matrix_function))
-            for (std::size_t row = 0; row < 3; ++row)
-                converted.numbers[row] = matrix.rows[row][0] * decoded_numbers[0] +
-                                         matrix.rows[row][1] * decoded_numbers[1] +
-                                         matrix.rows[row][2] * decoded_numbers[2];
-    return converted;
+    const Expr given = literal(color);
+    Library_scope scope;
+    const Expr converted = to_working_space(given, color_space, scope);
+    if (converted == given)
+        return color;
+    Value result = color;
+    result.numbers = value_of(converted, scope).numbers;
+    return result;
 }
 
 } // namespace reference_host
