@@ -22,10 +22,10 @@ reference_host/nodes:       shading
 reference_host/document:    nodes system
 reference_host/options:     shading document
 reference_host/library:     shading
+reference_host/evaluator:   shading
 reference_host/lowering:    shading nodes document options library evaluator
 reference_host/shade_check: shading nodes library lowering
 reference_host/passes:      shading
-reference_host/evaluator:   shading
 reference_host/targets:     shading options library passes
 reference_host/generator:   document options lowering passes targets
 reference_host/render:      system shading
