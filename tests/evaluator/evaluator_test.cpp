@@ -124,6 +124,14 @@ TEST(Evaluator, agrees_with_glsl_on_every_library_function)
     compare(probes, glsl_results(probes), true);
 }
 
+TEST(Evaluator, agrees_with_cpp_and_glsl_on_every_material)
+{
+    const std::vector<Probe> probes = without_derivatives(material_probes());
+    ASSERT_GE(probes.size(), 9U); // those of the samples
+    compare(probes, cpp_results(probes), false);
+    compare(probes, glsl_results(probes), true);
+}
+
 TEST(Evaluator, agrees_with_glsl_on_derivatives)
 {
     Evaluation_inputs inputs;

@@ -136,7 +136,7 @@ std::vector<Probe> probes_of_rows()
             std::string(node_values[i].category) + ": " + node_values[i].inputs;
         EXPECT_TRUE(module) << what;
         if (module)
-            probes.push_back({what, *module, {}});
+            probes.push_back({what, *module, {}, false});
     }
     return probes;
 }

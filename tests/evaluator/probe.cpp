@@ -165,7 +165,7 @@ std::string described(const Node_case& tested, int row)
 
 Probe probe_of(const Node_case& tested, int row, Module module)
 {
-    Probe probe{described(tested, row), std::move(module), {}};
+    Probe probe{described(tested, row), std::move(module), {}, false};
     for (const Module_parameter& parameter : probe.module.parameters)
         for (const Input_definition& input : tested.definition.inputs)
             if (parameter.name == "p_" + input.name)
@@ -259,7 +259,7 @@ void add_library_probes(const Library_instance& instance, std::vector<Probe>& pr
         Module asked = module;
         asked.functions.back().body.push_back(give_back(part));
         run_passes(asked, {all_switches(), nullptr, "", {}}, "prune");
-        Probe probe{instance.function.name + " " + std::to_string(number++), asked, {}};
+        Probe probe{instance.function.name + " " + std::to_string(number++), asked, {}, false};
         for (const Module_parameter& parameter : asked.parameters)
             probe.parameters[parameter.name] = values_for(parameter, Input_definition());
         probes.push_back(std::move(probe));
@@ -296,6 +296,33 @@ std::vector<Probe> library_probes()
                 break;
         }
     }
+    return probes;
+}
+
+std::vector<Probe> material_probes()
+{
+    std::vector<Probe> probes;
+    for (const generation::Test_document& document : generation::all_documents())
+        for (const std::string& node : generation::exported_nodes(*document.graph)) {
+            Diagnostics diagnostics;
+            const auto compiled =
+                compile_group(*document.graph, generation::lit_by_all(node), {}, diagnostics);
+            const auto module = compiled ? compiled->module_after("name", "GL",
+                                                                  {{"internal_space", "world"},
+                                                                   {"alpha_transparency", "true"}},
+                                                                  diagnostics)
+                                         : nullptr;
+            if (!module)
+                continue;
+            Probe probe{document.name + " " + node, *module, {}, true};
+            for (const Module_parameter& parameter : module->parameters) {
+                Input_definition input;
+                input.min = parameter.range.min.value_or(0.0);
+                input.max = parameter.range.max.value_or(1.0);
+                probe.parameters[parameter.name] = values_for(parameter, input);
+            }
+            probes.push_back(std::move(probe));
+        }
     return probes;
 }
 

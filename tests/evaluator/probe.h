@@ -24,6 +24,7 @@ struct Probe {
     std::string what; // for messages
     Module module;    // its entry gives four floats
     std::map<std::string, Values> parameters;
+    bool is_special = false; // its functions of the library are not those of other probes
 };
 
 // One for each signature of each node and for each of its outputs; matrices give their rows.
@@ -32,6 +33,9 @@ std::vector<Probe> node_probes(std::vector<std::string>& refused);
 
 // One for each function and each meaning of its T; structures give their fields.
 std::vector<Probe> library_probes();
+
+// One for each material of all documents, with two lights, an environment and a volume.
+std::vector<Probe> material_probes();
 
 // What is the same for all probes: the fields of the state, and the values of the host. Matrices
 // are by rows and stand before column vectors.

@@ -46,36 +46,46 @@ public:
         return text;
     }
 
-    std::string functions(const Module& module)
+    std::string functions(const Probe& probe)
     {
         std::string text;
-        for (const Function& function : module.functions) {
+        for (const Function& function : probe.module.functions) {
             const std::string printed = m_printer.function(function);
-            if (function.of_library && m_known.insert(printed).second)
+            if (is_shared(function, probe) && m_known.insert(printed).second)
                 text += printed;
         }
         return text;
     }
 
-    // The entry, with the variables and textures that it reads, under names with the number.
+    // The entry and what else is of the probe alone, under names with the number.
     std::string entry(const Probe& probe, const std::string& number) const
     {
         std::string text;
-        for (const auto& [name, values] : probe.parameters)
+        std::set<std::string> uniforms;
+        for (const auto& [name, values] : probe.parameters) {
             text += m_printer.type(values[0].type) + " " + numbered(name, number) + ";\n";
-        std::set<std::string> own;
-        for (const auto& [name, values] : probe.parameters)
-            own.insert(name);
+            uniforms.insert(name);
+        }
         for (const Module_texture& texture : probe.module.textures)
-            own.insert(texture.name);
-        Function entry = probe.module.entry();
-        replace(entry.body, [&](const Expr& e) {
-            return e->op == Op::variable && own.count(e->name)
-                       ? variable(e->type, numbered(e->name, number))
-                       : e;
-        });
-        entry.name = numbered("probe", number);
-        return text + m_printer.function(entry);
+            uniforms.insert(texture.name);
+        std::set<std::string> functions;
+        for (Function function : probe.module.functions) {
+            if (is_shared(function, probe))
+                continue;
+            // Variables of the library may have the names of parameters.
+            const bool reads_uniforms = !function.of_library;
+            replace(function.body, [&](const Expr& e) {
+                const bool is_own =
+                    (e->op == Op::variable && reads_uniforms && uniforms.count(e->name)) ||
+                    (e->op == Op::call && functions.count(e->name));
+                return is_own ? under_name(e, numbered(e->name, number)) : e;
+            });
+            functions.insert(function.name);
+            const bool is_entry = function.name == probe.module.entry().name;
+            function.name = numbered(is_entry ? "probe" : function.name, number);
+            text += m_printer.function(function);
+        }
+        return text;
     }
 
     static std::string numbered(const std::string& name, const std::string& number)
@@ -115,6 +125,18 @@ public:
     }
 
 private:
+    static Expr under_name(const Expr& e, const std::string& name)
+    {
+        auto made = std::make_shared<Expression>(*e);
+        made->name = name;
+        return made;
+    }
+
+    static bool is_shared(const Function& function, const Probe& probe)
+    {
+        return function.of_library && !probe.is_special;
+    }
+
     Printer m_printer;
     std::set<std::string> m_known;
 };
@@ -151,7 +173,7 @@ std::string cpp_program(const std::vector<Probe>& probes)
     std::string calls;
     for (std::size_t i = 0; i < probes.size(); ++i) {
         const std::string number = std::to_string(i);
-        text += texts.functions(probes[i].module) + cpp_textures(probes[i], number) +
+        text += texts.functions(probes[i]) + cpp_textures(probes[i], number) +
                 texts.entry(probes[i], number) + "float4 run" + number +
                 "(int set, const State& state)\n{\n" + texts.parameters(probes[i], number) +
                 "    return " + Probe_text::call(probes[i], number) + ";\n}\n";
@@ -217,7 +239,7 @@ std::string glsl_program(const Probe* first, const Probe* last)
     std::string calls;
     for (const Probe* probe = first; probe != last; ++probe) {
         const std::string number = std::to_string(probe - first);
-        text += texts.functions(probe->module) + texts.entry(*probe, number);
+        text += texts.functions(*probe) + texts.entry(*probe, number);
         calls += "    if (which == " + number + ")\n    {\n" + texts.parameters(*probe, number) +
                  "    result = " + Probe_text::call(*probe, number) + ";\n    }\n";
     }
@@ -295,7 +317,7 @@ Four glsl_result_of_quad(const Module& module, const Point_function& place)
 {
     setenv("GALLIUM_DRIVER", "softpipe", 1);
     Probe_text texts(Language::glsl);
-    const Probe probe{"", module, {}};
+    const Probe probe{"", module, {}, false};
     const auto way = [&](double x, double y) {
         const Shading_value there = place(x, y);
         const Shading_value here = place(0, 0);
@@ -307,7 +329,7 @@ Four glsl_result_of_quad(const Module& module, const Point_function& place)
     drawing.vertex = {"quad.vert", glsl_vertex};
     drawing.fragment = {
         "quad.frag",
-        glsl_head + texts.head() + "bool has_derivatives = true;\n" + texts.functions(module) +
+        glsl_head + texts.head() + "bool has_derivatives = true;\n" + texts.functions(probe) +
             texts.entry(probe, "0") +
             "void main()\n{\n    State state;\n    vec2 pixel = floor(gl_FragCoord.xy);\n" +
             "    state.texture_coordinate0 = " + texts.literal(place(0, 0)) + " + pixel.x * " +
