@@ -1,8 +1,9 @@
 # What belongs to nobody's folder: documentation, samples, the headers for hosts, the desktop entry.
 # Programs and libraries are installed where they are built.
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
-install(DIRECTORY samples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/toviraexport/samples)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs PATTERN "*.py" EXCLUDE)
+install(DIRECTORY samples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/toviraexport/samples
+    PATTERN "*.py" EXCLUDE)
 install(FILES
     plugin/iexporter.h plugin/iexporter_plugin.h plugin/interface.h plugin/plugin.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/toviraexport/plugin)

@@ -216,8 +216,11 @@ std::vector<Existing_file> existing_files(Staged_files& stage, std::vector<Expor
     for (Exported_file& file : files) {
         const std::string name = fs::path(file.path).filename().string();
         struct stat status;
-        if (stat(file.path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        if (lstat(file.path.c_str(), &status) != 0)
             continue;
+        const bool leads_somewhere = stat(file.path.c_str(), &status) == 0;
+        if (leads_somewhere && !S_ISREG(status.st_mode))
+            continue; // cannot be placed, which says why
         if (request.overwrite.overwrite != Overwrite::yes &&
             file_hash(file.path) == content_hash(file.content)) {
             file.state = Exported_file::State::unchanged;

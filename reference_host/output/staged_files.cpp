@@ -56,26 +56,34 @@ int try_lock(const fs::path& folder)
     return -1;
 }
 
-std::vector<std::string> regular_files(const fs::path& folder)
+// The names of the regular files in a folder, and of the links, where those count.
+std::vector<std::string> files_in(const fs::path& folder, bool with_links)
 {
     std::vector<std::string> names;
     std::error_code failure;
     for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
          entry.increment(failure)) {
         std::error_code ignored;
-        if (entry->is_regular_file(ignored))
+        if (entry->is_regular_file(ignored) || (with_links && entry->is_symlink(ignored)))
             names.push_back(entry->path().filename().string());
     }
     std::sort(names.begin(), names.end());
     return names;
 }
 
-// The file itself where the place is a link to one.
+std::vector<std::string> regular_files(const fs::path& folder)
+{
+    return files_in(folder, false);
+}
+
+// The file itself where the place is a link to one. A link that leads nowhere stands for itself:
+// what it names may be anywhere.
 fs::path behind_links(const fs::path& place)
 {
     std::error_code failure;
-    const fs::path file =
-        fs::is_symlink(place, failure) ? fs::weakly_canonical(place, failure) : place;
+    if (!fs::is_symlink(place, failure) || !fs::exists(place, failure))
+        return place;
+    const fs::path file = fs::canonical(place, failure);
     return failure ? place : file;
 }
 
@@ -86,10 +94,15 @@ void set_times_and_mode(const fs::path& file, const struct stat& status)
     chmod(file.c_str(), status.st_mode & 07777u);
 }
 
-// The same file under a second name, or, on a disk without hard links, a copy of it.
+// The same file, or link that leads nowhere, under a second name, or, on a disk without hard links,
+// a copy of it.
 void keep(const fs::path& file, const fs::path& copy)
 {
     if (link(file.c_str(), copy.c_str()) == 0)
+        return;
+    std::error_code no_link;
+    fs::copy_symlink(file, copy, no_link);
+    if (!no_link)
         return;
     struct stat status;
     std::error_code failure;
@@ -114,7 +127,7 @@ void check_place(const fs::path& place)
 // Puts back what STAGE/old has, and removes what replaced nothing.
 void take_back(const fs::path& stage, const fs::path& folder, const std::vector<std::string>& moved)
 {
-    const std::vector<std::string> old = regular_files(stage / "old");
+    const std::vector<std::string> old = files_in(stage / "old", true);
     for (const std::string& name : old)
         rename((stage / "old" / name).c_str(), behind_links(folder / name).c_str());
     for (const std::string& name : moved) {
@@ -296,10 +309,11 @@ void Staged_files::place()
     for (const std::string& name : files) {
         const fs::path place = behind_links(placed(name));
         struct stat status;
-        if (stat(place.c_str(), &status) != 0)
+        if (lstat(place.c_str(), &status) != 0)
             continue;
         keep(place, m_stage / "old" / name);
-        chmod(staged(name).c_str(), status.st_mode & 07777u);
+        if (S_ISREG(status.st_mode))
+            chmod(staged(name).c_str(), status.st_mode & 07777u);
     }
     for (const std::string& name : files) // without one, an edit goes unnoticed; no more than that
         std::ofstream(hash_file(m_stage / "hash", name)) << file_hash(staged(name)) << '\n';

@@ -58,8 +58,8 @@ public:
     void drop(const std::string& name);
 
     // Moves all files to their places. They keep the permissions of those that they replace; what a
-    // link names is replaced, not the link. Throws Write_failure when one cannot be moved; then the
-    // folder is as before.
+    // link names is replaced, not the link, unless it leads nowhere. Throws Write_failure when one
+    // cannot be moved; then the folder is as before.
     void place();
 
 private:

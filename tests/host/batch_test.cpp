@@ -164,6 +164,45 @@ TEST_F(Batch, makes_again_what_was_removed)
     EXPECT_EQ(2u, contents("a").size());
 }
 
+TEST_F(Batch, goes_on_where_it_was_killed_or_interrupted)
+{
+    std::string materials;
+    for (int i = 0; i < 20; ++i)
+        materials += material("M" + std::to_string(i));
+    m_folder.write("many.mtlx", document(materials));
+    const std::vector<std::string> arguments = {"many.mtlx", "-e", "GLSL"};
+    const auto with_output = [&](const std::string& folder) {
+        std::vector<std::string> more = arguments;
+        more.insert(more.end(), {"--output", folder});
+        return more;
+    };
+    run_batch(with_output("whole"));
+    const Contents expected = contents("whole");
+    EXPECT_EQ(60u, expected.size());
+    for (const char* signal : {"KILL", "INT"}) {
+        const std::string folder = signal;
+        EXPECT_EQ(0, shell("'" SHADER_EXPORT "' batch many.mtlx --plugin '" PLUGIN
+                           "' -e 5 -e GLSL --light key --environment '" +
+                           sky() + "' --jobs 2 --output " + folder +
+                           " >log 2>&1 & id=$!; "
+                           "until grep -q bytes log; do sleep 0.01; done; kill -" +
+                           folder +
+                           " $id; wait $id; status=$?; [ $status = 137 ] || [ $status = 130 ]"))
+            << m_folder.read("log");
+        EXPECT_GT(60u, contents(folder).size()) << "it was too quick";
+        run_batch(with_output(folder));
+        EXPECT_EQ(0, m_status) << m_errors;
+        EXPECT_THAT(m_output, ContainsRegex("\n[0-9]+ written, [1-9][0-9]* unchanged, 0 skipped, "
+                                            "0 failed\n$"));
+        EXPECT_EQ(expected, contents(folder)) << signal;
+        for (const auto& entry : fs::recursive_directory_iterator(m_folder.file(folder))) {
+            const std::string name = entry.path().filename().string();
+            EXPECT_NE(0u, name.find("stage-")) << entry.path();
+            EXPECT_NE(0u, name.find("ready-")) << entry.path();
+        }
+    }
+}
+
 TEST_F(Batch, makes_the_same_bytes_with_several_processes)
 {
     run_batch({"in", "-r", "--output", "a", "--exporter", "GLSL"});

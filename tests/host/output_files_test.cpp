@@ -195,6 +195,23 @@ TEST_F(Output_files, of_others_are_not_reported)
     EXPECT_THAT(m_output, Not(HasSubstr("wood.log")));
 }
 
+TEST_F(Output_files, are_asked_for_also_where_a_link_leads_nowhere)
+{
+    const fs::path link = m_folder.file("wood.cgfx");
+    const fs::path target = m_folder.file("elsewhere/wood.cgfx");
+    fs::create_directory(m_folder.file("elsewhere"));
+    fs::create_symlink(target, link);
+    run_export("5");
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_errors, HasSubstr("refused: " + link.string() + " already exists"));
+    EXPECT_EQ(target, fs::read_symlink(link));
+    run_export("5", {"--overwrite", "backup"});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(link)));
+    EXPECT_EQ(target, fs::read_symlink(link.string() + ".~1~"));
+    EXPECT_FALSE(fs::exists(target)) << "nothing is written outside of the folder";
+}
+
 TEST_F(Output_files, take_the_name_of_the_material_in_a_folder)
 {
     for (const std::string output : {".", "made/here/", "./made"}) {
