@@ -2,7 +2,7 @@
 
 #include "reference_host/document/shader_graph.h"
 #include "reference_host/lowering/shader_lowering.h"
-#include "reference_host/lowering/surface_models.h"
+#include "reference_host/lowering/surface_lowering.h"
 #include "reference_host/options/options.h"
 #include "reference_host/passes/uses.h"
 #include "reference_host/targets/effect_writer.h"
@@ -272,14 +272,14 @@ void find_scene(const Shader_graph& graph, Shader_request& request, Diagnostics&
 Shader_usage shader_usage(const Node& node)
 {
     Shader_usage usage;
-    const Surface_model* model = find_surface_model(node.category);
-    if (!model || !model->lit)
+    if (node.type != Type::surfaceshader)
         return usage;
-    usage.lights_parameter = true;
-    usage.direct_light = true;
-    usage.reflect_environment =
-        slot_contributes(node, *model, "metalness") || slot_contributes(node, *model, "coat");
-    usage.refract_environment = slot_contributes(node, *model, "transmission");
+    const Surface_usage surface = surface_usage(node);
+    usage.lights_parameter = surface.is_lit;
+    usage.direct_light = surface.is_lit;
+    usage.reflect_environment = surface.mirrors;
+    usage.refract_environment = surface.refracts;
+    usage.trace_environment = surface.looks_around;
     return usage;
 }
 

@@ -23,13 +23,13 @@ namespace reference_host
 struct Module;
 
 // What the shader of a node asks of its scene. The declaration of the node answers has_parameter
-// and uses_function from this; it is true exactly when the generated text needs it.
+// and uses_function from this.
 struct Shader_usage {
     bool lights_parameter = false;    // has_parameter("lights")
     bool direct_light = false;        // uses_function("direct_light")
-    bool reflect_environment = false; // metal, coat: the text looks the environment up
-    bool refract_environment = false; // transmission
-    bool trace_environment = false;
+    bool reflect_environment = false; // metal, coat: without an environment much is missing
+    bool refract_environment = false; // transmission: likewise
+    bool trace_environment = false;   // the text reads an environment when the scene has one
 };
 
 // About the node itself, not about what is connected to it.

@@ -190,7 +190,9 @@ public:
             {"direct_light", m_usage.direct_light},
             {"reflect_environment", m_usage.reflect_environment},
             {"refract_environment", m_usage.refract_environment},
-            {"trace_environment", m_usage.trace_environment},
+            // What could do without an environment does not ask for one.
+            {"trace_environment",
+             m_usage.trace_environment && m_objects.scene().render_settings.environment != nullptr},
         };
         return name && std::any_of(std::begin(functions), std::end(functions),
                                    [&](const Function& function) {

@@ -1,5 +1,7 @@
 #include "reference_host/lowering/document_values.h"
 
+#include "reference_host/lowering/closures.h"
+
 namespace reference_host
 {
 
@@ -27,6 +29,12 @@ Shading_type shading_type(Type type)
     case Type::string:
     case Type::filename:
         return Kind::text;
+    case Type::edf: // its colour
+    case Type::vdf: // which nothing shows: there is one pass and no depth
+        return Kind::float3;
+    case Type::bsdf:
+    case Type::surfaceshader:
+        return Shading_type(type_name(type));
     default:
         return Kind::none;
     }
@@ -35,6 +43,8 @@ Shading_type shading_type(Type type)
 Expr literal(const Value& value)
 {
     const Shading_type type = shading_type(value.type);
+    if (is_closure(type))
+        return nothing(type);
     return type == Kind::text ? text_literal(value.text) : literal(type, value.numbers);
 }
 

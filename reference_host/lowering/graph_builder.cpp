@@ -1,5 +1,6 @@
 #include "reference_host/lowering/graph_builder.h"
 
+#include "reference_host/lowering/closures.h"
 #include "reference_host/lowering/color_space.h"
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/scene_values.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace reference_host
 {
@@ -44,6 +46,13 @@ bool gives_world_space(const Node& node)
 bool leaves_image(const std::string& address_mode)
 {
     return address_mode == "constant" || address_mode == "black";
+}
+
+// Whether an input is a direction in which a surface lies.
+bool is_turned(const Node& node, const Input_definition& defined)
+{
+    return !defined.default_source.empty() && defined.type == Type::vector3 && node.definition &&
+           is_closure(shading_type(node.definition->outputs[0].type));
 }
 
 // Fits a value to the type that the document says it has.
@@ -102,7 +111,7 @@ Expr Graph_builder::shader_expression(const Shade_text& text)
     begin_shader(texts);
     for (const Output_definition& shared : m_definition->shared)
         if (!m_shared.count(shared.name))
-            m_shared[shared.name] = compute(shared, m_shader.name + "_" + shared.name);
+            m_shared[shared.name] = compute(shared, shared.name);
     return parsed(text);
 }
 
@@ -112,13 +121,12 @@ Expr Graph_builder::shader_input(const std::string& name)
     return input(m_shader, *m_definition->find_input(name));
 }
 
-bool Graph_builder::reads_world_space(const std::string& text) const
+// Whether a direction is in world space proper: a node names that space, where the shading's own
+// directions are in the internal one.
+bool Graph_builder::in_world_space(const Node& root) const
 {
-    std::vector<const Node*> open;
-    for (const Input& given : m_shader.inputs)
-        if (given.source && names_word(text, given.name))
-            open.push_back(given.source);
-    std::unordered_set<const Node*> seen(open.begin(), open.end());
+    std::vector<const Node*> open = {&root};
+    std::unordered_set<const Node*> seen = {&root};
     while (!open.empty()) {
         const Node& node = *open.back();
         open.pop_back();
@@ -172,6 +180,7 @@ void Graph_builder::compute(const Node& node)
 // What cannot be expressed is refused only where a text needs it.
 Expr Graph_builder::compute(const Output_definition& output, const std::string& name)
 {
+    const std::string outer_name = std::exchange(m_name, name);
     const Shading_type type = shading_type(output.type);
     Expr value;
     try {
@@ -181,9 +190,13 @@ Expr Graph_builder::compute(const Output_definition& output, const std::string& 
     } catch (const Refusal& refusal) {
         value = noted_refusal(type, refusal.what());
     }
-    if (is_simple(value))
+    m_name = outer_name;
+    if (is_closure(type))
+        name_closure(value, name);
+    if (is_simple(value) || is_closure(type))
         return value;
     const std::string unique = m_context.names.take(name);
+    m_lets[unique] = value;
     m_statements.push_back(let(unique, with_origin(value, m_origin)));
     m_statements.back().type = type;
     return variable(type, unique);
@@ -202,10 +215,12 @@ Expr Graph_builder::parsed(const Shade_text& implementation)
 Expr Graph_builder::find_variable(const std::string& name)
 {
     if (const Input_definition* defined = m_definition->find_input(name))
-        return input(*m_current, *defined);
+        return m_bound ? bound_input(*defined) : input(*m_current, *defined);
     const auto shared = m_shared.find(name);
     if (shared != m_shared.end())
         return shared->second;
+    if (name == "blur")
+        return m_blur ? m_blur : literal(0.0);
     if (Expr source = find_scene_value(name))
         return source;
     const Expr known = m_context.library.find_variable(name);
@@ -227,8 +242,12 @@ Expr Graph_builder::input(const Node& node, const Input_definition& defined)
     const Input* given = node.find_input(defined.name);
     if (!given)
         return absent_value(node, defined);
-    if (given->source)
-        return as_type(connected(*given), shading_type(defined.type));
+    if (given->source) {
+        const Expr value = as_type(connected(*given), shading_type(defined.type));
+        return is_turned(node, defined) && in_world_space(*given->source)
+                   ? internal_direction(value)
+                   : value;
+    }
     if (given->parameter) {
         const Type type = given->parameter->value.type;
         return shading_type(type) == Kind::text
@@ -261,7 +280,7 @@ Expr Graph_builder::given_value(const Node& node, const Input& input,
         to_working_space(input.value ? *input.value : defined.value, input.color_space);
     Expr constant = literal(value);
     // Documents write out the normal of a surface's default, which is no constant.
-    if (&node == &m_shader && !defined.default_source.empty())
+    if ((&node == &m_shader || is_turned(node, defined)) && !defined.default_source.empty())
         return find_scene_value(defined.default_source);
     const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer;
     // A weight that is left at zero adds nothing to a surface, and vectors are nothing to edit.
@@ -293,6 +312,73 @@ Expr Graph_builder::editable(const Input_definition& defined, const Value& value
     return made;
 }
 
+// An input of a node in a node.
+Expr Graph_builder::bound_input(const Input_definition& defined)
+{
+    const auto bound = m_bound->find(defined.name);
+    if (bound != m_bound->end())
+        return as_type(bound->second, shading_type(defined.type));
+    return defined.default_source.empty() ? literal(defined.value)
+                                          : find_scene_value(defined.default_source);
+}
+
+// The values that its outputs share are named after the value that the node is in.
+Expr Graph_builder::node(const std::string& category, Named_values inputs)
+{
+    const Node_definition* definition = find_first_definition(category);
+    if (!definition)
+        throw Notation_error("there is no node \"" + category + "\"");
+    std::unordered_map<std::string, Expr> bound;
+    for (auto& [name, value] : inputs)
+        bound[name] = std::move(value);
+    const auto* const outer_definition = std::exchange(m_definition, definition);
+    const auto* const outer_bound = std::exchange(m_bound, &bound);
+    auto outer_shared = std::exchange(m_shared, {});
+    for (const Output_definition& shared : definition->shared)
+        m_shared[shared.name] = compute(shared, m_name + "_" + shared.name);
+    const Output_definition& output = definition->outputs[0];
+    const Expr value = as_type(parsed(output.implementation), shading_type(output.type));
+    m_definition = outer_definition;
+    m_bound = outer_bound;
+    m_shared = std::move(outer_shared);
+    return value;
+}
+
+// Values that pass on a closure rename it.
+void Graph_builder::name_closure(const Expr& closure, const std::string& name)
+{
+    m_closure_names[closure.get()] = name;
+    if (closure->name == "opaque")
+        name_closure(closure->operands[0], name);
+}
+
+std::string Graph_builder::closure_name(const Expr& closure) const
+{
+    const auto known = m_closure_names.find(closure.get());
+    return known == m_closure_names.end() ? closure->name : known->second;
+}
+
+Expr Graph_builder::let_value(const Expr& value) const
+{
+    const auto known = value->op == Op::variable ? m_lets.find(value->name) : m_lets.end();
+    return known == m_lets.end() ? value : known->second;
+}
+
+// known_zero(value): whether it is certain, when code is generated, that the value is zero.
+Expr Graph_builder::known_zero(const std::vector<Expr>& arguments)
+{
+    return boolean_literal(is_zero(arguments.at(0)));
+}
+
+// known_round(value): whether it is certain that the two components are the same.
+Expr Graph_builder::known_round(const std::vector<Expr>& arguments)
+{
+    const Expr value = let_value(arguments.at(0));
+    if (is_literal(value))
+        return boolean_literal(value->numbers.at(0) == value->numbers.at(1));
+    return boolean_literal(value->op == Op::construct && value->operands.size() == 1);
+}
+
 Expr Graph_builder::call(const std::string& function, std::vector<Expr> arguments)
 {
     using Special = Expr (Graph_builder::*)(const std::vector<Expr>&);
@@ -305,11 +391,15 @@ Expr Graph_builder::call(const std::string& function, std::vector<Expr> argument
         {"channels_of", &Graph_builder::channels_of},
         {"vertex_property", &Graph_builder::vertex_property},
         {"tangent_space_normal", &Graph_builder::tangent_space_normal},
+        {"known_zero", &Graph_builder::known_zero},
+        {"known_round", &Graph_builder::known_round},
         {"refused", &Graph_builder::refuse},
     };
     const auto special = specials.find(function);
     if (special != specials.end())
         return (this->*special->second)(arguments);
+    if (is_closure_function(function))
+        return with_origin(closure_call(function, std::move(arguments)), m_origin);
     return with_origin(m_context.library.call(function, std::move(arguments)), m_origin);
 }
 
@@ -382,10 +472,11 @@ Expr Graph_builder::addressed(const Expr& coordinate, const std::string& mode)
     return mode == "mirror" ? call("mirrored", {coordinate}) : coordinate;
 }
 
-// cube_image(file, direction): the colour of a cube map in a direction of the internal space.
+// cube_image(file, direction, blur): the colour of a cube map in a direction of the internal space,
+// blurred as a surface of the roughness `blur` shows it. The smaller copies of the cube map do it.
 Expr Graph_builder::cube_image(const std::vector<Expr>& arguments)
 {
-    if (arguments.size() != 2 || arguments[0]->type != Kind::text)
+    if (arguments.size() != 3 || arguments[0]->type != Kind::text)
         throw Notation_error("the file name must be known");
     const File file = file_of_current(arguments[0]);
     const Expr sampler =
@@ -393,8 +484,16 @@ Expr Graph_builder::cube_image(const std::vector<Expr>& arguments)
     Expr direction = world_direction(arguments[1]);
     direction = choose(switch_variable(Switch::turns_cube_maps), call("y_up_to_z_up", {direction}),
                        direction);
-    return to_working_space(swizzle(call("texture_cube", {sampler, direction}), "xyz"),
-                            file.color_space, *this);
+    Expr texel = call("texture_cube", {sampler, direction});
+    if (!is_zero(arguments[2])) {
+        const Expr width = call("blur_width", {arguments[2]});
+        texel = choose(
+            switch_variable(Switch::has_wide_lookups),
+            call("texture_cube_wide", {sampler, direction, call("width_x", {direction, width}),
+                                       call("width_y", {direction, width})}),
+            call("texture_cube_bias", {sampler, direction, call("blur_bias", {width})}));
+    }
+    return to_working_space(swizzle(texel, "xyz"), file.color_space, *this);
 }
 
 Expr Graph_builder::texture_set(const std::vector<Expr>& arguments)

@@ -31,16 +31,19 @@ public:
     // The value of an input of the shader.
     Expr shader_input(const std::string& name);
 
-    // Whether a direction that the expression reads through an input of the shader is in world
-    // space proper: a node names that space, where the shading's own directions are in the internal
-    // one.
-    bool reads_world_space(const std::string& text) const;
+    // What the name "blur" means: the roughness with which an environment is seen. Without it,
+    // zero.
+    void set_blur(const Expr& blur) { m_blur = blur; }
+
+    // The name of the value that a closure was made for.
+    std::string closure_name(const Expr& closure) const;
 
     Statements& statements() { return m_statements; }
 
     Expr find_variable(const std::string& name) override;
     Shading_type find_type(const std::string& name) override;
     Shading_type find_member(const std::string& structure, const std::string& member) override;
+    Expr node(const std::string& category, Named_values inputs) override;
     Expr call(const std::string& function, std::vector<Expr> arguments) override;
 
 private:
@@ -55,11 +58,17 @@ private:
     Expr parsed(const Shade_text& implementation);
     Expr compute(const Output_definition& output, const std::string& name);
     Expr input(const Node& node, const Input_definition& defined);
+    Expr bound_input(const Input_definition& defined);
     Expr connected(const Input& input);
     Expr given_value(const Node& node, const Input& input, const Input_definition& defined);
     Expr absent_value(const Node& node, const Input_definition& defined);
     Expr editable(const Input_definition& defined, const Value& value, Ui_hints ui);
     void make_current(const Node& node);
+    bool in_world_space(const Node& root) const;
+    Expr known_zero(const std::vector<Expr>& arguments);
+    Expr known_round(const std::vector<Expr>& arguments);
+    void name_closure(const Expr& closure, const std::string& name);
+    Expr let_value(const Expr& value) const;
     Expr noted_refusal(const Shading_type& type, const std::string& reason);
 
     Expr image(const std::vector<Expr>& arguments);
@@ -86,11 +95,16 @@ private:
     const Node& m_shader;
     std::string m_prefix;
     const Node* m_current = nullptr;
-    const Origin* m_origin = nullptr;                            // of m_current
-    const Node_definition* m_definition = nullptr;               // of m_current
-    std::unordered_map<std::string, Expr> m_shared;              // values of m_current by name
-    std::unordered_map<const Node*, std::vector<Expr>> m_values; // by output
-    std::unordered_map<std::string, Expr> m_editable;            // inputs of the shader
+    const Origin* m_origin = nullptr;                               // of m_current
+    const Node_definition* m_definition = nullptr;                  // of m_current
+    std::unordered_map<std::string, Expr> m_shared;                 // values of m_current by name
+    std::unordered_map<const Node*, std::vector<Expr>> m_values;    // by output
+    std::unordered_map<std::string, Expr> m_editable;               // inputs of the shader
+    const std::unordered_map<std::string, Expr>* m_bound = nullptr; // inputs of a node in a node
+    std::string m_name;                                             // of the value that is computed
+    std::unordered_map<const Expression*, std::string> m_closure_names;
+    std::unordered_map<std::string, Expr> m_lets; // values by the names of their variables
+    Expr m_blur;
     Statements m_statements;
 };
 

@@ -79,13 +79,6 @@ Expr light_value(const Scene_light& light, Graph_builder& builder, Lowering_cont
     return context.library.call(row_of(kind).category, std::move(arguments));
 }
 
-Statement add_response(const Expr& surface, const Expr& color, const Expr& light,
-                       Lowering_context& context)
-{
-    return assign(color, Operator::add,
-                  context.library.call("light_response", {surface, state_variable(), light}));
-}
-
 } // namespace
 
 Statements light_body(const Node& light, const std::string& prefix, Lowering_context& context)
@@ -97,8 +90,7 @@ Statements light_body(const Node& light, const std::string& prefix, Lowering_con
     return body;
 }
 
-Statements lit_by(const Scene_light& light, const Expr& surface, const Expr& color,
-                  Lowering_context& context)
+Statements lit_by(const Scene_light& light, const Response& response, Lowering_context& context)
 {
     const std::string name = context.names.take(light.node->name);
     Graph_builder builder(context, *light.node, name + "_");
@@ -112,7 +104,7 @@ Statements lit_by(const Scene_light& light, const Expr& surface, const Expr& col
             field_of(arriving, "tsl_contribution"), Operator::multiply,
             context.library.call("fall_off", {distance, literal(light.option.distance_limit)})));
     }
-    body.push_back(add_response(surface, color, arriving, context));
+    append(body, response(arriving));
     return body;
 }
 
@@ -129,12 +121,14 @@ Statement loop_over(const std::string& interface, const std::string& list,
     return loop;
 }
 
-Statements lit_by_list(const Expr& surface, const Expr& color, Lowering_context& context)
+Statements lit_by_list(const Response& response)
 {
     const Shading_type type("Light_iterator");
     return {loop_over("Light", "lights", [&](const Expr& element) -> Statements {
-        return {declare(type, "light", method(element, "eval", type, {state_variable()})),
-                add_response(surface, color, variable(type, "light"), context)};
+        Statements body = {
+            declare(type, "light", method(element, "eval", type, {state_variable()}))};
+        append(body, response(variable(type, "light")));
+        return body;
     })};
 }
 

@@ -5,6 +5,7 @@
 #include "reference_host/lowering/graph_builder.h"
 #include "reference_host/lowering/shader_lowering.h"
 
+#include <functional>
 #include <string>
 
 namespace reference_host
@@ -14,12 +15,12 @@ namespace reference_host
 // light's parameters begin with the prefix.
 Statements light_body(const Node& light, const std::string& prefix, Lowering_context& context);
 
-// Statements that add to `color` what `surface` sends to the eye of a light.
-Statements lit_by(const Scene_light& light, const Expr& surface, const Expr& color,
-                  Lowering_context& context);
+// What a surface does with the light, a Light_iterator, that arrives.
+using Response = std::function<Statements(const Expr& light)>;
 
-// The same of all lights in the list of the scene.
-Statements lit_by_list(const Expr& surface, const Expr& color, Lowering_context& context);
+// The statements for one light, and for all lights in the list of the scene.
+Statements lit_by(const Scene_light& light, const Response& response, Lowering_context& context);
+Statements lit_by_list(const Response& response);
 
 // A loop over a list of the interface; `element` is the list's one at the place of the loop.
 Statement loop_over(const std::string& interface, const std::string& list,

@@ -3,7 +3,6 @@
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/light_lowering.h"
 #include "reference_host/lowering/surface_lowering.h"
-#include "reference_host/lowering/surface_models.h"
 #include "reference_host/nodes/node_library.h"
 #include "reference_host/shading/verifier.h"
 
@@ -20,7 +19,7 @@ Shader_role role_of(const Node& shader)
         return Shader_role::light;
     if (shader.type == Type::volumeshader)
         return Shader_role::volume;
-    return find_surface_model(shader.category) ? Shader_role::surface : Shader_role::pattern;
+    return shader.type == Type::surfaceshader ? Shader_role::surface : Shader_role::pattern;
 }
 
 // Where a module comes from, as texts tell it.
@@ -101,8 +100,6 @@ Switch_values known_switches(const Shader_request& request, Shader_role role)
         std::any_of(request.lights.begin(), request.lights.end(), limited);
     if (role == Shader_role::light)
         known[Switch::light_list] = true;
-    if (role == Shader_role::surface)
-        add_features(*request.shader, known);
     return known;
 }
 

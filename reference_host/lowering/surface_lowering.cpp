@@ -1,30 +1,34 @@
 #include "reference_host/lowering/surface_lowering.h"
 
+#include "reference_host/lowering/closures.h"
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/light_lowering.h"
 #include "reference_host/lowering/scene_values.h"
-#include "reference_host/lowering/surface_models.h"
+#include "reference_host/lowering/surroundings.h"
 #include "reference_host/nodes/node_library.h"
 #include "reference_host/shading/globals.h"
+
+#include <algorithm>
+#include <map>
 
 namespace reference_host
 {
 namespace
 {
 
-// Parts of the surface model that the code has only when a slot contributes.
-struct Feature {
-    Switch which;
-    const char* slot;
+// A lobe as the text has it: its values under names.
+struct Named_lobe {
+    std::string name;
+    Expr state; // with the lobe's normal
+    std::vector<Expr> arguments;
+    Expr weight;
+    Expr albedo; // where it has a name
 };
 
-constexpr Feature features[] = {
-    {Switch::has_diffuse_roughness, "diffuse_roughness"},
-    {Switch::has_metalness, "metalness"},
-    {Switch::has_transmission, "transmission"},
-    {Switch::has_coat, "coat"},
-    {Switch::has_sheen, "sheen_color"},
-};
+Expr product(const Expr& a, const Expr& b)
+{
+    return binary(Operator::multiply, a, b);
+}
 
 class Surface_lowering
 {
@@ -32,25 +36,22 @@ public:
     Surface_lowering(const Shader_request& request, Lowering_context& context)
         : m_request(request),
           m_context(context),
-          m_model(*find_surface_model(request.shader->category)),
-          m_builder(context, *request.shader, "")
+          m_builder(context, *request.shader, ""),
+          m_surroundings(request, context)
     {
     }
 
     Statements body()
     {
-        if (m_request.environment && looks_around())
-            add_environment();
+        const Expr surface =
+            m_builder.shader_expression(request_definition().outputs[0].implementation);
+        m_surface = flattened(surface, [&](const Lobe& lobe) { return rest_of(lobe); });
+        Statements filling = name_lobes();
         Statements shading = {declare(Kind::float3, "color", own_light())};
-        if (m_model.lit) {
-            // The order of the text; the functions of what is certain are declared first.
-            Statements lighting = m_request.environment ? Statements() : lights();
-            append(shading, environment());
-            append(shading, m_request.environment ? lights() : std::move(lighting));
-        }
+        append(shading, environment());
+        append(shading, lights());
         shading.push_back(volumes());
         shading.push_back(give_back(construct(Kind::float4, {m_color, opacity()})));
-        Statements filling = fill_surface();
 
         Statements body = m_builder.statements();
         for (Statements* paragraph : {&filling, &shading}) {
@@ -61,124 +62,244 @@ public:
     }
 
 private:
-    Expr slot(const std::string& name)
+    const Node_definition& request_definition() const
     {
-        return m_builder.shader_expression(slot_expression(m_model, name));
+        if (!m_request.shader->definition)
+            throw Refusal(m_context.origin_of(*m_request.shader), "there is no such node");
+        return *m_request.shader->definition;
     }
 
-    bool contributes(const char* slot) const
+    // ---- lobes and their names ----
+
+    Expr rest_of(const Lobe& lobe)
     {
-        return slot_contributes(*m_request.shader, m_model, slot);
+        Expr& rest = m_rests[lobe.closure.get()];
+        if (!rest)
+            rest = variable(Kind::float3,
+                            m_context.names.take(m_builder.closure_name(lobe.closure) + "_rest"));
+        return rest;
     }
 
-    bool looks_around() const
+    // A value under a name, unless it is simple.
+    Expr named(const std::string& name, const Expr& value, Statements& statements)
     {
-        return contributes("metalness") || contributes("coat") || contributes("transmission");
+        if (is_simple(value))
+            return value;
+        const std::string unique = m_context.names.take(name);
+        statements.push_back(declare(value->type, unique, value));
+        return variable(value->type, unique);
     }
 
-    // What the surface sends to the eye without lights: ambient light and emission.
+    // The normal of most lobes is that of the state; others have a state of their own.
+    Statements name_lobes()
+    {
+        Statements values;
+        Statements states;
+        if (!m_surface.lobes.empty())
+            m_states[printed(m_surface.lobes.front().normal)] = state_variable();
+        for (const std::vector<Lobe>* lobes : {&m_surface.tops, &m_surface.lobes})
+            for (const Lobe& lobe : *lobes)
+                name_lobe(lobe, values, states);
+        append(values, std::move(states));
+        if (!m_surface.lobes.empty())
+            values.push_back(
+                assign(state_field(State_field::normal), m_surface.lobes.front().normal));
+        add_rests(values);
+        for (Lobe& lobe : m_surface.lobes) {
+            Named_lobe& known = m_named[lobe.closure.get()];
+            known.weight = named(known.name + "_weight", lobe.weight, values);
+        }
+        return values;
+    }
+
+    void name_lobe(const Lobe& lobe, Statements& values, Statements& states)
+    {
+        const auto [known, is_new] = m_named.try_emplace(lobe.closure.get());
+        if (!is_new)
+            return;
+        Named_lobe& made = known->second;
+        made.name = m_builder.closure_name(lobe.closure);
+        for (std::size_t i = 0; i < lobe.arguments.size(); ++i)
+            made.arguments.push_back(
+                named(made.name + "_" + lobe.kind->parameters[i].name, lobe.arguments[i], values));
+        Expr& state = m_states[printed(lobe.normal)];
+        if (!state) {
+            state = variable(Shading_type("State"), m_context.names.take(made.name + "_state"));
+            states.push_back(declare(state->type, state->name, state_variable()));
+            states.push_back(assign(field_of(state, "normal"), lobe.normal));
+        }
+        made.state = state;
+    }
+
+    // Normals are told apart by what they are.
+    static std::string printed(const Expr& value)
+    {
+        std::string text = std::to_string(static_cast<int>(value->op)) + value->name;
+        for (const double number : value->numbers)
+            text += " " + std::to_string(number);
+        for (const Expr& operand : value->operands)
+            text += "(" + printed(operand) + ")";
+        return text;
+    }
+
+    // What lobes on top let through: the rest of what they reflect. In the order of their making,
+    // which is from above to below.
+    void add_rests(Statements& statements)
+    {
+        for (const Lobe& top : m_surface.tops) {
+            Named_lobe& names = m_named[top.closure.get()];
+            names.albedo =
+                named(names.name + "_albedo", of_lobe(top, "albedo", names.state), statements);
+            Expr albedo = names.albedo;
+            if (top.kind->lets_through == Lets_through::mean_rest)
+                albedo = construct(
+                    Kind::float3,
+                    {call(Builtin::dot, {albedo, literal(Kind::float3, {third, third, third})})});
+            statements.push_back(let(rest_of(top)->name, binary(Operator::subtract, literal(1.0),
+                                                                product(albedo, top.own_weight))));
+        }
+    }
+
+    // A function of the lobe, with what comes before its parameters.
+    template<class... Before>
+    Expr of_lobe(const Lobe& lobe, const std::string& function, const Before&... before)
+    {
+        std::vector<Expr> arguments = {before...};
+        const std::vector<Expr>& own = m_named[lobe.closure.get()].arguments;
+        arguments.insert(arguments.end(), own.begin(), own.end());
+        return m_context.library.call(std::string(lobe.kind->name) + "_" + function,
+                                      std::move(arguments));
+    }
+
+    Expr weighted(const Lobe& lobe, const Expr& light)
+    {
+        return product(m_named[lobe.closure.get()].weight, light);
+    }
+
+    // ---- what the surface sends to the eye ----
+
+    // Without lights: ambient light on diffuse lobes, and emission.
     Expr own_light()
     {
-        const Expr emission = slot("emission");
-        if (!m_model.lit)
-            return emission;
-        const Expr ambient =
-            binary(Operator::multiply, swizzle(find_global("scene_ambient"), "xyz"),
-                   field_of(m_surface, "base_color"));
-        const Expr reflected = binary(Operator::multiply, ambient, slot("occlusion"));
+        Expr reflected = literal(Kind::float3, {});
+        for (const Lobe& lobe : m_surface.lobes)
+            if (lobe.kind->looks == Looks::around)
+                reflected = binary(Operator::add, reflected, m_named[lobe.closure.get()].weight);
+        if (is_zero(reflected))
+            return m_surface.emission;
+        const Expr ambient = swizzle(find_global("scene_ambient"), "xyz");
         return choose(switch_variable(Switch::has_ambient),
-                      binary(Operator::add, reflected, emission), emission);
+                      binary(Operator::add, product(ambient, reflected), m_surface.emission),
+                      m_surface.emission);
     }
 
     // Without an environment that shows through, a transmitting surface is as opaque as its
     // highlights.
     Expr opacity()
     {
-        Expr opacity = slot("opacity");
-        if (contributes("transmission") && !m_request.environment) {
-            const auto part = [&](const char* name) { return swizzle(m_color, name); };
-            const Expr highest =
-                call(Builtin::max, {part("x"), call(Builtin::max, {part("y"), part("z")})});
-            const Expr highlights = call(Builtin::mix, {opacity, call(Builtin::saturate, {highest}),
-                                                        field_of(m_surface, "transmission")});
+        Expr opacity = m_surface.opacity;
+        const auto transmits = [](const Lobe& lobe) {
+            return lobe.kind->looks == Looks::through || lobe.kind->looks == Looks::ahead;
+        };
+        const auto through =
+            std::find_if(m_surface.lobes.begin(), m_surface.lobes.end(), transmits);
+        if (through != m_surface.lobes.end() && !m_surroundings.are_known()) {
+            const auto highest = [](const Expr& color) {
+                return call(Builtin::max,
+                            {swizzle(color, "x"),
+                             call(Builtin::max, {swizzle(color, "y"), swizzle(color, "z")})});
+            };
+            const Expr highlights =
+                call(Builtin::mix,
+                     {opacity, call(Builtin::saturate, {highest(m_color)}), through->own_weight});
             opacity = choose(switch_variable(Switch::environment_list), opacity, highlights);
         }
         return choose(switch_variable(Switch::has_alpha), opacity, literal(1.0));
     }
 
-    // The normal in the internal space.
-    Expr normal()
+    // The value of a lobe's parameter; null when it has none of that name.
+    Expr argument(const Lobe& lobe, const std::string& name)
     {
-        const Expr given = slot("normal");
-        return m_builder.reads_world_space(slot_expression(m_model, "normal"))
-                   ? internal_direction(given)
-                   : given;
+        const std::vector<Expr>& values = m_named[lobe.closure.get()].arguments;
+        for (std::size_t i = 0; i < values.size(); ++i)
+            if (name == lobe.kind->parameters[i].name)
+                return values[i];
+        return nullptr;
     }
 
-    // Fields that the shading does not read go with the pass "prune".
-    Statements fill_surface()
+    Expr alpha(const Lobe& lobe)
     {
-        Statements body = {declare(m_surface->type, "surface", nullptr)};
-        for (const Variable_declaration& field : find_structure("Surface")->fields)
-            body.push_back(
-                assign(field_of(m_surface, field.name), construct(field.type, {slot(field.name)})));
-        body.push_back(assign(state_field(State_field::normal), normal()));
-        return body;
+        if (const Expr both = argument(lobe, "alphas"))
+            return m_context.library.call("mean_alpha", {both});
+        const Expr one = argument(lobe, "alpha");
+        return one ? one : literal(0.0);
     }
 
-    // What the surface mirrors and lets through of the environment.
+    // Where a lobe looks.
+    Expr direction(const Lobe& lobe)
+    {
+        const Expr& state = m_named[lobe.closure.get()].state;
+        if (lobe.kind->looks == Looks::mirrored)
+            return m_context.library.call("bent_mirror", {state, alpha(lobe)});
+        if (lobe.kind->looks == Looks::through)
+            return m_context.library.call("through_ball", {state, argument(lobe, "ior")});
+        return field_of(state, "direction");
+    }
+
+    // What of its surroundings the surface shows.
     Statements environment()
     {
-        if (!looks_around())
-            return {};
         Statements body;
-        const Expr direction = state_field(State_field::direction);
-        const Expr normal = state_field(State_field::normal);
-        if (contributes("metalness") || contributes("coat"))
-            append(body, lookup("mirrored_state", call(Builtin::reflect, {direction, normal}),
-                                "mirror_response"));
-        if (contributes("transmission")) {
-            const Expr ratio =
-                binary(Operator::divide, literal(1.0), field_of(m_surface, "specular_ior"));
-            append(body,
-                   lookup("refracted_state", call(Builtin::refract, {direction, normal, ratio}),
-                          "transmission_response"));
+        std::map<std::string, Expr> irradiances; // by the name of the state and the side
+        for (const Lobe& lobe : m_surface.lobes) {
+            const Named_lobe& names = m_named[lobe.closure.get()];
+            Expr light;
+            if (lobe.kind->looks == Looks::around || lobe.kind->looks == Looks::behind) {
+                const bool behind = lobe.kind->looks == Looks::behind;
+                Expr& known = irradiances[names.state->name + (behind ? " behind" : "")];
+                const Expr normal = field_of(names.state, "normal");
+                if (!known)
+                    known = named("irradiance",
+                                  m_surroundings.irradiance("around", names.state,
+                                                            behind ? negate(normal) : normal, body),
+                                  body);
+                light = known;
+            } else {
+                light = m_surroundings.seen(names.name + "_seen", names.state, direction(lobe),
+                                            alpha(lobe), body);
+            }
+            if (lobe.kind->has_albedo())
+                light = product(names.albedo ? names.albedo : of_lobe(lobe, "albedo", names.state),
+                                light);
+            body.push_back(assign(m_color, Operator::add, weighted(lobe, light)));
         }
-        const Expr occlusion = slot("occlusion");
-        if (!is_one(occlusion))
-            body.push_back(assign(m_color, Operator::multiply, occlusion));
-        if (m_request.environment)
+        if (m_surroundings.are_known() || body.empty())
             return body;
         return {condition(switch_variable(Switch::environment_list), std::move(body))};
     }
 
-    // The environment in another direction than that of the eye, by way of a state of its own.
-    Statements lookup(const std::string& name, const Expr& direction, const std::string& response)
+    Statements response(const Expr& light)
     {
-        const Expr looking = variable(Shading_type("State"), name);
-        const auto add = [&](const Expr& seen) {
-            return assign(m_color, Operator::add,
-                          m_context.library.call(response, {m_surface, state_variable(), seen}));
-        };
-        Statements body = {declare(looking->type, name, state_variable()),
-                           assign(field_of(looking, "direction"), direction)};
-        if (m_request.environment)
-            body.push_back(add(call(m_environment_function, Kind::float3, {looking})));
-        else
-            body.push_back(
-                loop_over("Environment", "environments", [&](const Expr& element) -> Statements {
-                    return {add(swizzle(method(element, "eval", Kind::float4, {looking}), "xyz"))};
-                }));
+        Statements body;
+        for (const Lobe& lobe : m_surface.lobes)
+            if (lobe.kind->is_lit())
+                body.push_back(
+                    assign(m_color, Operator::add,
+                           weighted(lobe, of_lobe(lobe, "lit", m_named[lobe.closure.get()].state,
+                                                  light))));
         return body;
     }
 
     Statements lights()
     {
+        const auto is_lit = [](const Lobe& lobe) { return lobe.kind->is_lit(); };
+        if (std::none_of(m_surface.lobes.begin(), m_surface.lobes.end(), is_lit))
+            return {};
+        const Response to_light = [&](const Expr& light) { return response(light); };
         Statements each;
         for (const Scene_light& light : m_request.lights)
-            append(each, lit_by(light, m_surface, m_color, m_context));
-        Statement choice = condition(switch_variable(Switch::light_list),
-                                     lit_by_list(m_surface, m_color, m_context));
+            append(each, lit_by(light, to_light, m_context));
+        Statement choice = condition(switch_variable(Switch::light_list), lit_by_list(to_light));
         choice.otherwise = std::move(each);
         return {choice};
     }
@@ -199,7 +320,8 @@ private:
 
     Statements volume(const Node& node)
     {
-        Graph_builder builder(m_context, node, make_identifier(node.name, library_prefix()) + "_");
+        static const Reserved_names none;
+        Graph_builder builder(m_context, node, make_identifier(node.name, none) + "_");
         const Expr color = builder.shader_input("color");
         const Expr density = builder.shader_input("density");
         const Expr passed =
@@ -209,58 +331,78 @@ private:
         return body;
     }
 
-    void add_environment()
-    {
-        const Node& node = *m_request.environment;
-        Graph_builder builder(m_context, node, make_identifier(node.name, library_prefix()) + "_");
-        m_environment_function = m_context.names.take(node.name);
-        const Node_definition* definition = node.definition;
-        if (!definition)
-            throw Refusal(m_context.origin_of(node), "there is no such node");
-        const Shading_type type = shading_type(definition->outputs[0].type);
-        if (!is_float(type))
-            throw Refusal(m_context.origin_of(node), "its value is no colour of an environment");
-        const Expr value = builder.shader_expression(definition->outputs[0].implementation);
-        Function function{Kind::float3,
-                          m_environment_function,
-                          {{Shading_type("State"), "state", ""}},
-                          builder.statements()};
-        function.body.push_back(give_back(component_count(type) >= 3
-                                              ? swizzle(value, "xyz")
-                                              : construct(Kind::float3, {swizzle(value, "x")})));
-        m_context.add_function(std::move(function));
-    }
-
-    // The names of parameters begin with that of their node, whatever it means by itself.
-    static const Reserved_names& library_prefix()
-    {
-        static const Reserved_names none;
-        return none;
-    }
+    static constexpr double third = 1.0 / 3.0;
 
     const Shader_request& m_request;
     Lowering_context& m_context;
-    const Surface_model& m_model;
     Graph_builder m_builder;
-    const Expr m_surface = variable(Shading_type("Surface"), "surface");
+    Surroundings m_surroundings;
     const Expr m_color = variable(Kind::float3, "color");
-    std::string m_environment_function;
+    Flat_surface m_surface;
+    std::map<const Expression*, Expr> m_rests; // by closure
+    std::map<const Expression*, Named_lobe> m_named;
+    std::map<std::string, Expr> m_states; // by normal
 };
+
+bool is_default(const Input& input, const Input_definition& defined)
+{
+    return input.value && input.value->text == defined.value.text &&
+           input.value->numbers == defined.value.numbers;
+}
+
+bool names_input(const Node_definition& definition, const std::string& name)
+{
+    const auto reads = [&](const Output_definition& value) {
+        return names_word(value.implementation.text, name);
+    };
+    return std::any_of(definition.shared.begin(), definition.shared.end(), reads) ||
+           std::any_of(definition.outputs.begin(), definition.outputs.end(), reads);
+}
 
 } // namespace
 
 Statements surface_body(const Shader_request& request, Lowering_context& context)
 {
-    const Surface_model& model = *find_surface_model(request.shader->category);
-    context.module.without_counterpart = inputs_without_counterpart(*request.shader, model);
+    context.module.without_counterpart = inputs_without_counterpart(*request.shader);
     return Surface_lowering(request, context).body();
 }
 
-void add_features(const Node& shader, Switch_values& known)
+Surface_usage surface_usage(const Node& shader)
 {
-    const Surface_model& model = *find_surface_model(shader.category);
-    for (const Feature& feature : features)
-        known[feature.which] = slot_contributes(shader, model, feature.slot);
+    Surface_usage usage;
+    if (!shader.definition)
+        return usage;
+    Lowering_context context(false);
+    Graph_builder builder(context, shader, "");
+    const Expr rest = variable(Kind::float3, "rest");
+    const Flat_surface surface =
+        flattened(builder.shader_expression(shader.definition->outputs[0].implementation),
+                  [&](const Lobe&) { return rest; });
+    const auto looking = [&](Looks looks) {
+        return std::count_if(surface.lobes.begin(), surface.lobes.end(),
+                             [&](const Lobe& lobe) { return lobe.kind->looks == looks; });
+    };
+    usage.is_lit = std::any_of(surface.lobes.begin(), surface.lobes.end(),
+                               [](const Lobe& lobe) { return lobe.kind->is_lit(); });
+    usage.looks_around = !surface.lobes.empty();
+    usage.refracts = looking(Looks::through) + looking(Looks::ahead) > 0;
+    usage.mirrors = looking(Looks::mirrored) > (looking(Looks::around) > 0 ? 1 : 0);
+    return usage;
+}
+
+std::vector<std::string> inputs_without_counterpart(const Node& node)
+{
+    std::vector<std::string> names;
+    const Node_definition* definition = node.definition;
+    for (const Input& input : node.inputs) {
+        const Input_definition* defined = definition ? definition->find_input(input.name) : nullptr;
+        if (!defined || is_default(input, *defined) ||
+            (input.value && !defined->default_source.empty()))
+            continue;
+        if (!names_input(*definition, input.name))
+            names.push_back(input.name);
+    }
+    return names;
 }
 
 } // namespace reference_host

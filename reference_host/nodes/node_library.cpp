@@ -60,6 +60,12 @@ bool is_known_category(const std::string& category)
     return definitions_by_category().count(category) != 0;
 }
 
+const Node_definition* find_first_definition(const std::string& category)
+{
+    const auto found = definitions_by_category().find(category);
+    return found == definitions_by_category().end() ? nullptr : found->second[0];
+}
+
 const Node_definition* find_definition(const std::string& category, Type type,
                                        const std::vector<Given_input>& given)
 {

@@ -57,6 +57,9 @@ const std::vector<Node_definition>& all_definitions();
 // Whether the library has any signature of that category.
 bool is_known_category(const std::string& category);
 
+// The first definition of a category; null when there is none.
+const Node_definition* find_first_definition(const std::string& category);
+
 // An input that a node of a document gives.
 struct Given_input {
     std::string name;

@@ -26,6 +26,9 @@ enum class Type {
     matrix44,
     string,
     filename,
+    bsdf, // how a surface scatters light
+    edf,  // what it emits
+    vdf,  // what is below it
     surfaceshader,
     displacementshader,
     volumeshader,

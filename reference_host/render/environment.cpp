@@ -83,6 +83,13 @@ Direction unit(const Direction& d)
 
 } // namespace
 
+Environment Environment::gradient(float horizon, float rise)
+{
+    Environment environment;
+    environment.m_gradient = {horizon, rise};
+    return environment;
+}
+
 std::shared_ptr<const Environment> Environment::read(const std::string& file, std::string& reason)
 {
     auto environment = std::make_shared<Environment>();
@@ -109,6 +116,10 @@ std::shared_ptr<const Environment> Environment::read(const std::string& file, st
 
 Color Environment::value(const Direction& direction) const
 {
+    if (m_gradient) {
+        const float light = (*m_gradient)[0] + (*m_gradient)[1] * static_cast<float>(direction[1]);
+        return {light, light, light};
+    }
     if (m_width == 0)
         return sky(direction);
     const double u = std::atan2(direction[0], -direction[2]) / (2 * pi) + 0.5;

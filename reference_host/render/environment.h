@@ -7,6 +7,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ public:
     // A blue sky with a soft window above brown ground.
     Environment() = default;
 
+    // Grey of radiance `horizon` + `rise` y from the direction (x, y, z).
+    static Environment gradient(float horizon, float rise);
+
     // Reads a PNG, JPEG or Radiance HDR file; null with the reason when that fails or the image is
     // not about twice as wide as high.
     static std::shared_ptr<const Environment> read(const std::string& file, std::string& reason);
@@ -40,8 +44,9 @@ public:
     std::vector<Color> cube_face(int face, int side, Cube_up cube_up) const;
 
 private:
-    int m_width = 0; // 0: the sky
+    int m_width = 0; // 0: no image, but the gradient or else the sky
     int m_height = 0;
+    std::optional<std::array<float, 2>> m_gradient;
     bool m_is_encoded = false;
     std::vector<Color> m_pixels;
 };

@@ -158,8 +158,10 @@ void load_textures(Prepared& prepared, const Render_request& request, Render_res
     for (const auto& [uniform, file] : prepared.texture_files) {
         const auto [image, is_new] = images.try_emplace(file);
         std::string reason;
+        const auto given = request.images.find(std::filesystem::path(file).filename().string());
         if (is_new)
-            image->second = find_image(file, request, reason);
+            image->second =
+                given == request.images.end() ? find_image(file, request, reason) : given->second;
         if (is_new && !image->second)
             result.notes.push_back(file + ": " + reason + "; a checker stands in");
         if (image->second)
@@ -199,6 +201,10 @@ void load_cube_maps(Prepared& prepared, const Render_request& request)
 // False with the reason when the user's environment cannot be read.
 bool load_environment(Prepared& prepared, const Render_request& request, Render_result& result)
 {
+    if (request.environment) {
+        prepared.drawing.environment = request.environment;
+        return true;
+    }
     if (request.environment_file.empty()) {
         load_cube_maps(prepared, request);
         return true;
@@ -228,6 +234,8 @@ Render_result render(const Render_request& request)
     if (!load_environment(*prepared, request, result))
         return result;
     prepared->drawing.view = request.view;
+    for (const auto& [name, values] : request.uniforms)
+        prepared->drawing.uniforms[name] = values;
     auto picture = draw(prepared->drawing, request.size, result.error);
     if (!picture)
         return result;

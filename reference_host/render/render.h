@@ -18,9 +18,12 @@
 #ifndef REFERENCE_HOST_RENDER_RENDER_H
 #define REFERENCE_HOST_RENDER_RENDER_H
 
+#include "reference_host/render/environment.h"
 #include "reference_host/render/linear_picture.h"
 #include "reference_host/render/view.h"
 
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -35,9 +38,12 @@ struct Render_request {
     std::string cg_compiler;               // program cgc; empty: see find_cg_compiler
 
     View view;
-    std::string environment_file;       // for all cube maps and the backdrop; empty: see above
-    Encoding encoding = Encoding::srgb; // of the picture file
-    int size = 512;                     // width and height of the picture in pixels, 1 to 4096
+    std::string environment_file; // for all cube maps and the backdrop; empty: see above
+    std::shared_ptr<const Environment> environment;             // the same, in place of a file
+    std::map<std::string, std::shared_ptr<const Image>> images; // for files of these names
+    std::map<std::string, std::vector<float>> uniforms;         // values in place of the file's
+    Encoding encoding = Encoding::srgb;                         // of the picture file
+    int size = 512; // width and height of the picture in pixels, 1 to 4096
 };
 
 struct Render_result {

@@ -2,6 +2,7 @@
 
 #include "reference_host/render/contact_sheet.h"
 #include "reference_host/render/image.h"
+#include "reference_host/render/reference_scenes.h"
 #include "reference_host/render/render.h"
 #include "reference_host/system/temporary_folder.h"
 
@@ -251,12 +252,27 @@ void add_compare(CLI::App& app, int& exit_status)
     command->callback([request, &exit_status] { exit_status = run_compare(*request); });
 }
 
+void add_references(CLI::App& app, const Document_exporter& exporter, int& exit_status)
+{
+    auto* command = app.add_subcommand(
+        "references", "Compare a document's materials with pictures of how they ought to look");
+    const auto request = std::make_shared<Reference_request>();
+    command->add_option("document", request->document, "A MaterialX document")->required();
+    command->add_option("folder", request->references, "The folder of the pictures")->required();
+    command->add_option("--keep", request->pictures, "A folder for what is drawn")
+        ->type_name("FOLDER");
+    command->callback([request, exporter, &exit_status] {
+        exit_status = compare_with_references(*request, exporter) ? 0 : 1;
+    });
+}
+
 } // namespace
 
 void add_render_commands(CLI::App& app, const Document_exporter& exporter, int& exit_status)
 {
     add_render(app, exporter, exit_status);
     add_compare(app, exit_status);
+    add_references(app, exporter, exit_status);
 }
 
 } // namespace reference_host

@@ -1,6 +1,7 @@
 #include "reference_host/shade_check/shade_checker.h"
 
 #include "reference_host/library/library_scope.h"
+#include "reference_host/lowering/closures.h"
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/scene_values.h"
 #include "reference_host/nodes/node_library.h"
@@ -35,7 +36,9 @@ const std::vector<Node_function>& node_functions()
          Result_of::argument,
          {},
          4},
-        {"cube_image", {K::text, K::float3}, Result_of::type, K::float3, 0},
+        {"cube_image", {K::text, K::float3, K::float1}, Result_of::type, K::float3, 0},
+        {"known_zero", {K::none}, Result_of::type, K::boolean, 0},
+        {"known_round", {K::float2}, Result_of::type, K::boolean, 0},
         {"transform_names", {K::text, K::text}, Result_of::type, K::text, 0},
         {"texture_set", {K::integer}, Result_of::type, K::float2, 0},
         {"channels_of", {K::none, K::text}, Result_of::output, {}, 0},
@@ -50,8 +53,9 @@ const std::vector<Node_function>& node_functions()
 class Node_scope : public Notation_scope
 {
 public:
-    Node_scope(const Node_definition& node, const Library& library)
-        : m_node(node), m_library(library)
+    Node_scope(const Node_definition& node, const std::vector<Node_definition>& nodes,
+               const Library& library)
+        : m_node(node), m_nodes(nodes), m_library(library)
     {
     }
 
@@ -65,6 +69,8 @@ public:
         for (const Output_definition* shared : m_shared)
             if (shared->name == name)
                 return variable(shading_type(shared->type), name);
+        if (name == "blur")
+            return variable(Kind::float1, name);
         const Expr source = find_scene_value(name);
         return source ? source : m_library.find_variable(name);
     }
@@ -79,11 +85,32 @@ public:
         return m_library.find_member(structure, member);
     }
 
+    Expr node(const std::string& category, Named_values inputs) override
+    {
+        const auto has_category = [&](const Node_definition& other) {
+            return other.category == category;
+        };
+        const auto found = std::find_if(m_nodes.begin(), m_nodes.end(), has_category);
+        if (found == m_nodes.end())
+            throw Notation_error("there is no node \"" + category + "\"");
+        for (const auto& [name, value] : inputs) {
+            const Input_definition* input = found->find_input(name);
+            const Shading_type type = input ? shading_type(input->type) : Shading_type();
+            if (value->type != type &&
+                !(component_count(value->type) == 1 && component_count(type) > 0))
+                throw Notation_error("\"" + category + "\" has no such input \"" + name + "\"");
+        }
+        const Output_definition& output = found->outputs[0];
+        return reference_host::call(category, shading_type(output.type), {});
+    }
+
     Expr call(const std::string& function, std::vector<Expr> arguments) override
     {
         for (const Node_function& known : node_functions())
             if (function == known.name)
                 return node_call(known, std::move(arguments));
+        if (is_closure_function(function))
+            return closure_call(function, std::move(arguments));
         return m_library.call(function, std::move(arguments));
     }
 
@@ -105,6 +132,7 @@ private:
     }
 
     const Node_definition& m_node;
+    const std::vector<Node_definition>& m_nodes;
     Library_scope m_library;
     std::set<const Output_definition*> m_shared;
     Shading_type m_expected;
@@ -170,7 +198,7 @@ private:
 
     void check_node(const Node_definition& node)
     {
-        Node_scope scope(node, m_library);
+        Node_scope scope(node, m_nodes, m_library);
         check([&] { check_inputs(node); });
         for (const Output_definition& shared : node.shared) {
             check([&] { check_output(shared, scope); });

@@ -52,6 +52,8 @@ constexpr Builtin_row rows[] = {
     {Builtin::world_to_camera_at, "world_to_camera_at", 1, Result::first, 0},
     {Builtin::texture_2d, "texture_2d", 2, Result::texel, 0},
     {Builtin::texture_cube, "texture_cube", 2, Result::texel, 0},
+    {Builtin::texture_cube_wide, "texture_cube_wide", 4, Result::texel, 0},
+    {Builtin::texture_cube_bias, "texture_cube_bias", 3, Result::texel, 0},
 };
 
 constexpr bool in_order()

@@ -52,6 +52,8 @@ enum class Builtin {
     world_to_camera_at, // a position of world space in camera space
     texture_2d,
     texture_cube,
+    texture_cube_wide, // of the smaller copy for a place so wide, by two derivatives
+    texture_cube_bias,  // of the copy so many steps smaller than usual
     none
 };
 

@@ -335,6 +335,9 @@ Expr call(Builtin builtin, std::vector<Expr> arguments)
         fit_arguments(row, widest, arguments);
     }
     // Blends with a constant weight are frequent where a weight is left at zero or one.
+    if (builtin == Builtin::mix && is_literal(arguments[0]) && is_literal(arguments[1]) &&
+        arguments[0]->numbers == arguments[1]->numbers)
+        return arguments[0];
     if (builtin == Builtin::mix && is_zero(arguments[2]))
         return arguments[0];
     if (builtin == Builtin::mix && is_one(arguments[2]))

@@ -315,6 +315,18 @@ private:
                                    : member(whole, name, found);
     }
 
+    Named_values named_arguments()
+    {
+        Named_values parsed;
+        do {
+            const std::string name(m_words.take());
+            m_words.expect("=");
+            parsed.emplace_back(name, expression());
+        } while (m_words.accept(","));
+        m_words.expect(")");
+        return parsed;
+    }
+
     std::vector<Expr> arguments()
     {
         std::vector<Expr> parsed;
@@ -344,6 +356,10 @@ private:
             return number(word);
         if (word == "refused" && m_words.accept("<"))
             return refused();
+        if (m_words.peek() == "(" && m_words.peek(2) == "=") {
+            m_words.take();
+            return m_scope.node(word, named_arguments());
+        }
         if (m_words.accept("("))
             return is_type(word) ? constructed(type(word), arguments())
                                  : m_scope.call(word, arguments());
@@ -425,6 +441,11 @@ Result parsed(const Shade_text& text, Notation_scope& scope, Result (Notation_pa
 Expr Notation_scope::refused_value(const Shading_type&, const std::vector<Expr>&)
 {
     throw Notation_error("nothing can be refused here");
+}
+
+Expr Notation_scope::node(const std::string& category, Named_values)
+{
+    throw Notation_error("\"" + category + "\": a node cannot stand here");
 }
 
 Expr parse_expression(const Shade_text& text, Notation_scope& scope)

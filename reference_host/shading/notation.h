@@ -14,7 +14,7 @@
 // Types: bool int float float2 float3 float4 float3x3 float4x4, structures, and T where the scope
 // gives it a meaning. Statements: declaration, assignment (= += -= *= /=), if/else, the loop above,
 // return, clip(x) (ends the fragment where x is below zero). Expressions: + - * / comparisons && ||
-// ! ?: calls, constructors ("float3(x)" repeats x), members, swizzles of xyzw, indices. Scalars
+// ! ?: calls, in nodes also of nodes ("layer(top = a, base = b)"), constructors ("float3(x)" repeats x), members, swizzles of xyzw, indices. Scalars
 // combine with vectors. An "if" or "?:" with a condition that is known at generation leaves only
 // the taken branch; the other one need not even be meaningful.
 //
@@ -29,10 +29,13 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace reference_host
 {
+
+using Named_values = std::vector<std::pair<std::string, Expr>>;
 
 // What names mean in a text.
 class Notation_scope
@@ -48,6 +51,9 @@ public:
 
     // The type of a field, or of what a method gives back; none when there is no such member.
     virtual Shading_type find_member(const std::string& structure, const std::string& member) = 0;
+
+    // A node with values of its inputs; throws Notation_error where there are no nodes.
+    virtual Expr node(const std::string& category, Named_values inputs);
 
     // A call of a function; throws Notation_error when there is none for the arguments.
     virtual Expr call(const std::string& function, std::vector<Expr> arguments) = 0;

@@ -145,21 +145,6 @@ const std::vector<Structure>& shading_structures()
           {Kind::float1, "tsl_distance", ""},
           {Kind::float1, "tsl_dot_nl", ""},
           {Kind::float3, "tsl_direction", "towards the light"}}},
-        {"Surface",
-         {{Kind::float3, "base_color", ""},
-          {Kind::float1, "diffuse_roughness", ""},
-          {Kind::float1, "metalness", ""},
-          {Kind::float3, "specular_color", ""},
-          {Kind::float1, "specular_roughness", ""},
-          {Kind::float1, "specular_ior", ""},
-          {Kind::float1, "transmission", ""},
-          {Kind::float3, "transmission_color", ""},
-          {Kind::float1, "coat", ""},
-          {Kind::float3, "coat_color", ""},
-          {Kind::float1, "coat_roughness", ""},
-          {Kind::float1, "coat_ior", ""},
-          {Kind::float3, "sheen_color", "times its weight"},
-          {Kind::float1, "sheen_roughness", ""}}},
     };
     return structures;
 }

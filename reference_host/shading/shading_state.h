@@ -75,7 +75,7 @@ const State_field_row& row_of(State_field field);
 Expr state_variable();
 Expr state_field(State_field field);
 
-// The structures that the library works with: State, Light_iterator, Surface.
+// The structures that the library works with: State, Light_iterator.
 const std::vector<Structure>& shading_structures();
 const Structure* find_structure(const std::string& name);
 

@@ -1,6 +1,5 @@
 // Truths that a module leaves open: boolean variables by these names, until the pass "specialise"
-// gives them their values. The parts of the surface model follow from the document; the others
-// from the target and the options of a text.
+// gives them their values. Most follow from the target and the options of a text.
 #ifndef REFERENCE_HOST_SHADING_SWITCHES_H
 #define REFERENCE_HOST_SHADING_SWITCHES_H
 
@@ -13,11 +12,6 @@ namespace reference_host
 {
 
 enum class Switch {
-    has_diffuse_roughness,
-    has_metalness,
-    has_transmission,
-    has_coat,
-    has_sheen,
     has_distance_limit,
     light_list,       // the lights come in a list
     environment_list, // so do the environments
@@ -26,6 +20,7 @@ enum class Switch {
     has_ambient,
     has_alpha,
     has_derivatives,
+    has_wide_lookups, // a text may say how wide the place is that it looks up
     flips_images,
     turns_cube_maps,
     none

@@ -10,7 +10,7 @@ namespace reference_host
 namespace
 {
 
-// How the languages write a builtin: a name, or a pattern with $1, $2, $3 for the arguments.
+// How the languages write a builtin: a name, or a pattern with $1, $2, ... for the arguments.
 // Matrices of documents multiply row vectors ("row_"). Built from rows, they are transposed in
 // GLSL, whose constructors take columns; so the products are turned there. Matrices of the host
 // ("host_") multiply column vectors in Cg and GLSL and row vectors in Direct3D. What
@@ -65,6 +65,10 @@ constexpr Spelling_row spellings[] = {
     {Builtin::world_to_camera_at, same, same, same, same, same},
     {Builtin::texture_2d, "tex2D", "tex2D", "texture", "texture2D", "$1.lookup($2)"},
     {Builtin::texture_cube, "texCUBE", "texCUBE", "texture", "textureCube", "$1.lookup($2)"},
+    {Builtin::texture_cube_wide, "texCUBE", "texCUBE", "textureGrad", "textureCubeGrad",
+     "$1.lookup($2, $3, $4)"},
+    {Builtin::texture_cube_bias, "texCUBEbias($1, float4($2, $3))",
+     "texCUBEbias($1, float4($2, $3))", "texture", "textureCube", "$1.lookup($2)"},
 };
 static_assert(std::size(spellings) == static_cast<std::size_t>(Builtin::none));
 
@@ -138,6 +142,7 @@ constexpr Dialect effect_dialect(Language language)
     dialect.splits_textures = true;
     dialect.depth_from_zero = language == Language::hlsl;
     dialect.has_derivatives = true;
+    dialect.has_wide_lookups = true;
     dialect.lists = language == Language::cg ? Lists::interfaces : Lists::none;
     dialect.keywords = effect_words;
     dialect.taken = effect_names;
@@ -161,6 +166,7 @@ constexpr Dialect glsl_dialect(Language language)
     dialect.interpolators = 16;
     dialect.passes_rotations = true;
     dialect.has_derivatives = true;
+    dialect.has_wide_lookups = language == Language::glsl;
     dialect.keywords = glsl_words;
     dialect.taken = glsl_names;
     dialect.prefixes = "gl_ vertex_ fragment_";
@@ -177,6 +183,7 @@ constexpr Dialect cpp_dialect()
     dialect.sampler_parameter[0] = "const ";
     dialect.sampler_parameter[1] = "& ";
     dialect.number_suffix = "f";
+    dialect.has_wide_lookups = true;
     dialect.shades_in_world = true;
     dialect.lists = Lists::arguments;
     dialect.keywords = cpp_words;

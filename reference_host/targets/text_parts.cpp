@@ -116,8 +116,7 @@ std::string structures_text(const Uses& uses, const Text_plan& plan,
         for (const Variable_declaration& field : find_structure("Light_iterator")->fields)
             iterator.insert(field.name);
     return structure_text("State", state, printer) +
-           structure_text("Light_iterator", iterator, printer) +
-           structure_text("Surface", uses.fields_of("Surface"), printer);
+           structure_text("Light_iterator", iterator, printer);
 }
 
 std::string functions_text(const Module& module, const Printer& printer, bool with_last)

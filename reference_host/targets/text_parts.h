@@ -30,8 +30,7 @@ std::string section(const std::string& title, const std::string& part);
 std::string structure_text(const std::string& name, const std::set<std::string>& fields,
                            const Printer& printer);
 
-// State, Light_iterator and Surface as far as they are used, State also with the fields that
-// are given.
+// State and Light_iterator as far as they are used, State also with the fields that are given.
 std::string structures_text(const Uses& uses, const Text_plan& plan,
                             const std::vector<State_field>& fields, const Printer& printer);
 

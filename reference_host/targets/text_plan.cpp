@@ -2,6 +2,8 @@
 
 #include "reference_host/targets/legalise.h"
 
+#include <cstring>
+
 namespace reference_host
 {
 namespace
@@ -31,6 +33,16 @@ bool wants_list(const Dialect& dialect, const Group_options& group, const Text_o
                            "scene in place of a list",
                            {}});
     return false;
+}
+
+// Older profiles of fragment programs take no derivatives.
+bool has_wide_lookups(const Dialect& dialect, const Text_options& options)
+{
+    const std::string& profile = options.fragment_shader_profile;
+    for (const char* older : {"arbfp1", "fp20", "fp30", "ps_1", "ps_2"})
+        if (profile.compare(0, std::strlen(older), older) == 0)
+            return false;
+    return dialect.has_wide_lookups;
 }
 
 // A light, a volume, or else something to look at.
@@ -66,6 +78,7 @@ Text_plan make_plan(Language language, const Group_options& group, const Text_op
         {Switch::has_ambient, !options.scene_ambient.empty()},
         {Switch::has_alpha, options.alpha_transparency},
         {Switch::has_derivatives, dialect.has_derivatives},
+        {Switch::has_wide_lookups, has_wide_lookups(dialect, options)},
         {Switch::flips_images, options.flip_tex2d_v},
         {Switch::turns_cube_maps, options.rotate_cube_map},
     };

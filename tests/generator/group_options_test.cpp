@@ -97,8 +97,8 @@ TEST_F(Group_options, the_environment_is_looked_up_where_a_surface_mirrors)
 {
     const std::string after = text({{"environment", "sky"}});
     EXPECT_TRUE(contains(after, "samplerCUBE sky_map_sampler"));
-    EXPECT_TRUE(contains(after, "mirror_response(surface, state, sky(mirrored_state))"));
-    EXPECT_FALSE(contains(text({}), "mirror"));
+    EXPECT_TRUE(contains(after, "bent_mirror(state, "));
+    EXPECT_FALSE(contains(text({}), "bent_mirror"));
 }
 
 TEST_F(Group_options, the_volume_stands_at_the_end)

@@ -63,7 +63,8 @@ TEST(Limits, a_ladder_of_a_trillion_paths_is_one_statement_for_each_node)
 {
     const auto graph = graph_of(sums(40, true));
     const Result result = generate(*graph, "FX", {}, lit);
-    EXPECT_EQ(count_of(result.text(), "    float3 n"), 40U) << result.messages();
+    const std::size_t normals = count_of(result.text(), "    float3 normal");
+    EXPECT_EQ(count_of(result.text(), "    float3 n") - normals, 40U) << result.messages();
 }
 
 TEST(Limits, a_hundred_thousand_nodes_in_a_row_do_not_exhaust_the_stack)

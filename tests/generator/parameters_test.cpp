@@ -41,7 +41,7 @@ TEST(Parameters, values_of_the_surface_are_editable)
 
 TEST(Parameters, what_the_document_does_not_set_is_a_constant)
 {
-    EXPECT_TRUE(contains(lit_text(""), "surface.specular_roughness = 0.2;"));
+    EXPECT_TRUE(contains(lit_text(""), "dielectric_albedo(state, 1.5, 0.04,"));
 }
 
 TEST(Parameters, hints_of_the_document_win_over_those_of_the_node)

@@ -50,7 +50,7 @@ TEST(Shade_check, names_the_file_and_the_line_of_each_mistake)
          "broken.shade:3: the value is not of the function's type\n"},
         {"float3 f(float3 x)\n{\n    float2 a = x.xy;\n    return a + x;\n}\n",
          "broken.shade:4: wrong types of operands for \"+\"\n"},
-        {"float f(float x)\n{\n    if (has_coat)\n        return x;\n    else\n        return "
+        {"float f(float x)\n{\n    if (has_alpha)\n        return x;\n    else\n        return "
          "z;\n}\n",
          "broken.shade:6: unknown name \"z\"\n"},
         {"float f(float x)\n{\n    if (has_coat)\n        return x;\n}\n",

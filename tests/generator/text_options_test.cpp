@@ -46,11 +46,11 @@ TEST_F(Text_options, profiles_stand_in_the_header_and_after_compile)
                              "-        VertexProgram = compile vp40 vertex_main();",
                              "+// Target: CgFX, vertex profile vs_4_0, fragment profile fp40",
                              "+        VertexProgram = compile vs_4_0 vertex_main();"));
-    EXPECT_THAT(change({}, "fragment_shader_profile", "fp30"),
+    EXPECT_THAT(change({}, "fragment_shader_profile", "fp41"),
                 UnorderedElementsAre("-// Target: CgFX, vertex profile vp40, fragment profile fp40",
                                      "-        FragmentProgram = compile fp40 fragment_main();",
-                                     "+// Target: CgFX, vertex profile vp40, fragment profile fp30",
-                                     "+        FragmentProgram = compile fp30 fragment_main();"));
+                                     "+// Target: CgFX, vertex profile vp40, fragment profile fp41",
+                                     "+        FragmentProgram = compile fp41 fragment_main();"));
 }
 
 TEST_F(Text_options, shader_name_names_the_shader_and_its_function)
@@ -81,7 +81,7 @@ TEST_F(Text_options, scene_ambient_stands_as_it_was_sent_and_lights_the_surface)
         change({}, "scene_ambient", "float4(0.10,0.20,0.30,1.00)");
     EXPECT_THAT(changed, testing::Contains("+float4 scene_ambient = float4(0.10,0.20,0.30,1.00);"));
     EXPECT_THAT(changed,
-                testing::Contains("+    float3 color = scene_ambient.xyz * surface.base_color;"));
+                testing::Contains("+    float3 color = scene_ambient.xyz * diffuse_weight;"));
     EXPECT_THAT(changed, testing::Contains("-    float3 color = float3(0.0, 0.0, 0.0);"));
 }
 
@@ -176,12 +176,13 @@ TEST_F(Text_options, alpha_transparency_blends_by_opacity)
 {
     const std::vector<std::string> changed =
         change({{"add_default_states", "true"}}, "alpha_transparency", "true");
-    EXPECT_THAT(changed,
-                testing::IsSupersetOf(
-                    {"-    return float4(color, 1.0);",
-                     "+    return float4(color, (opacity.x + opacity.y + opacity.z) / 3.0);",
-                     "-        BlendEnable = false;", "+        BlendEnable = true;",
-                     "+        BlendFunc = int2(SrcAlpha, OneMinusSrcAlpha);"}));
+    EXPECT_THAT(
+        changed,
+        testing::IsSupersetOf(
+            {"-    return float4(color, 1.0);",
+             "+    return float4(color, dot(opacity, float3(0.2722287, 0.6740818, 0.0536895)));",
+             "-        BlendEnable = false;", "+        BlendEnable = true;",
+             "+        BlendFunc = int2(SrcAlpha, OneMinusSrcAlpha);"}));
 }
 
 TEST_F(Text_options, use_oit_peels_depth_and_does_not_blend)

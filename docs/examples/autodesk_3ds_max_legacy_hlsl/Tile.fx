@@ -148,14 +148,6 @@ struct Light_iterator
     float3 tsl_direction; // towards the light
 };
 
-struct Surface
-{
-    float3 base_color;
-    float3 specular_color;
-    float specular_roughness;
-    float specular_ior;
-};
-
 // ---- vertex program ---------------------------------------------------------
 struct Vertex_in
 {
@@ -199,67 +191,6 @@ Vertex_out vertex_main(Vertex_in vertex)
 }
 
 // ---- shader -----------------------------------------------------------------
-Light_iterator light_from(State state, float3 to_surface, float distance, float3 color)
-{
-    Light_iterator light;
-    light.tsl_contribution = float4(color * 3.1415927, 1.0);
-    light.tsl_direction = -to_surface;
-    light.tsl_dot_nl = dot(state.normal, -to_surface);
-    return light;
-}
-
-Light_iterator directional_light(State state, float3 direction, float3 color)
-{
-    return light_from(state, normalize(direction), 0.0, color);
-}
-
-float ior_reflectance(float ior)
-{
-    float ratio = (ior - 1.0) / (ior + 1.0);
-    return ratio * ratio;
-}
-
-float3 base_reflectance(Surface surface)
-{
-    return surface.specular_color * ior_reflectance(surface.specular_ior);
-}
-
-float3 fresnel(float3 reflectance, float cosine)
-{
-    float edge = saturate(50.0 * max(reflectance.x, max(reflectance.y, reflectance.z)));
-    return reflectance + (edge - reflectance) * pow(1.0 - cosine, 5.0);
-}
-
-float3 diffuse_albedo(Surface surface)
-{
-    return surface.base_color;
-}
-
-float ggx_lobe(float n_dot_l, float n_dot_v, float n_dot_h, float roughness)
-{
-    float a = max(roughness * roughness, 0.002);
-    float a2 = a * a;
-    float d = n_dot_h * n_dot_h * (a2 - 1.0) + 1.0;
-    float masking = n_dot_l * sqrt(n_dot_v * n_dot_v * (1.0 - a2) + a2)
-        + n_dot_v * sqrt(n_dot_l * n_dot_l * (1.0 - a2) + a2);
-    return a2 * 0.15915494 / (d * d * max(masking, 0.0001));
-}
-
-float3 light_response(Surface surface, State state, Light_iterator light)
-{
-    float3 to_eye = -state.direction;
-    float3 half_way = normalize(light.tsl_direction + to_eye);
-    float n_dot_l = saturate(light.tsl_dot_nl);
-    float n_dot_v = max(dot(state.normal, to_eye), 0.0001);
-    float n_dot_h = saturate(dot(state.normal, half_way));
-    float v_dot_h = saturate(dot(to_eye, half_way));
-    float3 reflected = fresnel(base_reflectance(surface), v_dot_h);
-    float3 diffuse = diffuse_albedo(surface) * 0.3183099;
-    float3 response = diffuse * (1.0 - reflected)
-        + reflected * ggx_lobe(n_dot_l, n_dot_v, n_dot_h, surface.specular_roughness);
-    return response * light.tsl_contribution.xyz * n_dot_l;
-}
-
 float2 flip_v(float2 uv)
 {
     return float2(uv.x, 1.0 - uv.y);
@@ -279,6 +210,110 @@ float3 normal_map(float3 texel, float2 scale, float3 normal, float3 tangent, flo
         + normal * offset.z);
 }
 
+float ior_reflectance(float ior)
+{
+    float ratio = (ior - 1.0) / (ior + 1.0);
+    return ratio * ratio;
+}
+
+float2 ggx_energy(float cosine, float alpha)
+{
+    float x = clamp(cosine, 0.0, 1.0);
+    float y = clamp(alpha, 0.001, 1.0);
+    float4 rational = float4(0.2478, 0.8819, 1.0, 1.0)
+        + float4(-3.252, -2.244, -5.608, -1.329) * x + float4(6.493, -0.6456, 5.063, 10.67) * y
+        + float4(11.73, 2.687, 27.73, -4.701) * (x * y)
+        + float4(19.21, 1.406, 20.94, 13.52) * (x * x)
+        + float4(-5.427, 0.4797, -4.637, 3.749) * (y * y)
+        + float4(-24.02, -2.213, -41.33, -55.12) * (x * x * y)
+        + float4(3.367, -1.895, -3.876, 81.94) * (x * y * y)
+        + float4(3.66, 1.574, 39.98, 64.58) * (x * x * y * y);
+    float2 shares = saturate(rational.xy / rational.zw);
+    return float2(min(shares.x, 1.0 - shares.y), shares.y);
+}
+
+float n_dot_v(State state)
+{
+    return max(dot(state.normal, -state.direction), 0.0001);
+}
+
+float dielectric_reflectance(float cosine, float ior)
+{
+    float g = sqrt(max(ior * ior - 1.0 + cosine * cosine, 0.0));
+    float a = (g - cosine) / (g + cosine);
+    float b = (cosine * (g + cosine) - 1.0) / (cosine * (g - cosine) + 1.0);
+    return 0.5 * a * a * (1.0 + b * b);
+}
+
+float3 ggx_gain(float3 reflected, float2 energy)
+{
+    float once = max(energy.x + energy.y, 0.05);
+    return 1.0 + reflected * max(1.0 - once, 0.0) / once;
+}
+
+float3 dielectric_albedo(State state, float ior, float alpha, float2 energy)
+{
+    float cosine = min(n_dot_v(state), 1.0);
+    float f0 = ior_reflectance(ior);
+    float exact = dielectric_reflectance(cosine, ior);
+    float off = exact - (f0 + (1.0 - f0) * pow(1.0 - cosine, 5.0));
+    float once = f0 * energy.x + energy.y + off * (1.0 - saturate(2.0 * alpha));
+    return once * ggx_gain(exact.xxx, energy);
+}
+
+Light_iterator light_from(State state, float3 to_surface, float distance, float3 color)
+{
+    Light_iterator light;
+    light.tsl_contribution = float4(color * 3.1415927, 1.0);
+    light.tsl_direction = -to_surface;
+    light.tsl_dot_nl = dot(state.normal, -to_surface);
+    return light;
+}
+
+Light_iterator directional_light(State state, float3 direction, float3 color)
+{
+    return light_from(state, normalize(direction), 0.0, color);
+}
+
+float v_dot_h(State state, Light_iterator light)
+{
+    return saturate(dot(normalize(light.tsl_direction - state.direction), -state.direction));
+}
+
+float3 arriving(State state, Light_iterator light)
+{
+    return light.tsl_contribution.xyz * saturate(dot(state.normal, light.tsl_direction));
+}
+
+float ggx_visibility(float n_dot_l, float n_dot_v, float alpha)
+{
+    float a2 = alpha * alpha;
+    return 0.5 / max(n_dot_l * sqrt(n_dot_v * n_dot_v * (1.0 - a2) + a2)
+        + n_dot_v * sqrt(n_dot_l * n_dot_l * (1.0 - a2) + a2), 0.0001);
+}
+
+float ggx_lobe(State state, Light_iterator light, float alpha)
+{
+    float3 half_way = normalize(light.tsl_direction - state.direction);
+    float n_dot_l = saturate(dot(state.normal, light.tsl_direction));
+    float n_dot_h = saturate(dot(state.normal, half_way));
+    float a = max(alpha, 0.001);
+    float d = n_dot_h * n_dot_h * (a * a - 1.0) + 1.0;
+    return a * a * 0.3183099 / (d * d) * ggx_visibility(n_dot_l, n_dot_v(state), a);
+}
+
+float3 dielectric_lit(State state, Light_iterator light, float ior, float alpha, float2 energy)
+{
+    float3 reflected = dielectric_reflectance(v_dot_h(state, light), ior).xxx;
+    return arriving(state, light) * reflected * ggx_gain(reflected, energy)
+        * ggx_lobe(state, light, alpha);
+}
+
+float3 lambert_lit(State state, Light_iterator light)
+{
+    return arriving(state, light) * 0.3183099;
+}
+
 float4 Tile_surface(State state)
 {
     float3 glaze = srgb_to_linear(tex2D(glaze_map_sampler,
@@ -288,17 +323,18 @@ float4 Tile_surface(State state)
         flip_v(state.texture_coordinate0 * float2(4.0, 4.0))).xyz;
     float3 tilted = normal_map(relief, float2(1.0, 1.0), state.normal, state.texture_tangent,
         state.texture_binormal);
+    float gloss_alpha = specular_roughness * specular_roughness;
+    float2 gloss_energy = ggx_energy(dot(tilted, -state.direction), gloss_alpha);
 
-    Surface surface;
-    surface.base_color = tinted_glaze;
-    surface.specular_color = float3(1.0, 1.0, 1.0);
-    surface.specular_roughness = specular_roughness;
-    surface.specular_ior = 1.5;
     state.normal = tilted;
+    float3 gloss_albedo = dielectric_albedo(state, 1.5, gloss_alpha, gloss_energy);
+    float3 gloss_rest = 1.0 - gloss_albedo;
+    float3 diffuse_weight = gloss_rest * tinted_glaze;
 
     float3 color = float3(0.0, 0.0, 0.0);
     Light_iterator sun = directional_light(state, sun_direction, sun_color * sun_intensity);
-    color += light_response(surface, state, sun);
+    color += dielectric_lit(state, sun, 1.5, gloss_alpha, gloss_energy);
+    color += diffuse_weight * lambert_lit(state, sun);
     return float4(color, 1.0);
 }
 

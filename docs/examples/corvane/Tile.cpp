@@ -329,6 +329,15 @@ struct Sampler_cube
     {
         return function ? function(image, direction) : float4();
     }
+
+    // The same, blurred over the directions around: by so much in two of them.
+    float4 (*blurred)(const void* image, const float3& direction, const float3& dx,
+                      const float3& dy) = nullptr;
+
+    float4 lookup(const float3& direction, const float3& dx, const float3& dy) const
+    {
+        return blurred ? blurred(image, direction, dx, dy) : lookup(direction);
+    }
 };
 
 // ---- shading state ----------------------------------------------------------
@@ -349,14 +358,6 @@ struct Light_iterator
     float tsl_distance;
     float tsl_dot_nl;
     float3 tsl_direction; // towards the light
-};
-
-struct Surface
-{
-    float3 base_color;
-    float3 specular_color;
-    float specular_roughness;
-    float specular_ior;
 };
 
 // The lights of the scene as the renderer hands them to a shader.
@@ -381,53 +382,6 @@ Sampler_2d glaze_map; // images/tile_color.png
 Sampler_2d relief_map; // images/tile_normal.png
 
 // ---- functions --------------------------------------------------------------
-float ior_reflectance(float ior)
-{
-    float ratio = (ior - 1.0f) / (ior + 1.0f);
-    return ratio * ratio;
-}
-
-float3 base_reflectance(Surface surface)
-{
-    return surface.specular_color * ior_reflectance(surface.specular_ior);
-}
-
-float3 fresnel(float3 reflectance, float cosine)
-{
-    float edge = saturate(50.0f * max(reflectance.x, max(reflectance.y, reflectance.z)));
-    return reflectance + (edge - reflectance) * pow(1.0f - cosine, 5.0f);
-}
-
-float3 diffuse_albedo(Surface surface)
-{
-    return surface.base_color;
-}
-
-float ggx_lobe(float n_dot_l, float n_dot_v, float n_dot_h, float roughness)
-{
-    float a = max(roughness * roughness, 0.002f);
-    float a2 = a * a;
-    float d = n_dot_h * n_dot_h * (a2 - 1.0f) + 1.0f;
-    float masking = n_dot_l * sqrt(n_dot_v * n_dot_v * (1.0f - a2) + a2)
-        + n_dot_v * sqrt(n_dot_l * n_dot_l * (1.0f - a2) + a2);
-    return a2 * 0.15915494f / (d * d * max(masking, 0.0001f));
-}
-
-float3 light_response(Surface surface, State state, Light_iterator light)
-{
-    float3 to_eye = -state.direction;
-    float3 half_way = normalize(light.tsl_direction + to_eye);
-    float n_dot_l = saturate(light.tsl_dot_nl);
-    float n_dot_v = max(dot(state.normal, to_eye), 0.0001f);
-    float n_dot_h = saturate(dot(state.normal, half_way));
-    float v_dot_h = saturate(dot(to_eye, half_way));
-    float3 reflected = fresnel(base_reflectance(surface), v_dot_h);
-    float3 diffuse = diffuse_albedo(surface) * 0.3183099f;
-    float3 response = diffuse * (1.0f - reflected)
-        + reflected * ggx_lobe(n_dot_l, n_dot_v, n_dot_h, surface.specular_roughness);
-    return response * swizzle<0, 1, 2>(light.tsl_contribution) * n_dot_l;
-}
-
 float3 srgb_to_linear(float3 color)
 {
     float3 dark = color / 12.92f;
@@ -442,6 +396,98 @@ float3 normal_map(float3 texel, float2 scale, float3 normal, float3 tangent, flo
         + normal * offset.z);
 }
 
+float ior_reflectance(float ior)
+{
+    float ratio = (ior - 1.0f) / (ior + 1.0f);
+    return ratio * ratio;
+}
+
+float2 ggx_energy(float cosine, float alpha)
+{
+    float x = clamp(cosine, 0.0f, 1.0f);
+    float y = clamp(alpha, 0.001f, 1.0f);
+    float4 rational = float4(0.2478f, 0.8819f, 1.0f, 1.0f)
+        + float4(-3.252f, -2.244f, -5.608f, -1.329f) * x
+        + float4(6.493f, -0.6456f, 5.063f, 10.67f) * y
+        + float4(11.73f, 2.687f, 27.73f, -4.701f) * (x * y)
+        + float4(19.21f, 1.406f, 20.94f, 13.52f) * (x * x)
+        + float4(-5.427f, 0.4797f, -4.637f, 3.749f) * (y * y)
+        + float4(-24.02f, -2.213f, -41.33f, -55.12f) * (x * x * y)
+        + float4(3.367f, -1.895f, -3.876f, 81.94f) * (x * y * y)
+        + float4(3.66f, 1.574f, 39.98f, 64.58f) * (x * x * y * y);
+    float2 shares = saturate(swizzle<0, 1>(rational) / swizzle<2, 3>(rational));
+    return float2(min(shares.x, 1.0f - shares.y), shares.y);
+}
+
+float n_dot_v(State state)
+{
+    return max(dot(state.normal, -state.direction), 0.0001f);
+}
+
+float dielectric_reflectance(float cosine, float ior)
+{
+    float g = sqrt(max(ior * ior - 1.0f + cosine * cosine, 0.0f));
+    float a = (g - cosine) / (g + cosine);
+    float b = (cosine * (g + cosine) - 1.0f) / (cosine * (g - cosine) + 1.0f);
+    return 0.5f * a * a * (1.0f + b * b);
+}
+
+float3 ggx_gain(float3 reflected, float2 energy)
+{
+    float once = max(energy.x + energy.y, 0.05f);
+    return 1.0f + reflected * max(1.0f - once, 0.0f) / once;
+}
+
+float3 dielectric_albedo(State state, float ior, float alpha, float2 energy)
+{
+    float cosine = min(n_dot_v(state), 1.0f);
+    float f0 = ior_reflectance(ior);
+    float exact = dielectric_reflectance(cosine, ior);
+    float off = exact - (f0 + (1.0f - f0) * pow(1.0f - cosine, 5.0f));
+    float once = f0 * energy.x + energy.y + off * (1.0f - saturate(2.0f * alpha));
+    return once * ggx_gain(float3(exact), energy);
+}
+
+float v_dot_h(State state, Light_iterator light)
+{
+    return saturate(dot(normalize(light.tsl_direction - state.direction), -state.direction));
+}
+
+float3 arriving(State state, Light_iterator light)
+{
+    return swizzle<0, 1, 2>(light.tsl_contribution)
+        * saturate(dot(state.normal, light.tsl_direction));
+}
+
+float ggx_visibility(float n_dot_l, float n_dot_v, float alpha)
+{
+    float a2 = alpha * alpha;
+    return 0.5f / max(n_dot_l * sqrt(n_dot_v * n_dot_v * (1.0f - a2) + a2)
+        + n_dot_v * sqrt(n_dot_l * n_dot_l * (1.0f - a2) + a2), 0.0001f);
+}
+
+float ggx_lobe(State state, Light_iterator light, float alpha)
+{
+    float3 half_way = normalize(light.tsl_direction - state.direction);
+    float n_dot_l = saturate(dot(state.normal, light.tsl_direction));
+    float n_dot_h = saturate(dot(state.normal, half_way));
+    float a = max(alpha, 0.001f);
+    float d = n_dot_h * n_dot_h * (a * a - 1.0f) + 1.0f;
+    return a * a * 0.3183099f / (d * d) * ggx_visibility(n_dot_l, n_dot_v(state), a);
+}
+
+float3 dielectric_lit(State state, Light_iterator light, float ior, float alpha, float2 energy)
+{
+    float3 reflected = float3(dielectric_reflectance(v_dot_h(state, light), ior));
+    return arriving(state, light) * reflected * ggx_gain(reflected, energy)
+        * ggx_lobe(state, light, alpha);
+}
+
+float3 lambert_lit(State state, Light_iterator light)
+{
+    return arriving(state, light) * 0.3183099f;
+}
+
 // ---- shader -----------------------------------------------------------------
 float4 Tile(State state, Light_list lights)
 {
@@ -451,19 +497,20 @@ float4 Tile(State state, Light_list lights)
     float3 relief = swizzle<0, 1, 2>(relief_map.lookup(state.texture_coordinate0 * float2(4.0f)));
     float3 tilted = normal_map(relief, float2(1.0f), state.normal, state.texture_tangent,
         state.texture_binormal);
+    float gloss_alpha = specular_roughness * specular_roughness;
+    float2 gloss_energy = ggx_energy(dot(tilted, -state.direction), gloss_alpha);
 
-    Surface surface;
-    surface.base_color = tinted_glaze;
-    surface.specular_color = float3(1.0f);
-    surface.specular_roughness = specular_roughness;
-    surface.specular_ior = 1.5f;
     state.normal = tilted;
+    float3 gloss_albedo = dielectric_albedo(state, 1.5f, gloss_alpha, gloss_energy);
+    float3 gloss_rest = 1.0f - gloss_albedo;
+    float3 diffuse_weight = gloss_rest * tinted_glaze;
 
     float3 color = float3(0.0f);
     for (int i = 0; i < lights.length; i++)
     {
         Light_iterator light = lights[i].eval(state);
-        color += light_response(surface, state, light);
+        color += dielectric_lit(state, light, 1.5f, gloss_alpha, gloss_energy);
+        color += diffuse_weight * lambert_lit(state, light);
     }
     return float4(color, 1.0f);
 }
