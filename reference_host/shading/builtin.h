@@ -53,7 +53,7 @@ enum class Builtin {
     texture_2d,
     texture_cube,
     texture_cube_wide, // of the smaller copy for a place so wide, by two derivatives
-    texture_cube_bias,  // of the copy so many steps smaller than usual
+    texture_cube_bias, // of the copy so many steps smaller than usual
     none
 };
 

@@ -14,9 +14,10 @@
 // Types: bool int float float2 float3 float4 float3x3 float4x4, structures, and T where the scope
 // gives it a meaning. Statements: declaration, assignment (= += -= *= /=), if/else, the loop above,
 // return, clip(x) (ends the fragment where x is below zero). Expressions: + - * / comparisons && ||
-// ! ?: calls, in nodes also of nodes ("layer(top = a, base = b)"), constructors ("float3(x)" repeats x), members, swizzles of xyzw, indices. Scalars
-// combine with vectors. An "if" or "?:" with a condition that is known at generation leaves only
-// the taken branch; the other one need not even be meaningful.
+// ! ?: calls, in nodes also of nodes ("layer(top = a, base = b)"), constructors ("float3(x)"
+// repeats x), members, swizzles of xyzw, indices. Scalars combine with vectors. An "if" or "?:"
+// with a condition that is known at generation leaves only the taken branch; the other one need not
+// even be meaningful.
 //
 // Texts of modules (module_text.h) also have "let" before the declaration of a node's value, and
 // refused<TYPE>("reason", "origin", "file", line) for a value that cannot be expressed.
