@@ -53,7 +53,7 @@ TEST(Shade_check, names_the_file_and_the_line_of_each_mistake)
         {"float f(float x)\n{\n    if (has_alpha)\n        return x;\n    else\n        return "
          "z;\n}\n",
          "broken.shade:6: unknown name \"z\"\n"},
-        {"float f(float x)\n{\n    if (has_coat)\n        return x;\n}\n",
+        {"float f(float x)\n{\n    if (has_alpha)\n        return x;\n}\n",
          "broken.shade:1: in \"f\": not every path returns a value\n"},
         {"\nfloat f(float x)\n{\n    float x = 1.0;\n    x += 1.0;\n    return x;\n}\n",
          "broken.shade:2: in \"f\", statement 1 \"x\": \"x\" is declared twice\n"},

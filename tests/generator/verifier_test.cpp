@@ -119,8 +119,8 @@ TEST(Verifier, names_the_place_and_the_mistake_of_a_value)
         {field_of(state, "normal"), ""},
         {variable(Kind::float1, "y"), "\"y\" is not declared"},
         {variable(Kind::float2, "v"), "a value of type float3 is said to be of type float2"},
-        {variable(Kind::boolean, "has_coat"), ""},
-        {variable(Kind::float1, "has_coat"), "a value of type bool is said to be of type float"},
+        {variable(Kind::boolean, "has_alpha"), ""},
+        {variable(Kind::float1, "has_alpha"), "a value of type bool is said to be of type float"},
         {made(Op::member, Kind::float3, "colour", {state}), "State has no field \"colour\""},
         {made(Op::member, Kind::float3, "x", {v}), "float3 has no field \"x\""},
         {made(Op::member, Shading_type("Light_iterator"), "eval",
@@ -143,7 +143,7 @@ TEST(Verifier, names_the_place_and_the_mistake_of_a_value)
         {made(Operator::add, Kind::boolean, boolean_literal(true), boolean_literal(true)),
          "\"+\" takes no bool and bool"},
         {made(Op::choose, Kind::float1, "", {x, x, x}), "a condition is not true or false"},
-        {made(Op::choose, Kind::float1, "", {find_global("has_coat"), x, v}),
+        {made(Op::choose, Kind::float1, "", {find_global("has_alpha"), x, v}),
          "the two values are of different types: bool, float, float3"},
         {made(Builtin::sin, Kind::float1, {n}), "\"sin\" takes no int"},
         {made(Builtin::sin, Kind::float1, {x, x}), "\"sin\" takes no float, float"},
@@ -176,7 +176,7 @@ TEST(Verifier, names_the_place_and_the_mistake_of_a_statement)
     Statement wrong_type = let("a", x);
     wrong_type.type = Kind::float2;
     const Statement inner = let("b", x);
-    const Expr on = find_global("has_coat");
+    const Expr on = find_global("has_alpha");
     const struct {
         Statements statements;
         const char* mistake;
@@ -219,7 +219,7 @@ TEST(Verifier, wants_a_value_on_each_path)
 {
     Module module = module_of(Statements());
     Statements& body = module.functions[0].body;
-    body = {condition(find_global("has_coat"), {give_back(x)})};
+    body = {condition(find_global("has_alpha"), {give_back(x)})};
     EXPECT_EQ(mistake_in(module), "in \"f\": not every path returns a value");
     body[0].otherwise = {give_back(x)};
     EXPECT_EQ(mistake_in(module), "");
