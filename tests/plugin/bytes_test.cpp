@@ -96,6 +96,28 @@ TEST(Bytes, valid_utf8_becomes_unicode)
     EXPECT_EQ(static_cast<int>(text[0].GetValue()), 0xe9);
     EXPECT_EQ(static_cast<int>(text[1].GetValue()), 0x20ac);
 }
+
+TEST(Bytes, first_and_last_sequences_of_each_length_become_unicode)
+{
+    const struct {
+        const char* bytes;
+        unsigned int code_point;
+    } rows[] = {
+        {"\xc2\x80", 0x80},
+        {"\xdf\xbf", 0x7ff},
+        {"\xe0\xa0\x80", 0x800},
+        {"\xef\xbf\xbf", 0xffff},
+        {"\xed\x9f\xbf", 0xd7ff},
+        {"\xee\x80\x80", 0xe000},
+        {"\xf0\x90\x80\x80", 0x10000},
+        {"\xf4\x8f\xbf\xbf", 0x10ffff},
+    };
+    for (const auto& row : rows) {
+        const wxString text = from_bytes(row.bytes);
+        ASSERT_EQ(text.length(), 1u) << row.code_point;
+        EXPECT_EQ(text[0].GetValue(), row.code_point);
+    }
+}
 #endif
 
 } // namespace TEST

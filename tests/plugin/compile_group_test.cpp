@@ -345,6 +345,18 @@ TEST_F(Compile_group, failure_of_the_compiler_is_null_without_a_message)
     EXPECT_THAT(host.problems(), IsEmpty());
 }
 
+TEST_F(Compile_group, nothing_is_compiled_without_a_view_or_an_application)
+{
+    wxString text;
+    EXPECT_EQ(compile_group(nullptr, host.app(), host.errors(), host.node(shader), false, false,
+                            false, false, nullptr, true, text),
+              nullptr);
+    EXPECT_EQ(compile_group(host.view(), nullptr, host.errors(), host.node(shader), false, false,
+                            false, false, nullptr, true, text),
+              nullptr);
+    EXPECT_THAT(host.calls("compiler.compile("), IsEmpty());
+}
+
 TEST_F(Compile_group, sink_for_errors_may_be_null)
 {
     wxString text;
