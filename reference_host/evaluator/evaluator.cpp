@@ -296,6 +296,8 @@ private:
             return derivative(e.builtin == Builtin::ddx ? m_right : m_above, arguments[0]);
         case Builtin::texture_2d:
         case Builtin::texture_cube:
+        case Builtin::texture_cube_wide:
+        case Builtin::texture_cube_bias:
             if (!m_inputs.look_up)
                 throw Evaluation_error("there are no textures");
             return m_inputs.look_up(arguments[0].texture, arguments[1]);

@@ -36,7 +36,8 @@ struct Evaluation_inputs {
     // their defaults.
     std::map<std::string, Shading_value> variables;
 
-    // What a texture has at texture coordinates, or a cube map in a direction.
+    // What a texture has at texture coordinates, or a cube map in a direction, which is all that a
+    // look-up in a smaller copy gets.
     std::function<Shading_value(const std::string& texture, const Shading_value& place)> look_up;
 };
 

@@ -189,6 +189,11 @@ bool fits_special(Builtin builtin, const std::vector<Expr>& operands)
         return a == Kind::sampler_2d && b == Kind::float2;
     case Builtin::texture_cube:
         return a == Kind::sampler_cube && b == Kind::float3;
+    case Builtin::texture_cube_wide:
+        return a == Kind::sampler_cube && b == Kind::float3 && operands[2]->type == Kind::float3 &&
+               operands[3]->type == Kind::float3;
+    case Builtin::texture_cube_bias:
+        return a == Kind::sampler_cube && b == Kind::float3 && operands[2]->type == Kind::float1;
     default:
         return true;
     }

@@ -42,7 +42,7 @@ std::vector<Probe> material_probes();
 const std::map<std::string, Values>& state_fields();
 const std::map<std::string, Shading_value>& host_values();
 
-// What every texture has at a place. The languages have it as text.
+// What every texture has at a place, from 0 to 1. The languages have it as text.
 Shading_value texel_at(const Shading_value& place);
 
 // What the evaluator gives. Throws Evaluation_error.

@@ -156,12 +156,12 @@ std::string cpp_textures(const Probe& probe, const std::string& number)
 constexpr const char* cpp_texels = R"(
 float4 texel_at(const void*, const float2& p)
 {
-    return float4(0.5f + p.x * 0.25f, 0.5f + p.y * 0.125f, 0.25f + p.x * p.y * 0.0625f,
-                  0.75f - p.y * 0.0625f);
+    return float4(0.5f + 0.25f * std::sin(p.x), 0.5f + 0.25f * std::cos(p.y),
+                  0.5f + 0.25f * std::sin(p.x + p.y), 0.75f + 0.125f * std::cos(p.x));
 }
 float4 cube_texel_at(const void*, const float3& p)
 {
-    return texel_at(nullptr, float2(p.x, p.y)) + float4(0.0f, 0.0f, p.z * 0.125f, 0.0f);
+    return texel_at(nullptr, float2(p.x, p.y)) + float4(0.0f, 0.0f, 0.125f * std::sin(p.z), 0.0f);
 }
 )";
 
@@ -222,13 +222,15 @@ void main()
 constexpr const char* glsl_head = R"(#version 130
 vec4 texel_at(vec2 p)
 {
-    return vec4(0.5 + p.x * 0.25, 0.5 + p.y * 0.125, 0.25 + p.x * p.y * 0.0625, 0.75 - p.y * 0.0625);
+    return vec4(0.5 + 0.25 * sin(p.x), 0.5 + 0.25 * cos(p.y), 0.5 + 0.25 * sin(p.x + p.y),
+                0.75 + 0.125 * cos(p.x));
 }
 vec4 texel_at(vec3 p)
 {
-    return texel_at(p.xy) + vec4(0.0, 0.0, p.z * 0.125, 0.0);
+    return texel_at(p.xy) + vec4(0.0, 0.0, 0.125 * sin(p.z), 0.0);
 }
 #define texture(sampler, place) texel_at(place)
+#define textureGrad(sampler, place, dx, dy) texel_at(place)
 )";
 
 // Each row of the picture is a probe, each pair of its columns a set: three numbers and the fourth.

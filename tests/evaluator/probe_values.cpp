@@ -33,10 +33,12 @@ struct Interval {
 // Small, of both signs, above zero.
 constexpr Interval usual[set_count] = {{0.1, 0.9}, {0.05, 0.95}, {-2.0, 2.0}, {0.5, 4.0}};
 
-Interval interval_of(const Input_definition& input, std::size_t set)
+Interval interval_of(const Input_definition& input, const std::string& name, std::size_t set)
 {
     if (input.min && input.max)
         return {*input.min, *input.max};
+    if (name == "p_color" || name == "p_roughness") // no surface reflects more
+        return {0.0, 1.0};
     return usual[set];
 }
 
@@ -121,7 +123,8 @@ Values values_for(const Module_parameter& parameter, const Input_definition& inp
             return usual_value;
         if (type == Kind::float3 && is_direction(parameter.name))
             return unit_vector(parameter.name, set);
-        Shading_value value = random_value(type, parameter.name, set, interval_of(input, set));
+        Shading_value value =
+            random_value(type, parameter.name, set, interval_of(input, parameter.name, set));
         for (double& number : value.numbers)
             number = is_of_lattice(parameter.name) ? std::floor(number * 10.0) : number;
         return value;
@@ -180,8 +183,9 @@ Shading_value texel_at(const Shading_value& place)
 {
     const auto& p = place.numbers; // of a direction: also z
     return {Kind::float4,
-            {0.5 + p[0] * 0.25, 0.5 + p[1] * 0.125, 0.25 + p[0] * p[1] * 0.0625 + p[2] * 0.125,
-             0.75 - p[1] * 0.0625}};
+            {0.5 + 0.25 * std::sin(p[0]), 0.5 + 0.25 * std::cos(p[1]),
+             0.5 + 0.25 * std::sin(p[0] + p[1]) + 0.125 * std::sin(p[2]),
+             0.75 + 0.125 * std::cos(p[0])}};
 }
 
 } // namespace probing
