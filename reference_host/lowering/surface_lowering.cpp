@@ -51,7 +51,7 @@ public:
         append(shading, environment());
         append(shading, lights());
         shading.push_back(volumes());
-        shading.push_back(give_back(construct(Kind::float4, {m_color, opacity()})));
+        append(shading, result());
 
         Statements body = m_builder.statements();
         for (Statements* paragraph : {&filling, &shading}) {
@@ -193,28 +193,38 @@ private:
                       m_surface.emission);
     }
 
-    // Without an environment that shows through, a transmitting surface is as opaque as its
-    // highlights.
-    Expr opacity()
+    Statements result()
     {
-        Expr opacity = m_surface.opacity;
+        const Expr has_alpha = switch_variable(Switch::has_alpha);
+        const Statement plain = give_back(
+            construct(Kind::float4, {m_color, choose(has_alpha, m_surface.opacity, literal(1.0))}));
         const auto transmits = [](const Lobe& lobe) {
             return lobe.kind->looks == Looks::through || lobe.kind->looks == Looks::ahead;
         };
         const auto through =
             std::find_if(m_surface.lobes.begin(), m_surface.lobes.end(), transmits);
-        if (through != m_surface.lobes.end() && !m_surroundings.are_known()) {
-            const auto highest = [](const Expr& color) {
-                return call(Builtin::max,
-                            {swizzle(color, "x"),
-                             call(Builtin::max, {swizzle(color, "y"), swizzle(color, "z")})});
-            };
-            const Expr highlights =
-                call(Builtin::mix,
-                     {opacity, call(Builtin::saturate, {highest(m_color)}), through->own_weight});
-            opacity = choose(switch_variable(Switch::environment_list), opacity, highlights);
-        }
-        return choose(switch_variable(Switch::has_alpha), opacity, literal(1.0));
+        if (through == m_surface.lobes.end() || m_surroundings.are_known())
+            return {plain};
+        const Expr has_list = switch_variable(Switch::environment_list);
+        Statement choice = condition(binary(Operator::both, has_alpha, logical_not(has_list)),
+                                     seen_through(through->own_weight));
+        choice.otherwise = {plain};
+        return {choice};
+    }
+
+    // Without an environment, a transmitting surface is as opaque as its highlights. Blending
+    // multiplies by that, so that they are divided by it before.
+    Statements seen_through(const Expr& transmission)
+    {
+        const Expr highest = call(
+            Builtin::max, {swizzle(m_color, "x"),
+                           call(Builtin::max, {swizzle(m_color, "y"), swizzle(m_color, "z")})});
+        const Expr shown = variable(Kind::float1, m_context.names.take("shown"));
+        return {declare(shown->type, shown->name,
+                        call(Builtin::mix,
+                             {literal(1.0), call(Builtin::saturate, {highest}), transmission})),
+                assign(m_color, Operator::divide, call(Builtin::max, {shown, literal(0.0001)})),
+                give_back(construct(Kind::float4, {m_color, product(shown, m_surface.opacity)}))};
     }
 
     // The value of a lobe's parameter; null when it has none of that name.

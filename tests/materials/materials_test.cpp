@@ -245,6 +245,25 @@ TEST_F(Materials, what_is_not_opaque_at_all_is_not_there)
     EXPECT_EQ(draw(1, 1, 0).middle[3], 0);
 }
 
+// Drawn over black, as blending does it.
+TEST_F(Materials, highlights_of_glass_are_as_bright_blended_as_they_are)
+{
+    const auto graph =
+        graph_of(surface("standard_surface", number("transmission", "1") + number("base", "0") +
+                                                 number("specular_roughness", "0.6")) +
+                 "<directional_light name=\"sun\" type=\"lightshader\"/>");
+    const auto highlight = [&](const char* alpha) {
+        const Result result = generate(*graph, "GL", {{"shader_name", "s"}, {"lights", "sun"}},
+                                       {{"alpha_transparency", alpha}});
+        m_files = {m_folder.write("v.gl", result.texts.at(0)),
+                   m_folder.write("f.gl", result.texts.at(1))};
+        return draw(1, 0, 0).middle[1];
+    };
+    const float opaque = highlight("false");
+    EXPECT_GT(opaque, 0.05F);
+    EXPECT_NEAR(highlight("true"), opaque, 0.001);
+}
+
 TEST_F(Materials, glass_reflects_and_shows_what_is_behind)
 {
     const Seen seen = in_furnace(surface(
