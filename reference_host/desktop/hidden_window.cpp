@@ -6,14 +6,27 @@
 namespace reference_host
 {
 
-Hidden_window::Hidden_window()
-    : m_frame(new wxFrame(nullptr, wxID_ANY, wxT("shader-export"))), m_area(new wxPanel(m_frame))
+namespace
 {
+
+// The only one, which belongs to the toolkit.
+wxWindow* hidden_frame()
+{
+    const wxString name = wxT("shader-export hidden");
+    wxWindow* known = wxWindow::FindWindowByName(name);
+    if (known)
+        return known;
+    return new wxFrame(nullptr, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
+                       wxDEFAULT_FRAME_STYLE, name);
 }
+
+} // namespace
+
+Hidden_window::Hidden_window() : m_area(new wxPanel(hidden_frame())) {}
 
 Hidden_window::~Hidden_window()
 {
-    m_frame->Destroy();
+    m_area->Destroy();
 }
 
 wxWindow& Hidden_window::area()

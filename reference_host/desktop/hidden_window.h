@@ -1,15 +1,15 @@
-// A window that is never shown, with an area for a panel.
+// An area for a panel in a window that is never shown.
 #ifndef REFERENCE_HOST_DESKTOP_HIDDEN_WINDOW_H
 #define REFERENCE_HOST_DESKTOP_HIDDEN_WINDOW_H
 
-class wxFrame;
 class wxPanel;
 class wxWindow;
 
 namespace reference_host
 {
 
-// Gone at the end of its scope.
+// The area is gone at the end of its scope. The window is made once and ends with the program: it
+// takes longer to make than most panels.
 class Hidden_window
 {
 public:
@@ -21,7 +21,6 @@ public:
     wxWindow& area();
 
 private:
-    wxFrame* m_frame;
     wxPanel* m_area;
 };
 

@@ -150,8 +150,8 @@ void move_all(const fs::path& stage, const fs::path& folder)
         }
         moved.push_back(name);
     }
-    for (const std::string& name : regular_files(stage / "hash"))
-        rename((stage / "hash" / name).c_str(), (stage.parent_path() / name).c_str());
+    for (const std::string& name : regular_files(stage)) // the hashes
+        rename((stage / name).c_str(), (stage.parent_path() / name).c_str());
 }
 
 bool starts_with(const std::string& text, const char* start)
@@ -159,9 +159,20 @@ bool starts_with(const std::string& text, const char* start)
     return text.rfind(start, 0) == 0;
 }
 
+// Most file systems count a folder's folders as links to it. To ask for their number is much
+// quicker than to read the folder, which has a file or two for each export.
+bool has_no_folders(const fs::path& folder)
+{
+    constexpr nlink_t own_links = 2;
+    struct stat status;
+    return stat(folder.c_str(), &status) == 0 && status.st_nlink == own_links;
+}
+
 // Completes the placing that a killed process began, and removes the stages of others.
 void clean_up_after_killed_runs(const fs::path& hidden, const fs::path& folder)
 {
+    if (has_no_folders(hidden))
+        return;
     std::error_code failure;
     std::vector<fs::path> stages;
     for (fs::directory_iterator entry(hidden, failure), end; !failure && entry != end;
@@ -223,22 +234,20 @@ Staged_files::Staged_files(const std::string& folder, const std::string& file)
             throw Write_failure(file, errno);
         }
     }
-    make_parts(file);
+    make_new(file);
 }
 
 Staged_files::Staged_files(const std::string& folder, const std::string& file,
                            const std::string& elsewhere)
     : m_folder(folder), m_hidden(m_folder / ".shader-export"), m_stage(elsewhere)
 {
-    make_parts(file);
+    make_new(file);
 }
 
-void Staged_files::make_parts(const std::string& file) const
+void Staged_files::make_new(const std::string& file) const
 {
-    for (const char* part : {"new", "old", "hash"}) {
-        if (mkdir((m_stage / part).c_str(), 0777) != 0)
-            throw Write_failure(file, errno);
-    }
+    if (mkdir((m_stage / "new").c_str(), 0777) != 0)
+        throw Write_failure(file, errno);
 }
 
 Staged_files::~Staged_files()
@@ -247,7 +256,9 @@ Staged_files::~Staged_files()
         return; // elsewhere
     const Folder_lock lock(m_hidden);
     std::error_code ignored;
-    fs::remove_all(m_stage, ignored);
+    rmdir((m_stage / "new").c_str());
+    if (rmdir(m_stage.c_str()) != 0) // it is empty after a success that replaced nothing
+        fs::remove_all(m_stage, ignored);
     close(m_lock);
     rmdir(m_hidden.c_str()); // stays as long as there is anything in it
 }
@@ -300,23 +311,32 @@ void Staged_files::drop(const std::string& name)
     unlink(staged(name).c_str());
 }
 
+// Keeps what is at the places of the files, and gives its permissions to what replaces it.
+void Staged_files::keep_old(const std::vector<std::string>& files) const
+{
+    const fs::path old = m_stage / "old";
+    for (const std::string& name : files) {
+        const fs::path place = behind_links(placed(name));
+        struct stat status;
+        if (lstat(place.c_str(), &status) != 0)
+            continue;
+        if (mkdir(old.c_str(), 0777) != 0 && errno != EEXIST)
+            throw Write_failure(place.string(), errno);
+        keep(place, old / name);
+        if (S_ISREG(status.st_mode))
+            chmod(staged(name).c_str(), status.st_mode & 07777u);
+    }
+}
+
 void Staged_files::place()
 {
     const Folder_lock lock(m_hidden);
     const std::vector<std::string> files = names();
     for (const std::string& name : files)
         check_place(placed(name));
-    for (const std::string& name : files) {
-        const fs::path place = behind_links(placed(name));
-        struct stat status;
-        if (lstat(place.c_str(), &status) != 0)
-            continue;
-        keep(place, m_stage / "old" / name);
-        if (S_ISREG(status.st_mode))
-            chmod(staged(name).c_str(), status.st_mode & 07777u);
-    }
+    keep_old(files);
     for (const std::string& name : files) // without one, an edit goes unnoticed; no more than that
-        std::ofstream(hash_file(m_stage / "hash", name)) << file_hash(staged(name)) << '\n';
+        std::ofstream(hash_file(m_stage, name)) << file_hash(staged(name)) << '\n';
 
     std::string ready = m_stage.filename().string();
     ready.replace(0, std::string(stage_prefix).size(), ready_prefix);
