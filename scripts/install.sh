@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache pkg-config   # the build
     libwxgtk3.2-dev                           # the toolkit of the plug-in's panels and dialogs
-    libpugixml-dev libcli11-dev               # the stand-in host: documents, command line
+    libpugixml-dev libcli11-dev libdtl-dev    # the stand-in host: documents, command line, differences
     libxxhash-dev nlohmann-json3-dev jq       # its fingerprints of files, reports and lists
     python3-jsonschema make                   # check its reports and plans in tests
     libosmesa6-dev libgl-dev libpng-dev libjpeg62-turbo-dev libstb-dev # its pictures, without a display

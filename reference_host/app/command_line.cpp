@@ -38,7 +38,7 @@ struct Requests {
     bool lists_as_json = false;
     Nodes_command nodes;
     Ir_command ir;
-    Scene_request window;
+    Window_command window;
     Export_command exported;
     Batch_command batch;
     Plan_command plan;
@@ -232,14 +232,15 @@ void add_panel(CLI::App& app, Panel_command& request, int& status)
     command.callback([&] { status = show_panel(request); });
 }
 
-void add_window(CLI::App& app, Scene_request& scene, std::string& plugin, int& status)
+void add_window(CLI::App& app, Window_command& request, Show_window show_window, int& status)
 {
-    CLI::App& command = add_command(app, "window", "Open a window that exports a document",
-                                    "  shader-export window wood.mtlx");
-    add_document(command, scene);
-    add_scene_options(command, scene);
-    add_plugin(command, plugin);
-    command.callback([&] { status = show_window(scene, plugin); });
+    CLI::App& command = add_command(app, "window", "Open a window to work in",
+                                    "  shader-export window wood.mtlx marble.mtlx");
+    command.add_option("FILE", request.documents, "MaterialX documents");
+    add_node(command, request.scene);
+    add_scene_options(command, request.scene);
+    add_plugin(command, request.plugin);
+    command.callback([&, show_window] { status = show_window(request); });
 }
 
 // "help export" prints what "export --help" prints.
@@ -301,7 +302,7 @@ void finish_commands(CLI::App& app)
 }
 
 // The requests are filled while the command line is parsed, and must outlive that.
-void add_commands(CLI::App& app, Requests& requests, int& status)
+void add_commands(CLI::App& app, Requests& requests, Show_window show_window, int& status)
 {
     add_help(app);
     add_list(app, requests, status);
@@ -311,7 +312,7 @@ void add_commands(CLI::App& app, Requests& requests, int& status)
     add_batch(app, requests.batch, status);
     add_plan(app, requests.plan, status);
     add_panel(app, requests.panel, status);
-    add_window(app, requests.window, requests.plugin, status);
+    add_window(app, requests.window, show_window, status);
     add_render_commands(app, export_for_renderer, status);
     add_check_command(app, status);
     add_completion(app, requests.shell);
@@ -326,7 +327,7 @@ std::string help_of(const CLI::App* app)
     return help_of_command(words_of(*app), words_of(*app->get_parent()), output_width());
 }
 
-void declare(CLI::App& app, Requests& requests, int& status)
+void declare(CLI::App& app, Requests& requests, Show_window show_window, int& status)
 {
     app.require_subcommand(1);
     app.set_help_flag("-h,--help", "Print this help");
@@ -336,20 +337,20 @@ void declare(CLI::App& app, Requests& requests, int& status)
         [](const CLI::App* command, std::string, CLI::AppFormatMode) { return help_of(command); });
     app.footer("  shader-export export wood.mtlx --exporter \"Custom GLSL\" --output wood\n"
                "  shader-export batch materials -r --output effects --jobs 2");
-    add_commands(app, requests, status);
+    add_commands(app, requests, show_window, status);
     add_configuration(app);
 }
 
 } // namespace
 
-int run_command_line(int argc, char** argv)
+int run_command_line(int argc, char** argv, Show_window show_window)
 {
     CLI::App app("Export the shaders of MaterialX documents through the plug-in of Tovira",
                  "shader-export");
     Requests requests;
     int status = done;
     try {
-        declare(app, requests, status);
+        declare(app, requests, show_window, status);
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0)

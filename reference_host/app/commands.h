@@ -77,9 +77,15 @@ struct Panel_command {
 // Shows an exporter's panel, prints the height it asks for and its options, takes a picture.
 int show_panel(const Panel_command& command);
 
-// Opens a window on the document: choice of exporter, its panel, a button that exports. Returns
-// when the window is closed.
-int show_window(const Scene_request& scene, const std::string& plugin);
+struct Window_command {
+    std::vector<std::string> documents; // none: the window welcomes the user
+    Scene_request scene;                // that documents start with, but for the document
+    std::string plugin;
+};
+
+// Opens the window. Returns when it is closed. The window stands above the commands, so the program
+// names this function to them.
+using Show_window = int (*)(const Window_command& command);
 
 } // namespace reference_host
 

@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <optional>
 #include <set>
 
@@ -292,11 +293,13 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
     const std::string staged = stage.staged(chosen.filename().string());
     Image_names images(request.texture_paths, document.images(), output, request.texture_base);
     Export_session session(document.scene(images));
-    const Message_box_answers answers(request.boxes);
+    // Gone before the files are placed: what is asked then is the host's own question.
+    auto answers = std::make_unique<const Message_box_answers>(request.boxes);
     fill_panel(exporter, session, staged, request);
     const bool returned = exporter.export_shader(session.application(), session.view());
 
-    Export_outcome outcome = judge(session, stage, answers.boxes(), output, returned);
+    Export_outcome outcome = judge(session, stage, answers->boxes(), output, returned);
+    answers.reset();
     if (outcome.is_success())
         add_copies(images, stage, outcome);
     if (outcome.is_success())

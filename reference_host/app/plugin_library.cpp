@@ -93,22 +93,15 @@ Plugin_library::Plugin_library(const std::string& file)
                                  plugin->get_type() + "'");
     m_file = path;
     m_plugin.reset(static_cast<IExporter_plugin*>(plugin));
-}
-
-std::vector<std::string> Plugin_library::exporter_names() const
-{
-    std::vector<std::string> names;
     for (int index = 0; index < m_plugin->get_num_exporters(); ++index)
-        names.push_back(make_exporter(index)->get_name());
-    return names;
+        m_names.emplace_back(make_exporter(index)->get_name());
 }
 
 int Plugin_library::find_exporter(const std::string& wanted) const
 {
-    const std::vector<std::string> names = exporter_names();
     std::vector<int> fitting;
-    for (int index = 0; index < static_cast<int>(names.size()); ++index) {
-        const std::string name = lower_case(names[static_cast<size_t>(index)]);
+    for (int index = 0; index < static_cast<int>(m_names.size()); ++index) {
+        const std::string name = lower_case(m_names[static_cast<size_t>(index)]);
         if (wanted == std::to_string(index) || lower_case(wanted) == name)
             return index;
         if (!wanted.empty() && name.find(lower_case(wanted)) != std::string::npos)
@@ -116,15 +109,15 @@ int Plugin_library::find_exporter(const std::string& wanted) const
     }
     if (fitting.size() == 1)
         return fitting.front();
-    const std::string near = suggestion(wanted, names);
+    const std::string near = suggestion(wanted, m_names);
     throw std::invalid_argument(
         (fitting.empty() ? "no exporter fits '" : "several exporters fit '") + wanted + "'" +
-        (near.empty() ? "; there are:" : near + " There are:") + listing(names));
+        (near.empty() ? "; there are:" : near + " There are:") + listing(m_names));
 }
 
 bool Plugin_library::fits(const std::string& wanted, int index) const
 {
-    const std::string name = make_exporter(index)->get_name();
+    const std::string& name = m_names[static_cast<size_t>(index)];
     return wanted == std::to_string(index) ||
            lower_case(name).find(lower_case(wanted)) != std::string::npos;
 }

@@ -21,8 +21,9 @@ public:
     // library in its usual places: where the build or the installation puts it.
     explicit Plugin_library(const std::string& file);
 
-    // The names of the exporters, in the order of their indices.
-    std::vector<std::string> exporter_names() const;
+    // The names of the exporters, in the order of their indices. They are asked for once: an
+    // exporter leaves its settings in memory when it ends.
+    const std::vector<std::string>& exporter_names() const { return m_names; }
 
     // The index of the exporter that the user means: by its index, its name, or a part of its name
     // that fits only one; upper and lower case do not matter. Throws std::invalid_argument with a
@@ -42,6 +43,7 @@ private:
     // The library stays loaded until the process ends: wx keeps pointers into it.
     std::unique_ptr<QZ::TSDK::IExporter_plugin> m_plugin;
     std::string m_file;
+    std::vector<std::string> m_names;
 };
 
 } // namespace reference_host

@@ -33,6 +33,9 @@ public:
     enum class Decision { replace, back_up, refuse, skip };
 
     explicit Replacement(const Overwrite_policy& policy) : m_policy(policy) {}
+    virtual ~Replacement() = default;
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
 
     // One decision for all files of an export: they belong together. There is one at least.
     Decision decide(const std::vector<Existing_file>& files);
@@ -41,7 +44,8 @@ public:
     bool has_quit() const { return m_has_quit; }
 
 private:
-    Decision ask(const std::vector<Existing_file>& files);
+    // Asks the user: here on the terminal.
+    virtual Decision ask(const std::vector<Existing_file>& files);
 
     Overwrite_policy m_policy;
     bool m_has_quit = false;

@@ -96,12 +96,17 @@ void add_exporter(CLI::App& app, std::string& exporter)
         ->required();
 }
 
-void add_document(CLI::App& app, Scene_request& scene)
+void add_node(CLI::App& app, Scene_request& scene)
 {
-    app.add_option("FILE", scene.document, "A MaterialX document")->required();
     app.add_option("-n,--node", scene.node,
                    "The node to export (default: the first surface material, else shader)")
         ->type_name("NAME");
+}
+
+void add_document(CLI::App& app, Scene_request& scene)
+{
+    app.add_option("FILE", scene.document, "A MaterialX document")->required();
+    add_node(app, scene);
 }
 
 void add_surroundings(CLI::App& app, Scene_request& scene)

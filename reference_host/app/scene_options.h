@@ -19,7 +19,8 @@ void add_plugin(CLI::App& app, std::string& plugin);
 void add_exporter(CLI::App& app, std::string& exporter);
 void add_search_path(CLI::App& app, std::vector<std::string>& search_path);
 
-// The document and the node that is exported.
+// The node that is exported; the same with its document.
+void add_node(CLI::App& app, Scene_request& scene);
 void add_document(CLI::App& app, Scene_request& scene);
 
 // Lights, environment, volume, ambient light, search path.

@@ -77,11 +77,16 @@ std::string Exporter_panel::file_name() const
     return field ? QZ::TOVIRAEXPORT::to_bytes(field->GetValue()) : std::string();
 }
 
+void Exporter_panel::set_file_name(const std::string& name)
+{
+    if (wxTextCtrl* field = file_field(m_container))
+        field->SetValue(QZ::TOVIRAEXPORT::from_bytes(name.c_str()));
+}
+
 void Exporter_panel::restore_file_name()
 {
-    wxTextCtrl* field = file_field(m_container);
-    if (field && file_name() != m_first_name)
-        field->SetValue(QZ::TOVIRAEXPORT::from_bytes(m_first_name.c_str()));
+    if (file_name() != m_first_name)
+        set_file_name(m_first_name);
 }
 
 void Exporter_panel::close()

@@ -39,8 +39,9 @@ public:
     // Fits the panel into a container of that size.
     void fit_into(const wxSize& area);
 
-    // The name in the export-file field; empty on a panel without it.
+    // The name in the export-file field, empty on a panel without it; and another one.
     std::string file_name() const;
+    void set_file_name(const std::string& name);
 
     // Shows the first file name again, if anything has changed it.
     void restore_file_name();

@@ -21,7 +21,7 @@ struct Message_box_catcher::Hook : wxModalDialogHook {
     int Enter(wxDialog* dialog) override
     {
         const auto* box = dynamic_cast<wxMessageDialogBase*>(dialog);
-        if (!box)
+        if (!box || answers.is_asking())
             return wxID_NONE;
         switch (answers.answer(to_bytes(box->GetCaption()), to_bytes(box->GetMessage()))) {
         case Box_answer::yes:
@@ -95,7 +95,7 @@ extern "C" int gtk_dialog_run(void* dialog)
 {
     using namespace reference_host;
     using Run = int (*)(void*);
-    if (!active_answers || !is_message_dialog(dialog))
+    if (!active_answers || active_answers->is_asking() || !is_message_dialog(dialog))
         return in_gtk<Run>("gtk_dialog_run")(dialog);
     switch (active_answers->answer(text_property(dialog, "title"), text_property(dialog, "text"))) {
     case Box_answer::yes:

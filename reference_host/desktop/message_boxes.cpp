@@ -37,6 +37,17 @@ Message_box_answers::Message_box_answers(const Box_policy& policy)
 
 Message_box_answers::~Message_box_answers() = default;
 
+Box_answer Message_box_answers::answer_about_missing(const std::string& caption,
+                                                     const std::string& message)
+{
+    if (!m_policy.ask_user)
+        return m_policy.missing == Missing::cancel ? Box_answer::no : Box_answer::yes;
+    m_is_asking = true;
+    const Box_answer answer = m_policy.ask_user(caption, message);
+    m_is_asking = false;
+    return answer;
+}
+
 Box_answer Message_box_answers::answer(const std::string& caption, const std::string& message)
 {
     Answered_box box{caption, message};
@@ -44,7 +55,7 @@ Box_answer Message_box_answers::answer(const std::string& caption, const std::st
     if (contains(message, overwrite_question))
         box.answer = m_policy.replace;
     else if (box.is_missing_question)
-        box.answer = m_policy.missing == Missing::cancel ? Box_answer::no : Box_answer::yes;
+        box.answer = answer_about_missing(caption, message);
     m_boxes.push_back(box);
     return box.answer;
 }

@@ -2,36 +2,16 @@
 
 #include "tests/gui/gtk_functions.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
 
-#include <wx/app.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
-#include <wx/utils.h>
 
 namespace QZ
 {
 namespace TEST
 {
-
-void handle_events()
-{
-    wxTheApp->Yield(true);
-}
-
-bool wait_until(const std::function<bool()>& condition, std::chrono::milliseconds patience)
-{
-    constexpr unsigned long pause_ms = 2;
-    const auto start = std::chrono::steady_clock::now();
-    for (handle_events(); !condition(); handle_events()) {
-        if (std::chrono::steady_clock::now() - start > patience)
-            return false;
-        wxMilliSleep(pause_ms);
-    }
-    return true;
-}
 
 Window_test::Window_test()
     : m_host(new wxFrame(nullptr, wxID_ANY, wxString(host_title, wxConvUTF8), wxPoint(20, 20),

@@ -1,15 +1,14 @@
 // What the tests with real windows share: the host's window, a folder for files, the driver of the
-// dialogs, and waiting.
+// dialogs.
 #ifndef TESTS_GUI_WINDOW_TEST_H
 #define TESTS_GUI_WINDOW_TEST_H
 
 #include "exporter_base/exporter_base.h"
 #include "tests/gui/dialog_driver.h"
+#include "tests/gui/waiting.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/wx_test_main.h"
 
-#include <chrono>
-#include <functional>
 #include <string>
 
 class wxFrame;
@@ -19,13 +18,6 @@ namespace QZ
 {
 namespace TEST
 {
-
-// Handles events until the condition holds; false when it does not within half a minute.
-bool wait_until(const std::function<bool()>& condition,
-                std::chrono::milliseconds patience = std::chrono::seconds(30));
-
-// Handles the events that are there.
-void handle_events();
 
 // The title of the window that stands for the host's.
 constexpr const char* host_title = "Host";

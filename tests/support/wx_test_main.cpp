@@ -45,7 +45,7 @@ pid_t xvfb_process = 0;
     ::dup2(silence, STDOUT_FILENO);
     ::dup2(silence, STDERR_FILENO);
     const std::string descriptor = std::to_string(pipe_end);
-    ::execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1280x1024x24",
+    ::execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1600x1200x24",
              "-noreset", "-nolisten", "tcp", nullptr);
     ::_exit(127);
 }

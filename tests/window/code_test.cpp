@@ -1,0 +1,100 @@
+// The code on the screen follows what the user chooses.
+#include "tests/window/program_window.h"
+
+#include "reference_host/window/code_view.h"
+#include "reference_host/window/command_text.h"
+#include "reference_host/window/export_bar.h"
+#include "reference_host/window/exporter_view.h"
+#include "reference_host/window/scene_view.h"
+#include "reference_host/window/wx_text.h"
+
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/srchctrl.h>
+#include <wx/textctrl.h>
+
+namespace QZ
+{
+namespace TEST
+{
+namespace
+{
+
+using Code = Program_window;
+
+}
+
+TEST_F(Code, changes_with_an_option_of_the_exporters_panel)
+{
+    start();
+    open(sample("wood_textured"), "Custom CgFX");
+    const std::string before = code();
+    choose(combo_box(0), 1);
+    EXPECT_TRUE(wait_until([&] { return code() != before; }));
+    take_picture("other_option");
+}
+
+TEST_F(Code, changes_with_the_exporter)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    choose(window().exporter().exporter(), 0);
+    press_key("Up");
+    EXPECT_TRUE(wait_for_code("technique"));
+}
+
+TEST_F(Code, changes_with_the_scene)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    reference_host::Scene_request scene = window().workspace().current()->scene;
+    scene.render.lights.push_back({"lamp", {}, {}, {}, {}});
+    window().workspace().set_scene(scene);
+    EXPECT_TRUE(wait_for_code("lamp"));
+}
+
+TEST_F(Code, keeps_the_cone_of_a_light_of_any_kind)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    reference_host::Scene_request scene = window().workspace().current()->scene;
+    scene.render.lights = {{"sun", reference_host::Light_kind::directional, 40.0f, 3.0f, {}}};
+    window().workspace().set_scene(scene);
+    window().workspace().select(*window().workspace().current(), ""); // shows the scene
+    window().scene().environment().SetValue(wxT("dusk"));
+    const reference_host::Scene_request& edited = window().workspace().current()->scene;
+    EXPECT_EQ(edited.render.environment, "dusk");
+    EXPECT_EQ(reference_host::light_text(edited.render.lights.at(0)), "sun:directional:40:3");
+}
+
+TEST_F(Code, is_searched_with_ctrl_f)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    press_key("Control_L", "f");
+    ASSERT_TRUE(wait_until([&] {
+        wxWindow* focused = wxWindow::FindFocus();
+        return focused && window().code().text().search().IsDescendant(focused);
+    }));
+    type_text("main");
+    EXPECT_TRUE(wait_until([&] { return window().code().text().selection() == "main"; }));
+    const int line = window().code().text().line();
+    EXPECT_GT(line, 1);
+}
+
+TEST_F(Code, shows_its_difference_to_the_file_on_disk)
+{
+    start();
+    open(sample("wood_textured"), "Custom CgFX");
+    window().export_bar().export_current();
+    const std::string before = code();
+    choose(combo_box(0), 1);
+    ASSERT_TRUE(wait_until([&] { return code() != before; }));
+    click(window().code().difference());
+    EXPECT_TRUE(wait_until([&] { return window().code().text().marked_lines() > 1; }));
+    EXPECT_GT(code().size(), before.size()) << "lines of both";
+    take_picture("difference");
+}
+
+} // namespace TEST
+} // namespace QZ

@@ -1,0 +1,27 @@
+// Pictures of the window for its readers: made where TOVIRAEXPORT_PICTURES names a folder.
+#include "tests/window/program_window.h"
+
+#include <cstdlib>
+
+namespace QZ
+{
+namespace TEST
+{
+namespace
+{
+
+using Pictures = Program_window;
+
+}
+
+TEST_F(Pictures, of_the_code)
+{
+    if (!std::getenv("TOVIRAEXPORT_PICTURES"))
+        GTEST_SKIP() << "TOVIRAEXPORT_PICTURES names no folder";
+    start(wxSize(1024, 700));
+    open(sample("wood_textured"), "Custom CgFX");
+    take_picture("code");
+}
+
+} // namespace TEST
+} // namespace QZ
