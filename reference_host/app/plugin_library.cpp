@@ -83,13 +83,14 @@ Plugin_library::Plugin_library(const std::string& file)
     using Initializer = qz::base::Plugin* (*)(unsigned int);
     const auto initializer = reinterpret_cast<Initializer>(dlsym(library, "initializer"));
     if (!initializer)
-        throw std::runtime_error("'" + path + "' is no plug-in: it has no function 'initializer'");
+        throw std::runtime_error("'" + path +
+                                 "' is not a plug-in: it has no function 'initializer'");
     constexpr unsigned int plugin_selector = 0; // the only one there is
     qz::base::Plugin* plugin = initializer(plugin_selector);
     if (!plugin)
-        throw std::runtime_error("'" + path + "' gave no plug-in");
+        throw std::runtime_error("'" + path + "' returned no plug-in");
     if (std::strcmp(plugin->get_type(), "Exporter_plugin") != 0)
-        throw std::runtime_error("'" + path + "' is no exporter plug-in, but a '" +
+        throw std::runtime_error("'" + path + "' is not an exporter plug-in, but a '" +
                                  plugin->get_type() + "'");
     m_file = path;
     m_plugin.reset(static_cast<IExporter_plugin*>(plugin));

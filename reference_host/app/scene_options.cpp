@@ -75,7 +75,7 @@ void add_search_path(CLI::App& app, std::vector<std::string>& search_path)
                  [&search_path](const std::string& folder) {
                      std::error_code failure;
                      if (!std::filesystem::is_directory(folder, failure))
-                         print_warning("the search path '" + folder + "' is no folder");
+                         print_warning("the search path '" + folder + "' is not a folder");
                      search_path.push_back(folder);
                      return true;
                  });

@@ -76,7 +76,7 @@ std::optional<Value> value_of(const Element& element, Type type)
     std::optional<Value> value = parse_value(type, text);
     if (!value)
         throw Document_error(element.place(), describe(element) + ": '" + text.substr(0, 60) +
-                                                  "' is no value of type " + type_name(type));
+                                                  "' is not a value of type " + type_name(type));
     if (type == Type::filename)
         value->text = file_name_of(element, value->text);
     return value;

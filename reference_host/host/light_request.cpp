@@ -95,7 +95,7 @@ private:
             if (text == row.word || text == std::to_string(static_cast<int>(row.kind)))
                 m_request.kind = row.kind;
         return m_request.kind ||
-               wrong("'" + text + "' is no type of light: directional, point, spot or 0 to 2");
+               wrong("'" + text + "' is not a type of light: directional, point, spot or 0 to 2");
     }
 
     bool take_cone_and_limit(const std::vector<std::string>& parts)

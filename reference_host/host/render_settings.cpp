@@ -202,7 +202,7 @@ Render_settings make_render_settings(Shader_graph& graph, const Lighting_request
             continue;
         }
         if (graph.find_node(wanted.name))
-            throw std::invalid_argument("the node '" + wanted.name + "' is no light");
+            throw std::invalid_argument("the node '" + wanted.name + "' is not a light");
         Render_light& light = settings.lights.emplace_back(make_light(graph, wanted, made++));
         apply(wanted, node_of(graph, light), light);
     }

@@ -117,7 +117,7 @@ void Annotations::read_map(const std::string& file, Diagnostics& diagnostics)
     const pugi::xml_parse_result result = document.load_file(file.c_str());
     const pugi::xml_node root = document.child("annotations");
     if (!result || !root) {
-        diagnostics.push_back({Severity::warning, "\"" + file + "\" is no annotation map", {}});
+        diagnostics.push_back({Severity::warning, "\"" + file + "\" is not an annotation map", {}});
         return;
     }
     m_names.clear();
@@ -128,7 +128,7 @@ void Annotations::read_map(const std::string& file, Diagnostics& diagnostics)
         else
             diagnostics.push_back(
                 {Severity::warning,
-                 quoted(file) + ": " + quoted(target) + " is no annotation's name",
+                 quoted(file) + ": " + quoted(target) + " is not the name of an annotation",
                  {}});
     }
 }

@@ -50,7 +50,7 @@ void check_role(const Module& module, const Text_options& options)
 {
     const std::string& type = options.shader_type;
     if (type == "light" && module.role != Shader_role::light)
-        throw Refusal(nullptr, "it is no light");
+        throw Refusal(nullptr, "it is not a light");
     if (type == "volume" && module.role != Shader_role::volume)
         throw Refusal(nullptr, "it is no volume");
     const bool is_shown = module.role == Shader_role::pattern ||

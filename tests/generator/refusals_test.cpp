@@ -91,7 +91,7 @@ TEST(Refusals, shaders_of_one_kind_are_not_exported_as_another)
     const struct {
         const char *node, *kind, *message;
     } rows[] = {{"sun", "surface", "no colour that could be shown"},
-                {"paint", "light", "it is no light"},
+                {"paint", "light", "it is not a light"},
                 {"paint", "volume", "it is no volume"},
                 {"haze", "environment", "no colour that could be shown"}};
     for (const auto& row : rows) {

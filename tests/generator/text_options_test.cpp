@@ -319,7 +319,8 @@ TEST_F(Text_options, an_annotation_map_gives_no_names_that_break_the_text)
     EXPECT_TRUE(contains(result.text(), "string Label = \"Tint\";"));
     EXPECT_FALSE(contains(result.text(), "a b;") || contains(result.text(), "float float"));
     for (const char* target : {"\"a b;\"", "\"float\"", "\"\""})
-        EXPECT_TRUE(contains(result.messages(), target + std::string(" is no annotation's name")));
+        EXPECT_TRUE(
+            contains(result.messages(), target + std::string(" is not the name of an annotation")));
 }
 
 TEST_F(Text_options, format_hlsl_is_another_column_of_words)

@@ -77,7 +77,7 @@ TEST_F(Bad_values, are_warned_of_when_the_export_can_go_on)
          "warning: option \"fragment_shader_profile\": the profile \"vp40\" is unknown\n"},
         {{"--set", "annotation_map_file=mine.axml"},
          "warning: the annotation map \"mine.axml\" is missing\n"},
-        {{"--search-path", "none"}, "warning: the search path 'none' is no folder\n"},
+        {{"--search-path", "none"}, "warning: the search path 'none' is not a folder\n"},
         {{"--environment", "sky"},
          "warning: the document has no environment 'sky', and there is no image 'sky.dds' for a "
          "new one\n"},
@@ -108,12 +108,12 @@ TEST_F(Bad_values, are_inputs_without_counterpart)
 {
     const std::string file = m_folder.write("coat.mtlx", document(R"(
 <standard_surface name="s" type="surfaceshader">
-<input name="specular_anisotropy" type="float" value="0.5"/></standard_surface>)"));
+<input name="transmission_depth" type="float" value="0.5"/></standard_surface>)"));
     run({"export", file, "--plugin", PLUGIN, "--exporter", "FX Composer", "--output", output(),
          "--light", "key", "--set", "export_hlsl_fx_file=on", "--set", "export_cgfx_file=on"});
     EXPECT_EQ(0, m_status) << m_errors;
     EXPECT_EQ(file + ":3: warning: node \"s\" (standard_surface): without counterpart here: "
-                     "specular_anisotropy\n",
+                     "transmission_depth\n",
               m_errors)
         << "once for both files";
 }

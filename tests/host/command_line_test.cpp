@@ -228,7 +228,7 @@ TEST_F(Program, calls_wrong_usage_by_its_name)
          "the document has no node 'none'"},
         {{"export", wood, "--exporter", "5", "--output", "x", "--light", "a:b"}, "--light"},
         {{"export", wood, "--exporter", "5", "--output", "x", "--light", "Wood"},
-         "the node 'Wood' is no light"},
+         "the node 'Wood' is not a light"},
         {{"export", wood, "--exporter", "5", "--output", "x", "--ambient", "1,2"}, "--ambient"},
         {{"export", wood, "--exporter", "5", "--output", "x", "--overwrite", "maybe"},
          "--overwrite"},
@@ -320,5 +320,5 @@ TEST_F(Program, draws_no_document_with_a_light_that_is_wrong)
 {
     run({"render", sample("wood_textured"), "-o", m_folder.file("wood.png"), "--light", "a:area"});
     EXPECT_EQ(2, m_status);
-    EXPECT_THAT(m_errors, HasSubstr("'area' is no type of light"));
+    EXPECT_THAT(m_errors, HasSubstr("'area' is not a type of light"));
 }

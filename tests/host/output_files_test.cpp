@@ -79,6 +79,13 @@ TEST_F(Output_files, stay_in_their_folder_whatever_a_material_is_called)
             EXPECT_FALSE(fs::exists("/abs"));
             fs::remove_all(m_folder.file("box"));
         }
+        run({"plan", file, "--plugin", PLUGIN, "--exporter", "5", "--output", "box/in/out",
+             "--format", "json"});
+        EXPECT_EQ(0, m_status) << name << m_errors;
+        const size_t at = m_output.find("--output=");
+        const std::string planned = m_output.substr(at + 9, m_output.find('"', at) - at - 9);
+        EXPECT_EQ(fs::path("box/in/out"), fs::path(planned).parent_path().parent_path());
+        EXPECT_EQ(planned, fs::path(planned).lexically_normal()) << "no way out";
     }
 }
 

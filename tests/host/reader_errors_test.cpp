@@ -72,10 +72,10 @@ const Bad_document bad_documents[] = {
     {"<constant name='c' type='float'>\n<input name='value' value='1'/></constant>", 3,
      "input 'value' has no type"},
     {"<constant name='c' type='float'>\n<input name='value' type='float' value='one'/></constant>",
-     3, "node 'c', input 'value': 'one' is no value of type float"},
+     3, "node 'c', input 'value': 'one' is not a value of type float"},
     {"<constant name='c' type='color3'>\n<input name='value' type='color3' "
      "value='1,2'/></constant>",
-     3, "'1,2' is no value of type color3"},
+     3, "'1,2' is not a value of type color3"},
     {"<constant name='c' type='color3'/>\n<absval name='a' type='float'>\n"
      "<input name='in' type='float' nodename='c'/></absval>",
      4, "wrong type: it is float, but node 'c' (constant) is color3"},
@@ -159,7 +159,7 @@ TEST(Reader_errors, are_told_all_at_once_and_each_only_where_it_is_made)
                 UnorderedElementsAre(
                     "2: absval 'a': unknown type 'flaot'",
                     "5: node graph 'g', input 'x': the node 'none' is missing",
-                    "7: node 'c', input 'in': 'one' is no value of type float",
+                    "7: node 'c', input 'in': 'one' is not a value of type float",
                     "10: node 'e' (absval): wrong type: no absval gives float from in color3",
                     "11: node 'f' (absval): the connections form a cycle: f -> f",
                     "12: the name 'e' exists twice"));

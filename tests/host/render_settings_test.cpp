@@ -168,7 +168,7 @@ TEST(Light_text, is_refused_with_the_wrong_part_and_what_fits)
     EXPECT_EQ("a light of this type has no cone", reason_of("key:point:cone=20"));
     EXPECT_EQ("the cone '361' is no angle of 0 to 360 degrees", reason_of("key:spot:cone=361"));
     EXPECT_EQ("the direction '0,0,0' leads nowhere", reason_of("key:directional:direction=0,0,0"));
-    EXPECT_EQ("'sphere' is no type of light: directional, point, spot or 0 to 2",
+    EXPECT_EQ("'sphere' is not a type of light: directional, point, spot or 0 to 2",
               reason_of("key:sphere"));
     EXPECT_EQ("a light needs a name", reason_of(":spot"));
 }
