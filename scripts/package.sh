@@ -58,6 +58,7 @@ Priority: optional
 Maintainer: $maintainer
 Installed-Size: $(du -sk "$root/usr" | cut -f1)
 Depends: $libraries, xauth, xvfb
+Recommends: graphviz
 Description: shader export for Tovira and MaterialX documents
  Exports surface shaders as CgFX, HLSL FX and GLSL effects for several
  programs. With the plug-in for Tovira comes shader-export, which opens

@@ -5,6 +5,7 @@
 #include "reference_host/window/export_bar.h"
 #include "reference_host/window/exporter_view.h"
 #include "reference_host/window/file_drop.h"
+#include "reference_host/window/graph_page.h"
 #include "reference_host/window/message_list.h"
 #include "reference_host/window/sample_files.h"
 #include "reference_host/window/scene_view.h"
@@ -124,8 +125,9 @@ void Main_window::make_menu()
         {"&View",
          {{"&Find\tCtrl+F", [this] { search_page(); }},
           {"&Make the code again\tF5", [this] { m_workspace.run_trial(); }},
-          {"&Code\tCtrl+1", page(0)},
-          {"&Document\tCtrl+2", page(1)}}},
+          {"&Graph\tCtrl+1", page(0)},
+          {"&Code\tCtrl+2", page(1)},
+          {"&Document\tCtrl+3", page(2)}}},
     };
     wxMenuBar* bar = new wxMenuBar;
     for (const Menu& menu : menus) {
@@ -173,9 +175,11 @@ void Main_window::make_views(const Plugin_library& plugin)
 wxWindow* Main_window::make_pages(wxWindow* parent)
 {
     m_pages = new wxNotebook(parent, wxID_ANY);
+    m_graph = new Graph_page(m_pages, m_workspace);
     m_code = new Code_view(m_pages, m_workspace);
     m_source = new Text_view(m_pages, Text_kind::document);
-    m_pages->AddPage(m_code, wxT("Code"));
+    m_pages->AddPage(m_graph, wxT("Graph"));
+    m_pages->AddPage(m_code, wxT("Code"), true);
     m_pages->AddPage(m_source, wxT("Document"));
     return m_pages;
 }

@@ -2,8 +2,8 @@
 //
 //   welcome, as long as no document is open, else
 //   +-----------+------------------+-------------+
-//   | documents | graph, preview,  | exporter,   |
-//   |           | code, document   | scene       |
+//   | documents | graph, code,     | exporter,   |
+//   |           | document         | scene       |
 //   |           |                  | export      |
 //   +-----------+------------------+-------------+
 //   | messages                                   |
@@ -34,6 +34,7 @@ class Code_view;
 class Document_tree;
 class Export_bar;
 class Exporter_view;
+class Graph_page;
 class Message_list;
 class Scene_view;
 class Text_view;
@@ -54,6 +55,7 @@ public:
     wxSimplebook& book() { return *m_book; }
     Welcome_view& welcome() { return *m_welcome; }
     Document_tree& documents() { return *m_documents; }
+    Graph_page& graph() { return *m_graph; }
     Code_view& code() { return *m_code; }
     Text_view& source() { return *m_source; }
     Exporter_view& exporter() { return *m_exporter; }
@@ -92,6 +94,7 @@ private:
     wxNotebook* m_pages = nullptr;
     Welcome_view* m_welcome = nullptr;
     Document_tree* m_documents = nullptr;
+    Graph_page* m_graph = nullptr;
     Code_view* m_code = nullptr;
     Text_view* m_source = nullptr;
     Exporter_view* m_exporter = nullptr;
