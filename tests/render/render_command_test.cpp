@@ -22,6 +22,7 @@ struct Outcome {
     std::string errors;
 };
 
+// A command that throws std::invalid_argument leaves 1, as in the program.
 Outcome run(std::vector<std::string> arguments, const Document_exporter& exporter = {})
 {
     CLI::App app;
@@ -35,9 +36,12 @@ Outcome run(std::vector<std::string> arguments, const Document_exporter& exporte
         outcome.parsed = true;
     } catch (const CLI::ParseError&) {
         outcome.parsed = false;
+    } catch (const std::invalid_argument& refused) {
+        outcome.status = 1;
+        outcome.errors = refused.what();
     }
     outcome.output = testing::internal::GetCapturedStdout();
-    outcome.errors = testing::internal::GetCapturedStderr();
+    outcome.errors += testing::internal::GetCapturedStderr();
     return outcome;
 }
 
