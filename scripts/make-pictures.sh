@@ -32,5 +32,10 @@ for target in cgfx hlsl_fx glsl; do
     "$program" render "${files[@]}" -o "$output/$target.png"
     cp "$output/$target.png" "$pictures/wood_$target.png"
 done
+
+for language in cgfx hlsl glsl; do
+    "$program" render docs/images/materials.mtlx --all --as $language --size 110 \
+        -o "$pictures/materials_$language.png" 2>/dev/null
+done
 "$program" compare "$output/cgfx.png" "$output/hlsl_fx.png"
 "$program" compare "$output/cgfx.png" "$output/glsl.png"
