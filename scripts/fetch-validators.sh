@@ -216,7 +216,8 @@ if [ $free_only = no ]; then
     provide cgfxcheck "$root/validators/cgfxcheck.cpp" "$files".@(cpp|h)
 fi
 provide hlslcheck "$root/validators/hlslcheck.cpp" "$files".@(cpp|h)
-provide glslcheck "$root/validators/glslcheck.cpp" "$root"/reference_host/@(render|system)/*.@(cpp|h)
+provide glslcheck "$root/validators/glslcheck.cpp" "$root"/reference_host/@(render|system)/*.@(cpp|h) \
+    "$root"/reference_host/shading/@(host_values|types).h
 
 if [ -n "$failed" ]; then
     say "Could not make:$failed. What was there before is still usable. Run this again with" \

@@ -56,18 +56,38 @@ double export_seconds(Check_run& run, QZ::TSDK::IExporter& exporter, Shape shape
     return shortest;
 }
 
+struct Times {
+    double once, twice, four_times; // for so many nodes
+
+    bool grow_with_the_size() const { return four_times < max_ratio * max_ratio * once; }
+};
+
+// Measures again when the times grow too fast: a busy machine may slow the last one down.
+Times export_times(Check_run& run, QZ::TSDK::IExporter& exporter, Shape shape, int size)
+{
+    constexpr int most_tries = 3;
+    Times times = {};
+    for (int tries = 0; tries < most_tries; ++tries) {
+        times = {export_seconds(run, exporter, shape, size),
+                 export_seconds(run, exporter, shape, 2 * size),
+                 export_seconds(run, exporter, shape, 4 * size)};
+        if (times.grow_with_the_size())
+            break;
+    }
+    return times;
+}
+
 void check_shape(Check_run& run, Shape shape, int size)
 {
     for (const auto& exporter : run.make_exporters()) {
         name_export_file(*exporter, run.folder() + "/out");
         export_seconds(run, *exporter, shape, 1); // what is made once is made now
-        const double once = export_seconds(run, *exporter, shape, size);
-        const double twice = export_seconds(run, *exporter, shape, 2 * size);
-        const double four_times = export_seconds(run, *exporter, shape, 4 * size);
-        run.expect(four_times < max_ratio * max_ratio * once,
+        const Times times = export_times(run, *exporter, shape, size);
+        run.expect(times.grow_with_the_size(),
                    std::string(exporter->get_name()) + ": " + std::to_string(size) +
-                       ", twice and " + "four times as many take " + std::to_string(once) + ", " +
-                       std::to_string(twice) + " and " + std::to_string(four_times) + " s");
+                       ", twice and four times as many take " + std::to_string(times.once) + ", " +
+                       std::to_string(times.twice) + " and " + std::to_string(times.four_times) +
+                       " s");
         empty_folder(run.folder());
     }
 }

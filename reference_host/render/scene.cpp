@@ -1,6 +1,6 @@
 #include "reference_host/render/scene.h"
 
-#include "reference_host/shading/host_semantics.h"
+#include "reference_host/shading/host_values.h"
 
 #include <cmath>
 #include <strings.h>
@@ -94,7 +94,7 @@ bool equal_ignoring_case(const std::string& a, const char* b)
 
 const char* semantic_of(Host_value value)
 {
-    return host_semantics[static_cast<std::size_t>(value)].semantic;
+    return row_of(value).semantic;
 }
 
 bool is_called(const std::string& word, Host_value value)

@@ -62,39 +62,6 @@ constexpr bool in_order()
 }
 static_assert(in_order(), "a field of the state has no row, or one in the wrong place");
 
-struct Host_value_row {
-    Host_value value;
-    const char* name;
-    Kind type;
-};
-
-constexpr Host_value_row host_values[] = {
-    {Host_value::world_view_projection, "world_view_projection", Kind::matrix4},
-    {Host_value::world_view, "world_view", Kind::matrix4},
-    {Host_value::world_view_it, "world_view_it", Kind::matrix4},
-    {Host_value::world, "world", Kind::matrix4},
-    {Host_value::world_it, "world_it", Kind::matrix4},
-    {Host_value::world_inverse, "world_inverse", Kind::matrix4},
-    {Host_value::world_view_inverse, "world_view_inverse", Kind::matrix4},
-    {Host_value::world_view_projection_inverse, "world_view_projection_inverse", Kind::matrix4},
-    {Host_value::view_matrix, "view_matrix", Kind::matrix4},
-    {Host_value::view_inverse, "view_inverse", Kind::matrix4},
-    {Host_value::view_projection, "view_projection", Kind::matrix4},
-    {Host_value::view_projection_inverse, "view_projection_inverse", Kind::matrix4},
-    {Host_value::projection, "projection", Kind::matrix4},
-    {Host_value::projection_inverse, "projection_inverse", Kind::matrix4},
-    {Host_value::time, "time", Kind::float1},
-};
-
-constexpr bool host_values_in_order()
-{
-    for (std::size_t i = 0; i < static_cast<std::size_t>(Host_value::none); ++i)
-        if (host_values[i].value != static_cast<Host_value>(i))
-            return false;
-    return true;
-}
-static_assert(host_values_in_order(), "a value of the host has its row in the wrong place");
-
 // What methods give: those of interfaces, and the length of their lists.
 struct Method_row {
     const char* structure;
@@ -185,11 +152,6 @@ Expr field_of(const Expr& structure, const std::string& name)
     return member(structure, name, member_type(structure->type.structure, name));
 }
 
-const char* name_of(Host_value value)
-{
-    return host_values[static_cast<std::size_t>(value)].name;
-}
-
 Host_value find_host_value(const std::string& name)
 {
     for (const Host_value_row& row : host_values)
@@ -200,7 +162,7 @@ Host_value find_host_value(const std::string& name)
 
 Expr host_variable(Host_value value)
 {
-    const Host_value_row& row = host_values[static_cast<std::size_t>(value)];
+    const Host_value_row& row = row_of(value);
     return variable(row.type, row.name);
 }
 

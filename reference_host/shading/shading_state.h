@@ -4,6 +4,7 @@
 #define REFERENCE_HOST_SHADING_SHADING_STATE_H
 
 #include "reference_host/shading/function.h"
+#include "reference_host/shading/host_values.h"
 
 #include <string>
 #include <vector>
@@ -86,27 +87,6 @@ Shading_type member_type(const std::string& structure, const std::string& member
 // A field of a known structure.
 Expr field_of(const Expr& structure, const std::string& name);
 
-// Matrices and the time. The variable has the value's name.
-enum class Host_value {
-    world_view_projection,
-    world_view,
-    world_view_it,
-    world,
-    world_it,
-    world_inverse,
-    world_view_inverse,
-    world_view_projection_inverse,
-    view_matrix,
-    view_inverse,
-    view_projection,
-    view_projection_inverse,
-    projection,
-    projection_inverse,
-    time,
-    none
-};
-
-const char* name_of(Host_value value);
 Host_value find_host_value(const std::string& name); // none when there is none of that name
 Expr host_variable(Host_value value);
 

@@ -1,6 +1,6 @@
 #include "reference_host/targets/effect_writer.h"
 
-#include "reference_host/shading/host_semantics.h"
+#include "reference_host/shading/host_values.h"
 #include "reference_host/targets/annotations.h"
 #include "reference_host/targets/streams.h"
 #include "reference_host/targets/text_parts.h"
@@ -182,7 +182,7 @@ private:
     std::string transforms_text() const
     {
         std::string text;
-        for (const Host_semantic& row : host_semantics) {
+        for (const Host_value_row& row : host_values) {
             const Expr value = host_variable(row.value);
             if (is_used(value->name))
                 text += m_printer.type(value->type) + " " + value->name + " : " + row.semantic +
@@ -196,7 +196,7 @@ private:
         return section("transforms", text);
     }
 
-    std::string transform_annotation(const Host_semantic& row) const
+    std::string transform_annotation(const Host_value_row& row) const
     {
         if (m_options.hlsl_sas_conformance)
             return row.sas_address[0] == '\0'
