@@ -289,7 +289,7 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
         scratch.emplace();
     const std::string folder = chosen.parent_path().string();
     Staged_files stage =
-        scratch ? Staged_files(folder, output, scratch->path()) : Staged_files(folder, output);
+        scratch ? Staged_files::elsewhere(folder, scratch->path()) : Staged_files(folder, output);
     const std::string staged = stage.staged(chosen.filename().string());
     Image_names images(request.texture_paths, document.images(), output, request.texture_base);
     Export_session session(document.scene(images));

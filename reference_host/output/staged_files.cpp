@@ -20,7 +20,8 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr const char* stage_prefix = "stage-";
-constexpr const char* ready_prefix = "ready-";
+constexpr const char* ready_prefix = "ready-"; // as long as the other
+constexpr const char* old_prefix = "old-";
 constexpr int most_tries = 10;
 
 // An exclusive hold on a folder, released at the end of its life or that of the process.
@@ -124,34 +125,75 @@ void check_place(const fs::path& place)
         throw Write_failure(place.string(), errno);
 }
 
-// Puts back what STAGE/old has, and removes what replaced nothing.
+// What tells a stage from the others: the end of its name.
+std::string mark_of(const fs::path& stage)
+{
+    return stage.filename().string().substr(std::string(stage_prefix).size());
+}
+
+fs::path old_folder(const fs::path& stage)
+{
+    return stage.parent_path() / (old_prefix + mark_of(stage));
+}
+
+fs::path hash_file(const fs::path& hidden, const std::string& name)
+{
+    return hidden / (name + ".hash");
+}
+
+// The fingerprint of a file that is not at its place yet.
+fs::path coming_hash(const fs::path& stage, const std::string& name)
+{
+    return hash_file(stage.parent_path(), name).string() + "." + mark_of(stage);
+}
+
+void place_hashes(const fs::path& stage, const std::vector<std::string>& names)
+{
+    for (const std::string& name : names)
+        rename(coming_hash(stage, name).c_str(), hash_file(stage.parent_path(), name).c_str());
+}
+
+void remove_hashes(const fs::path& stage, const std::vector<std::string>& names)
+{
+    for (const std::string& name : names)
+        unlink(coming_hash(stage, name).c_str());
+}
+
+// Puts back what was replaced, and removes what replaced nothing.
 void take_back(const fs::path& stage, const fs::path& folder, const std::vector<std::string>& moved)
 {
-    const std::vector<std::string> old = files_in(stage / "old", true);
+    const std::vector<std::string> old = files_in(old_folder(stage), true);
     for (const std::string& name : old)
-        rename((stage / "old" / name).c_str(), behind_links(folder / name).c_str());
+        rename((old_folder(stage) / name).c_str(), behind_links(folder / name).c_str());
     for (const std::string& name : moved) {
         if (!std::binary_search(old.begin(), old.end(), name))
             unlink((folder / name).c_str());
     }
 }
 
-// Moves what is left in STAGE/new to the folder, then the hashes. When a file cannot be moved, the
-// old ones return.
+// Moves what is left in the stage to the folder. When a file cannot be moved, the old ones return.
 void move_all(const fs::path& stage, const fs::path& folder)
 {
     std::vector<std::string> moved;
-    for (const std::string& name : regular_files(stage / "new")) {
+    for (const std::string& name : regular_files(stage)) {
         const fs::path place = behind_links(folder / name);
-        if (rename((stage / "new" / name).c_str(), place.c_str()) != 0) {
+        if (rename((stage / name).c_str(), place.c_str()) != 0) {
             const int reason = errno;
             take_back(stage, folder, moved);
             throw Write_failure((folder / name).string(), reason);
         }
         moved.push_back(name);
     }
-    for (const std::string& name : regular_files(stage)) // the hashes
-        rename((stage / name).c_str(), (stage.parent_path() / name).c_str());
+}
+
+// Removes a stage, and first what goes with it: nothing of that outlives it.
+void remove_stage(const fs::path& stage)
+{
+    std::error_code ignored;
+    if (rmdir(old_folder(stage).c_str()) != 0 && errno != ENOENT)
+        fs::remove_all(old_folder(stage), ignored);
+    if (rmdir(stage.c_str()) != 0) // it is empty after a success
+        fs::remove_all(stage, ignored);
 }
 
 bool starts_with(const std::string& text, const char* start)
@@ -166,6 +208,19 @@ bool has_no_folders(const fs::path& folder)
     constexpr nlink_t own_links = 2;
     struct stat status;
     return stat(folder.c_str(), &status) == 0 && status.st_nlink == own_links;
+}
+
+// The names of the files whose fingerprints a stage has.
+std::vector<std::string> hashes_of(const fs::path& stage)
+{
+    const std::string end = coming_hash(stage, "").filename().string();
+    std::vector<std::string> names;
+    for (const std::string& file : regular_files(stage.parent_path())) {
+        if (file.size() > end.size() &&
+            file.compare(file.size() - end.size(), end.size(), end) == 0)
+            names.push_back(file.substr(0, file.size() - end.size()));
+    }
+    return names;
 }
 
 // Completes the placing that a killed process began, and removes the stages of others.
@@ -185,14 +240,17 @@ void clean_up_after_killed_runs(const fs::path& hidden, const fs::path& folder)
         const int lock = try_lock(stage);
         if (lock < 0)
             continue;
+        const std::vector<std::string> names = hashes_of(stage);
         if (starts_with(stage.filename().string(), ready_prefix)) {
             try {
                 move_all(stage, folder);
+                place_hashes(stage, names);
             } catch (const Write_failure&) {
                 // The old files are back; the export that is about to start tells why.
             }
         }
-        fs::remove_all(stage, failure);
+        remove_hashes(stage, names);
+        remove_stage(stage);
         close(lock);
     }
 }
@@ -209,11 +267,6 @@ void make_hidden_folder(const fs::path& folder, const fs::path& hidden, const st
     } else if (stat(folder.empty() ? "." : folder.c_str(), &status) == 0) {
         chmod(hidden.c_str(), status.st_mode & 07777u);
     }
-}
-
-fs::path hash_file(const fs::path& hidden, const std::string& name)
-{
-    return hidden / (name + ".hash");
 }
 
 } // namespace
@@ -234,20 +287,16 @@ Staged_files::Staged_files(const std::string& folder, const std::string& file)
             throw Write_failure(file, errno);
         }
     }
-    make_new(file);
 }
 
-Staged_files::Staged_files(const std::string& folder, const std::string& file,
-                           const std::string& elsewhere)
-    : m_folder(folder), m_hidden(m_folder / ".shader-export"), m_stage(elsewhere)
+Staged_files::Staged_files(const fs::path& folder, const fs::path& stage)
+    : m_folder(folder), m_hidden(m_folder / ".shader-export"), m_stage(stage)
 {
-    make_new(file);
 }
 
-void Staged_files::make_new(const std::string& file) const
+Staged_files Staged_files::elsewhere(const std::string& folder, const std::string& stage)
 {
-    if (mkdir((m_stage / "new").c_str(), 0777) != 0)
-        throw Write_failure(file, errno);
+    return {fs::path(folder), fs::path(stage)};
 }
 
 Staged_files::~Staged_files()
@@ -255,17 +304,14 @@ Staged_files::~Staged_files()
     if (m_lock < 0)
         return; // elsewhere
     const Folder_lock lock(m_hidden);
-    std::error_code ignored;
-    rmdir((m_stage / "new").c_str());
-    if (rmdir(m_stage.c_str()) != 0) // it is empty after a success that replaced nothing
-        fs::remove_all(m_stage, ignored);
+    remove_stage(m_stage);
     close(m_lock);
     rmdir(m_hidden.c_str()); // stays as long as there is anything in it
 }
 
 std::string Staged_files::staged(const std::string& name) const
 {
-    return (m_stage / "new" / name).string();
+    return (m_stage / name).string();
 }
 
 std::string Staged_files::placed(const std::string& name) const
@@ -275,7 +321,7 @@ std::string Staged_files::placed(const std::string& name) const
 
 std::vector<std::string> Staged_files::names() const
 {
-    return regular_files(m_stage / "new");
+    return regular_files(m_stage);
 }
 
 std::string Staged_files::for_user(const std::string& text) const
@@ -314,7 +360,7 @@ void Staged_files::drop(const std::string& name)
 // Keeps what is at the places of the files, and gives its permissions to what replaces it.
 void Staged_files::keep_old(const std::vector<std::string>& files) const
 {
-    const fs::path old = m_stage / "old";
+    const fs::path old = old_folder(m_stage);
     for (const std::string& name : files) {
         const fs::path place = behind_links(placed(name));
         struct stat status;
@@ -336,15 +382,18 @@ void Staged_files::place()
         check_place(placed(name));
     keep_old(files);
     for (const std::string& name : files) // without one, an edit goes unnoticed; no more than that
-        std::ofstream(hash_file(m_stage, name)) << file_hash(staged(name)) << '\n';
-
-    std::string ready = m_stage.filename().string();
-    ready.replace(0, std::string(stage_prefix).size(), ready_prefix);
-    const fs::path ready_stage = m_hidden / ready;
-    if (rename(m_stage.c_str(), ready_stage.c_str()) != 0)
-        throw Write_failure(placed(files.empty() ? "" : files.front()), errno);
-    m_stage = ready_stage;
-    move_all(m_stage, m_folder);
+        std::ofstream(coming_hash(m_stage, name)) << file_hash(staged(name)) << '\n';
+    try {
+        const fs::path ready = m_hidden / (ready_prefix + mark_of(m_stage));
+        if (rename(m_stage.c_str(), ready.c_str()) != 0)
+            throw Write_failure(placed(files.empty() ? "" : files.front()), errno);
+        m_stage = ready;
+        move_all(m_stage, m_folder);
+    } catch (const Write_failure&) {
+        remove_hashes(m_stage, files);
+        throw;
+    }
+    place_hashes(m_stage, files);
 }
 
 } // namespace reference_host

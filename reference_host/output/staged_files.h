@@ -3,10 +3,10 @@
 // An exporter writes straight into a file, and leaves a stump when that fails. So it writes into a
 // stage first, a hidden folder beside the place of the files:
 //
-//   FOLDER/.shader-export/stage-XXXXXX/new/        what the exporter writes
-//   FOLDER/.shader-export/stage-XXXXXX/old/        what is replaced, while it is being replaced
-//   FOLDER/.shader-export/stage-XXXXXX/NAME.hash   becomes:
-//   FOLDER/.shader-export/NAME.hash                the fingerprint of a file as it was placed
+//   FOLDER/.shader-export/stage-XXXXXX/      what the exporter writes
+//   FOLDER/.shader-export/old-XXXXXX/        what is replaced, while it is being replaced
+//   FOLDER/.shader-export/NAME.hash.XXXXXX   becomes, when the file is at its place:
+//   FOLDER/.shader-export/NAME.hash          the fingerprint of a file as it was placed
 //
 // Until place(), nothing in FOLDER has changed. place() renames the stage to "ready-XXXXXX": from
 // then on the files are as good as placed. Whatever ends the process before leaves the old files as
@@ -31,7 +31,7 @@ public:
 
     // A stage for looking only, in an empty folder elsewhere: nothing is ever placed, and the
     // folder of the files need not exist.
-    Staged_files(const std::string& folder, const std::string& file, const std::string& elsewhere);
+    static Staged_files elsewhere(const std::string& folder, const std::string& stage);
 
     // Removes what was not placed.
     ~Staged_files();
@@ -63,7 +63,8 @@ public:
     void place();
 
 private:
-    void make_new(const std::string& file) const;
+    Staged_files(const std::filesystem::path& folder, const std::filesystem::path& stage);
+
     void keep_old(const std::vector<std::string>& files) const;
 
     std::filesystem::path m_folder;
