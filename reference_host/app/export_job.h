@@ -29,7 +29,7 @@ struct Export_outcome {
     std::vector<Exported_file> files; // none after a failure
     Diagnostics diagnostics;
     std::vector<Answered_box> boxes;
-    std::vector<std::string> reasons; // why it is no success; empty: it is one
+    std::vector<std::string> reasons; // why it failed; empty: it succeeded
 
     bool is_success() const { return reasons.empty(); }
 };

@@ -14,7 +14,7 @@ void to_json(nlohmann::json& json, const Item_result& result);
 // Throws nlohmann::json::exception when it is none.
 void from_json(const nlohmann::json& json, Item_result& result);
 
-// A text on one line. Bytes that are no UTF-8 are replaced.
+// A text on one line. Bytes that are not UTF-8 are replaced.
 std::string dump_line(const nlohmann::json& json);
 
 } // namespace reference_host

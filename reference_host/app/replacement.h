@@ -12,7 +12,7 @@ enum class Overwrite {
     ask, // on the terminal; without one: no
     yes,
     no,    // the export fails
-    skip,  // the export is left out, and that is no failure
+    skip,  // the export is left out, and that is not a failure
     backup // the old file is kept as NAME.~1~
 };
 

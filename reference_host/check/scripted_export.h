@@ -53,7 +53,7 @@ struct Scripted_result {
 Scripted_result export_scene(QZ::TSDK::IExporter& exporter, QZ::TEST::Recording_host& host,
                              Box_answer replace = Box_answer::yes);
 
-// The files of a folder and their contents; those that are no regular files with what they are.
+// The files of a folder and their contents; those that are not regular files with what they are.
 std::map<std::string, std::string> folder_contents(const std::string& folder);
 
 // Removes everything in a folder.

@@ -17,7 +17,7 @@ std::string describe(const Element& element);
 // The value of an input or of the interface of a node graph; nothing when it has none (an empty
 // text is a value of texts only). The name of a file is put together from the file prefixes and the
 // folder of the file that names it, relative to the opened document. Throws Document_error when the
-// text is no value of that type.
+// text is not a value of that type.
 std::optional<Value> value_of(const Element& element, Type type);
 
 // The colour space that holds for an input: its own, or that of what it stands in. Empty when none

@@ -36,7 +36,7 @@ public:
     // output type that declares all of its inputs. Null when there is none.
     const Custom_definition* find(const Element& node) const;
 
-    // Whether the node graph only implements a definition and is no part of the shader graph.
+    // Whether the node graph only implements a definition and is not a part of the shader graph.
     bool is_implementation(const Element& nodegraph) const
     {
         return m_graphs.count(nodegraph.id()) > 0;

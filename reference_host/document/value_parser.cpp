@@ -9,29 +9,29 @@ namespace reference_host
 namespace
 {
 
-constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view spaces = " \t\r\n";
 
-std::string_view without_blanks(std::string_view text)
+std::string_view without_spaces(std::string_view text)
 {
-    const size_t first = text.find_first_not_of(blanks);
+    const size_t first = text.find_first_not_of(spaces);
     if (first == std::string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(spaces) - first + 1);
 }
 
-// Cuts the text before the next separator off `rest`. A comma separates once, however many blanks
+// Cuts the text before the next separator off `rest`. A comma separates once, however many spaces
 // stand around it.
 std::string_view take_word(std::string_view& rest)
 {
     const size_t end = std::min(rest.find_first_of(", \t\r\n"), rest.size());
     const std::string_view word = rest.substr(0, end);
     rest.remove_prefix(end);
-    rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
+    rest.remove_prefix(std::min(rest.find_first_not_of(spaces), rest.size()));
     if (!rest.empty() && rest.front() == ',') {
         rest.remove_prefix(1);
-        rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
+        rest.remove_prefix(std::min(rest.find_first_not_of(spaces), rest.size()));
         if (rest.empty())
-            rest = ","; // nothing follows the comma: leaves a word that is no number
+            rest = ","; // nothing follows the comma: leaves a word that is not a number
     }
     return word;
 }
@@ -74,7 +74,7 @@ std::optional<Value> parse_value(Type type, std::string_view text)
     const int count = component_count(type);
     if (count == 0)
         return std::nullopt;
-    std::string_view rest = without_blanks(text);
+    std::string_view rest = without_spaces(text);
     for (int i = 0; i < count; ++i) {
         const std::optional<double> number = parse_component(type, take_word(rest));
         if (!number)

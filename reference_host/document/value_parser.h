@@ -1,7 +1,7 @@
 // The values of a document's attributes.
 //
 // Strict, and the same in every locale: the decimal sign is a point, nothing may follow a number,
-// and a value has exactly as many numbers as its type. Numbers are separated by commas, blanks or
+// and a value has exactly as many numbers as its type. Numbers are separated by commas, spaces or
 // both.
 #ifndef REFERENCE_HOST_DOCUMENT_VALUE_PARSER_H
 #define REFERENCE_HOST_DOCUMENT_VALUE_PARSER_H

@@ -56,7 +56,7 @@ bool guarded(const Node& shader, Diagnostics& diagnostics, const Action& action)
     return false;
 }
 
-// The shader that a material has connected; the node itself when it is no material.
+// The shader that a material has connected; the node itself when it is not a material.
 const Node* shader_below(const Node& node, Diagnostics& diagnostics)
 {
     if (node.type != Type::material)

@@ -109,14 +109,14 @@ private:
     {
         m_request.spread = parse_amount(text);
         return (m_request.spread && *m_request.spread <= full_circle) ||
-               wrong("the cone '" + text + "' is no angle of 0 to 360 degrees");
+               wrong("the cone '" + text + "' is not an angle of 0 to 360 degrees");
     }
 
     bool take_limit(const std::string& text)
     {
         m_request.distance_limit = parse_amount(text);
         return m_request.distance_limit.has_value() ||
-               wrong("the limit '" + text + "' is no distance of 0 or more");
+               wrong("the limit '" + text + "' is not a distance of 0 or more");
     }
 
     bool take_settings(const std::string& text)
@@ -134,7 +134,7 @@ private:
         const auto row = std::find_if(std::begin(key_rows), std::end(key_rows),
                                       [&](const Key_row& r) { return key == r.key; });
         if (row == std::end(key_rows))
-            return wrong("'" + key + "' is no part of a light: position, direction, color, " +
+            return wrong("'" + key + "' is not a part of a light: position, direction, color, " +
                          "intensity, cone, limit");
         if (!fits(*row, *m_request.kind))
             return wrong("a light of this type has no " + key);

@@ -40,8 +40,8 @@ struct Lighting_request {
 // document does not have, become new nodes of the graph. New lights stand before the object where
 // nothing else is asked for: the first at its upper left, the second at its right, the third behind
 // it, and shine as bright on it as a directional light of intensity 1. Throws std::invalid_argument
-// with a message when a name is asked for twice or belongs to a node that is no light, or the light
-// lacks what is asked for.
+// with a message when a name is asked for twice or belongs to a node that is not a light, or the
+// light lacks what is asked for.
 Render_settings make_render_settings(Shader_graph& graph, const Lighting_request& request);
 
 // The options of a compilation of the node in these surroundings, as exporters set them.

@@ -17,7 +17,7 @@ bool is_known_color_space(const std::string& name);
 // itself when there is nothing to convert.
 Expr to_working_space(const Expr& color, const std::string& color_space, Notation_scope& scope);
 
-// The same for a value that is known now. Values that are no colours stay.
+// The same for a value that is known now. Values that are not colours stay.
 Value to_working_space(const Value& color, const std::string& color_space);
 
 } // namespace reference_host

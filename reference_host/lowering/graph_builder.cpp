@@ -258,7 +258,7 @@ Expr Graph_builder::given_value(const Node& node, const Input& input,
     const Value value =
         to_working_space(input.value ? *input.value : defined.value, input.color_space);
     Expr constant = literal(value);
-    // Documents write out the normal of a surface's default, which is no constant.
+    // A document may spell out the default normal; read it as the geometric normal.
     if ((&node == &m_shader || is_turned(node, defined)) && !defined.default_source.empty())
         return find_scene_value(defined.default_source);
     const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer;

@@ -11,7 +11,7 @@
 namespace reference_host
 {
 
-// The statements of a function that gives back what one light sends to the state's point. The
+// The statements of a function that returns what one light sends to the state's point. The
 // light's parameters begin with the prefix.
 Statements light_body(const Node& light, const std::string& prefix, Lowering_context& context);
 

@@ -39,7 +39,7 @@ Statements pattern_body(const Node& node, Lowering_context& context)
         throw Refusal(context.origin_of(node), "there is no such node");
     const Shading_type type = shading_type(definition->outputs[0].type);
     if (component_count(type) == 0 || component_count(type) > 4)
-        throw Refusal(context.origin_of(node), "its value is no colour that could be shown");
+        throw Refusal(context.origin_of(node), "cannot be exported: its output is not a colour");
     Graph_builder builder(context, node, "");
     Expr value = builder.shader_expression(definition->outputs[0].implementation);
     if (component_count(type) == 1)

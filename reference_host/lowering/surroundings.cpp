@@ -73,7 +73,8 @@ void Surroundings::add_environment()
         throw Refusal(m_context.origin_of(node), "there is no such node");
     const Shading_type type = shading_type(definition->outputs[0].type);
     if (!is_float(type))
-        throw Refusal(m_context.origin_of(node), "its value is no colour of an environment");
+        throw Refusal(m_context.origin_of(node),
+                      "cannot be an environment: its output is not a colour");
     const Expr value = builder.shader_expression(definition->outputs[0].implementation);
     Function function{Kind::float3,
                       m_function,

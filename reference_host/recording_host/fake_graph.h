@@ -146,7 +146,7 @@ public:
 
 private:
     const Scripted_node& m_node;
-    Fake_group* m_group; // null for a declaration that is no group
+    Fake_group* m_group; // null for a declaration that is not a group
 };
 
 class Fake_node : public Fake<TSDK::IGraph_node>

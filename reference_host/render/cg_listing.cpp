@@ -37,12 +37,12 @@ std::vector<std::string> split(const std::string& text, char separator)
 void read_variable(const std::string& line, Cg_listing& listing)
 {
     const std::vector<std::string> parts = split(line, ':');
-    const std::size_t blank = parts.empty() ? std::string::npos : parts[0].find(' ');
-    if (parts.size() < 3 || blank == std::string::npos)
+    const std::size_t space = parts.empty() ? std::string::npos : parts[0].find(' ');
+    if (parts.size() < 3 || space == std::string::npos)
         return;
     Cg_variable variable;
-    variable.type = parts[0].substr(0, blank);
-    variable.name = trimmed(parts[0].substr(blank));
+    variable.type = parts[0].substr(0, space);
+    variable.name = trimmed(parts[0].substr(space));
     variable.semantic = parts[1];
     const std::size_t comma = parts[2].find(',');
     variable.uniform = parts[2].substr(0, comma);

@@ -23,7 +23,7 @@ struct Effect_description {
 
 Effect_description describe_effect(const std::string& text);
 
-// The same text with blanks in place of the semantics of global parameters, those of matrices
+// The same text with spaces in place of the semantics of global parameters, those of matrices
 // excepted. The GLSL profiles of the Cg compiler take a parameter with a semantic of vertex data,
 // such as the POSITION of a light, for vertex data, which a fragment program does not have.
 std::string without_parameter_semantics(const std::string& text);

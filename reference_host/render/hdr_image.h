@@ -16,7 +16,7 @@ struct Hdr_image {
     std::vector<std::array<float, 3>> pixels; // rows from top to bottom; linear
 };
 
-// Nothing when the file is no Radiance HDR image, damaged, larger than 32 million pixels or not
+// Nothing when the file is not a Radiance HDR image, damaged, larger than 32 million pixels or not
 // there.
 std::optional<Hdr_image> read_hdr(const std::string& file);
 

@@ -20,7 +20,7 @@ bool is_matrix(const Shading_type& type)
     return type == Kind::matrix3 || type == Kind::matrix4;
 }
 
-// The vector that a matrix of this type has for a row; none for what is no matrix.
+// The vector that a matrix of this type has for a row; none for what is not a matrix.
 Shading_type row_type(const Shading_type& matrix)
 {
     if (!is_matrix(matrix))
@@ -85,7 +85,7 @@ Shading_type index_type(const Expression& e)
 {
     const Shading_type& whole = e.operands[0]->type;
     if (e.operands[1]->type != Kind::integer)
-        fail("an index is no integer");
+        fail("an index is not an integer");
     if (is_matrix(whole))
         return row_type(whole);
     const std::size_t brackets = whole.structure.find("[]");

@@ -72,7 +72,7 @@ void visit(const Statements& statements, const std::function<void(const Expressi
 // that become known leave only the taken branch.
 void replace(Statements& statements, const Rewrite& replace);
 
-// Where the last but one statement only names the value that the last one gives back, gives it back
+// Where the last but one statement only names the value that the last one returns, returns it
 // without the name.
 void inline_result(Statements& statements);
 

@@ -109,7 +109,7 @@ public:
 
 private:
     struct Item {
-        const char* word; // with the blank behind it
+        const char* word; // with the space behind it
         void (Module_reader::*read)();
     };
 

@@ -31,7 +31,7 @@ namespace reference_host
 
 std::string module_text(const Module& module);
 
-// Throws Shade_error or Notation_error for what is no module, with the place.
+// Throws Shade_error or Notation_error for what is not a module, with the place.
 Module read_module(const Shade_text& text);
 
 } // namespace reference_host

@@ -50,7 +50,7 @@ public:
     // None when there is no such type. The types of the notation itself are not asked for.
     virtual Shading_type find_type(const std::string& name) = 0;
 
-    // The type of a field, or of what a method gives back; none when there is no such member.
+    // The type of a field, or of what a method returns; none when there is no such member.
     virtual Shading_type find_member(const std::string& structure, const std::string& member) = 0;
 
     // A node with values of its inputs; throws Notation_error where there are no nodes.

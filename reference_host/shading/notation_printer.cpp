@@ -25,15 +25,15 @@ bool all_components_equal(const Expression& literal)
                        [&](double number) { return number == literal.numbers[0]; });
 }
 
-// How closely what stands around a blank belongs together; deepest_break: too closely to break
+// How closely what stands around a space belongs together; deepest_break: too closely to break
 // there.
 constexpr int deepest_break = 4;
 
-int break_level(const std::string& line, std::size_t blank)
+int break_level(const std::string& line, std::size_t space)
 {
-    if (line[blank - 1] == ',')
+    if (line[space - 1] == ',')
         return 0;
-    switch (line[blank + 1]) {
+    switch (line[space + 1]) {
     case '?':
     case ':':
         return 1;
@@ -60,7 +60,7 @@ std::size_t break_position(const std::string& line, std::size_t first, std::size
     for (std::size_t i = 1; i + 1 < std::min(limit, line.size()); ++i) {
         depth += line[i] == '(';
         depth -= line[i] == ')';
-        // Operators have a blank before them, the angle brackets of templates have none.
+        // Operators have a space before them, the angle brackets of templates have none.
         if ((line[i] == '<' || line[i] == '>') && line[i - 1] != ' ')
             in_template = line[i] == '<';
         const int level = depth * deepest_break + break_level(line, i);

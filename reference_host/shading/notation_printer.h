@@ -18,7 +18,7 @@ public:
     virtual std::string type(const Shading_type& shading_type) const;
     std::string expression(const Expr& expression) const;
 
-    // Indented by `depth` times four blanks, each line with its end. Lines that would become too
+    // Indented by `depth` times four spaces, each line with its end. Lines that would become too
     // long are broken after a comma or before an operator.
     std::string statements(const Statements& statements, int depth) const;
     std::string function(const Function& function) const;

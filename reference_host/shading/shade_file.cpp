@@ -78,7 +78,7 @@ std::vector<Shade_item> shade_items(const Shade_text& file)
 
 Shade_scanner::Shade_scanner(const Shade_text& text) : m_rest(text.text), m_place(text.place)
 {
-    skip_blanks();
+    skip_spaces();
 }
 
 bool Shade_scanner::accept(std::string_view sign)
@@ -163,11 +163,11 @@ std::string_view Shade_scanner::take(std::size_t length)
     const std::string_view taken = m_rest.substr(0, length);
     m_place.line += static_cast<int>(std::count(taken.begin(), taken.end(), '\n'));
     m_rest.remove_prefix(taken.size());
-    skip_blanks();
+    skip_spaces();
     return taken;
 }
 
-void Shade_scanner::skip_blanks()
+void Shade_scanner::skip_spaces()
 {
     for (;;) {
         const std::size_t length = m_rest.substr(0, 2) == "//"

@@ -72,7 +72,7 @@ public:
 private:
     std::string_view take_while(bool (*belongs)(char));
     std::string_view take(std::size_t length);
-    void skip_blanks();
+    void skip_spaces();
 
     std::string_view m_rest;
     Place m_place; // of m_rest

@@ -151,7 +151,7 @@ private:
         if ((e.op == Op::member || e.op == Op::swizzle || e.op == Op::index))
             return check_target(*e.operands[0]);
         const Declared* declared = e.op == Op::variable ? find(e.name) : nullptr;
-        require(declared && declared->can_be_assigned, "what is assigned is no variable");
+        require(declared && declared->can_be_assigned, "what is assigned is not a variable");
     }
 
     void check_assignment(const Statement& statement) const
@@ -195,13 +195,13 @@ private:
             check(statement.body);
             return check(statement.otherwise);
         case Statement::Kind::loop:
-            require(value == Kind::integer, "the number of rounds is no integer");
+            require(value == Kind::integer, "the number of rounds is not an integer");
             return check_loop(statement);
         case Statement::Kind::give_back:
             require(value == m_function.type, "the value is not of the function's type");
             return;
         case Statement::Kind::clip:
-            require(value == Kind::float1, "what is clipped by is no number");
+            require(value == Kind::float1, "what is clipped by is not a number");
             return;
         case Statement::Kind::empty_line:
             return;

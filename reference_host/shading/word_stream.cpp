@@ -11,8 +11,8 @@ namespace reference_host
 namespace
 {
 
-// Returns the blanks and comments that the text begins with, and takes them off.
-std::string_view skip_blanks(std::string_view& text)
+// Returns the spaces and comments that the text begins with, and takes them off.
+std::string_view skip_spaces(std::string_view& text)
 {
     const std::string_view whole = text;
     for (;;) {
@@ -50,12 +50,12 @@ std::size_t word_length(std::string_view text)
 Word_stream::Word_stream(std::string_view text, Empty_lines empty_lines) : m_begin(text.data())
 {
     for (;;) {
-        const std::string_view blanks = skip_blanks(text);
+        const std::string_view spaces = skip_spaces(text);
         if (text.empty())
             return;
-        std::size_t end = empty_lines == Empty_lines::kept ? blanks.find('\n') : blanks.npos;
-        while (end != blanks.npos && (end = blanks.find('\n', end + 1)) != blanks.npos)
-            m_words.push_back(blanks.substr(end, 1));
+        std::size_t end = empty_lines == Empty_lines::kept ? spaces.find('\n') : spaces.npos;
+        while (end != spaces.npos && (end = spaces.find('\n', end + 1)) != spaces.npos)
+            m_words.push_back(spaces.substr(end, 1));
         const std::size_t length = word_length(text);
         m_words.push_back(text.substr(0, length));
         text.remove_prefix(length);

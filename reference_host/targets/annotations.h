@@ -26,8 +26,8 @@ namespace reference_host
 class Annotations
 {
 public:
-    // A file that is missing leaves the built-in map; one that is no map does, too, with a warning.
-    // Rows whose target cannot be an annotation's name are left out, with a warning.
+    // A file that is missing leaves the built-in map; one that is not a map does, too, with a
+    // warning. Rows whose target cannot be an annotation's name are left out, with a warning.
     Annotations(const Text_options& options, const std::string& folder, Diagnostics& diagnostics);
 
     // The block "< ... >" on lines of its own, with its end; empty when there is nothing to say.

@@ -19,7 +19,7 @@ namespace reference_host
 //         texture "wood_map" 2d "wood.png"
 //     }
 //
-// Words and numbers are separated by blanks, texts stand in double quotes with \" and \\ inside,
+// Words and numbers are separated by spaces, texts stand in double quotes with \" and \\ inside,
 // blocks in braces. Throws Notation_error.
 std::vector<std::string> write_source(const Module& module, const Text_plan& plan);
 

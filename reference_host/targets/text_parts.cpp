@@ -111,7 +111,7 @@ std::string structures_text(const Uses& uses, const Text_plan& plan,
     for (const State_field field : fields)
         state.insert(row_of(field).name);
     std::set<std::string> iterator = uses.fields_of("Light_iterator");
-    // What the lights of a list give back has all fields.
+    // What the lights of a list return has all fields.
     if (plan.has_light_interface() || (plan.lights_in_list && !iterator.empty()))
         for (const Variable_declaration& field : find_structure("Light_iterator")->fields)
             iterator.insert(field.name);

@@ -52,11 +52,11 @@ void check_role(const Module& module, const Text_options& options)
     if (type == "light" && module.role != Shader_role::light)
         throw Refusal(nullptr, "it is not a light");
     if (type == "volume" && module.role != Shader_role::volume)
-        throw Refusal(nullptr, "it is no volume");
+        throw Refusal(nullptr, "it is not a volume");
     const bool is_shown = module.role == Shader_role::pattern ||
                           (module.role == Shader_role::surface && type == "surface");
     if (type != "light" && type != "volume" && !is_shown)
-        throw Refusal(nullptr, "its value is no colour that could be shown");
+        throw Refusal(nullptr, "cannot be exported: its output is not a colour");
 }
 
 } // namespace

@@ -90,10 +90,10 @@ TEST(Refusals, shaders_of_one_kind_are_not_exported_as_another)
     const auto graph = graph_of(painted_scene());
     const struct {
         const char *node, *kind, *message;
-    } rows[] = {{"sun", "surface", "no colour that could be shown"},
+    } rows[] = {{"sun", "surface", "its output is not a colour"},
                 {"paint", "light", "it is not a light"},
-                {"paint", "volume", "it is no volume"},
-                {"haze", "environment", "no colour that could be shown"}};
+                {"paint", "volume", "it is not a volume"},
+                {"haze", "environment", "its output is not a colour"}};
     for (const auto& row : rows) {
         const Result result = generate_node(*graph, row.node, "FX", {{"shader_type", row.kind}});
         EXPECT_TRUE(result.texts.empty());

@@ -54,7 +54,7 @@ std::string name_of(wxSizerItem* item)
 }
 
 // A line for each item: its name, then proportion, flags and border. Items of inner sizers are
-// indented by two blanks.
+// indented by two spaces.
 void list_items(wxSizer* sizer, const std::string& indent, Lines& lines)
 {
     for (wxSizerItemList::compatibility_iterator node = sizer->GetChildren().GetFirst(); node;

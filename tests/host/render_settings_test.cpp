@@ -160,13 +160,14 @@ TEST(Light_text, has_values_by_key_in_any_order)
 
 TEST(Light_text, is_refused_with_the_wrong_part_and_what_fits)
 {
-    EXPECT_EQ("'positon' is no part of a light: position, direction, color, intensity, cone, limit",
-              reason_of("key:spot:positon=1,2,3"));
+    EXPECT_EQ(
+        "'positon' is not a part of a light: position, direction, color, intensity, cone, limit",
+        reason_of("key:spot:positon=1,2,3"));
     EXPECT_EQ("the position '1,2' is not three numbers", reason_of("key:point:position=1,2"));
     EXPECT_EQ("the intensity 'x' is not a number", reason_of("key:point:intensity=x"));
     EXPECT_EQ("a light of this type has no position", reason_of("key:directional:position=1,2,3"));
     EXPECT_EQ("a light of this type has no cone", reason_of("key:point:cone=20"));
-    EXPECT_EQ("the cone '361' is no angle of 0 to 360 degrees", reason_of("key:spot:cone=361"));
+    EXPECT_EQ("the cone '361' is not an angle of 0 to 360 degrees", reason_of("key:spot:cone=361"));
     EXPECT_EQ("the direction '0,0,0' leads nowhere", reason_of("key:directional:direction=0,0,0"));
     EXPECT_EQ("'sphere' is not a type of light: directional, point, spot or 0 to 2",
               reason_of("key:sphere"));

@@ -61,7 +61,7 @@ TEST_F(Exporter_base_test, missing_file_may_be_written_without_a_question)
     const Message_boxes boxes({wxID_NO, wxID_NO, wxID_NO, wxID_NO});
     EXPECT_TRUE(exporter.can_export(folder.file("new.fx").c_str()));
     EXPECT_TRUE(exporter.can_export("/no such folder/a.fx"));
-    EXPECT_TRUE(exporter.can_export(folder.path().c_str())); // a folder is no file
+    EXPECT_TRUE(exporter.can_export(folder.path().c_str())); // a folder is not a file
     EXPECT_TRUE(exporter.can_export(""));
     EXPECT_FALSE(exporter.can_export(nullptr));
     EXPECT_THAT(boxes.shown(), IsEmpty());
