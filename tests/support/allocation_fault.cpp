@@ -13,11 +13,16 @@ namespace
 
 thread_local int allocations_left = 0; // 0: none fails
 
-void* allocate(std::size_t size)
+void* allocate_or_null(std::size_t size) noexcept
 {
     if (allocations_left > 0 && --allocations_left == 0)
-        throw std::bad_alloc();
-    if (void* memory = std::malloc(size ? size : 1))
+        return nullptr;
+    return std::malloc(size ? size : 1);
+}
+
+void* allocate(std::size_t size)
+{
+    if (void* memory = allocate_or_null(size))
         return memory;
     throw std::bad_alloc();
 }
@@ -50,6 +55,17 @@ void* operator new(std::size_t size)
 void* operator new[](std::size_t size)
 {
     return QZ::TEST::allocate(size);
+}
+
+// The forms that throw nothing are replaced too: what one allocates, the operators below release.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return QZ::TEST::allocate_or_null(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return QZ::TEST::allocate_or_null(size);
 }
 
 void operator delete(void* memory) noexcept
