@@ -12,7 +12,7 @@ packages=(
     libosmesa6-dev libgl-dev libpng-dev libjpeg62-turbo-dev libstb-dev # its pictures, without a display
     libgtest-dev libgmock-dev libbenchmark-dev # tests and benchmarks
     libx11-dev libxtst-dev                    # opens displays; presses keys and buttons in tests
-    groff-base                                # reads the man pages in tests
+    groff-base fish zsh                       # read the man pages and completions in tests
     graphviz                                  # places the nodes of graphs in the window
     xvfb xauth fonts-dejavu-core fonts-dejavu-extra # a display for the panels
     glslang-tools                             # a compiler that checks exported GLSL

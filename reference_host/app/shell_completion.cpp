@@ -54,6 +54,26 @@ std::vector<std::string> words_for_bash(const std::vector<Option_words>& options
     return names;
 }
 
+// The names of the exporters, a line each, as the plug-in that is installed has them.
+const char* const exporter_names = "shader-export list 2>/dev/null | sed -n 's/^[0-9][0-9]*  //p'";
+
+bool is_exporter(const Option_words& option)
+{
+    return option.value == "EXPORTER";
+}
+
+// How the value of an option is completed. Names of exporters have spaces, and are quoted.
+std::string bash_value(const Option_words& option)
+{
+    if (option.is_path())
+        return "compopt -o default";
+    if (is_exporter(option))
+        return "local IFS=$'\\n'\n        COMPREPLY=($(compgen -W \"$(" +
+               std::string(exporter_names) +
+               ")\" -- \"$current\"))\n        COMPREPLY=(\"${COMPREPLY[@]@Q}\")";
+    return "COMPREPLY=($(compgen -W \"" + joined(option.choices(), " ") + "\" -- \"$current\"))";
+}
+
 std::string bash_values(const std::string& command, const std::vector<Option_words>& options)
 {
     std::string text;
@@ -63,14 +83,8 @@ std::string bash_values(const std::string& command, const std::vector<Option_wor
         std::vector<std::string> patterns;
         for (const std::string& name : option.names)
             patterns.push_back("\"" + command + " " + name + "\"");
-        const std::vector<std::string> choices = option.choices();
-        text += "    " + joined(patterns, " | ") + ")\n        ";
-        if (option.is_path())
-            text += "compopt -o default\n        return\n";
-        else
-            text += "COMPREPLY=($(compgen -W \"" + joined(choices, " ") +
-                    "\" -- \"$current\"))\n        return\n";
-        text += "        ;;\n";
+        text += "    " + joined(patterns, " | ") + ")\n        " + bash_value(option) +
+                "\n        return\n        ;;\n";
     }
     return text;
 }
@@ -112,6 +126,8 @@ std::string zsh_action(const Option_words& option)
     const std::vector<std::string> choices = option.choices();
     if (!choices.empty())
         return "(" + joined(choices, " ") + ")";
+    if (is_exporter(option))
+        return "{compadd -- ${(f)\"$(" + std::string(exporter_names) + ")\"}}";
     return option.is_path() ? "_files" : "";
 }
 
@@ -175,6 +191,8 @@ std::string fish_option(const Option_words& option, const std::string& condition
         text += " -x";
     if (!choices.empty())
         text += " -a " + single_quoted(joined(choices, " "));
+    if (is_exporter(option))
+        text += " -a \"(" + std::string(exporter_names) + ")\"";
     return text + " -d " + single_quoted(marked(option.help, "\\", "\\")) + "\n";
 }
 

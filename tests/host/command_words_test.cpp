@@ -128,12 +128,20 @@ protected:
         return result;
     }
 
+    // The beginning of a command line in the folder of the test, where the program is installed.
+    std::string with_program() const
+    {
+        return "cd '" + m_folder.path() + "' && PATH=\"" +
+               std::filesystem::path(m_program).parent_path().string() +
+               ":$PATH\" TOVIRAEXPORT_PLUGIN='" PLUGIN "'";
+    }
+
     // What bash offers where the cursor stands, behind the words.
     std::string completed_by_bash(const std::string& words)
     {
         m_folder.write("script", print({"completion", "bash"}));
-        const std::string line = "cd '" + m_folder.path() +
-                                 "' && bash -c 'source ./script; COMP_WORDS=(" + words +
+        const std::string line = with_program() + " bash -c 'source ./script; COMP_WORDS=(" +
+                                 words +
                                  "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _shader_export "
                                  "2>/dev/null; echo ${COMPREPLY[@]}' >offered";
         EXPECT_EQ(0, std::system(line.c_str()));
@@ -171,10 +179,24 @@ TEST_F(Command_words, are_completed_by_bash)
         {"shader-export batch --overwrite = s", "skip\n"},
         {"shader-export completion z", "zsh\n"},
         {"shader-export help pl", "plan\n"},
+        {"shader-export export -e Aut", "'Autodesk 3ds Max legacy (HLSL)' 'Autodesk Maya (CgFX)' "
+                                        "'Autodesk Softimage (CgFX)'\n"},
         {"shader-export export wood.mtlx --light a", "\n"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.offered, completed_by_bash(row.words)) << row.words;
+}
+
+TEST_F(Command_words, are_completed_by_fish_with_the_names_of_exporters)
+{
+    if (std::system("command -v fish >/dev/null") != 0)
+        GTEST_SKIP() << "fish is absent";
+    m_folder.write("script", print({"completion", "fish"}));
+    const std::string line = with_program() +
+                             " fish --no-config -c 'source ./script; "
+                             "complete -C \"shader-export export -e Custom\\\\ G\"' >offered";
+    EXPECT_EQ(0, std::system(line.c_str()));
+    EXPECT_EQ(0u, m_folder.read("offered").find("Custom GLSL\t")) << m_folder.read("offered");
 }
 
 TEST_F(Command_words, of_man_pages_are_read_by_man_without_a_warning)
