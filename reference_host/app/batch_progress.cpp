@@ -24,6 +24,14 @@ std::string note_of(State state, bool is_dry_run)
            state_name(state);
 }
 
+// A document that cannot be read is an item without node and exporter.
+std::string title_of(const Export_item& item)
+{
+    return item.exporter_name.empty()
+               ? item.document
+               : item.document + ": " + item.node + " -> " + item.exporter_name;
+}
+
 } // namespace
 
 Batch_progress::Batch_progress(size_t count, const Verbosity& verbosity, bool is_dry_run)
@@ -44,12 +52,25 @@ void Batch_progress::finish(const Export_item& item, const Item_result& result)
     show_line(item);
 }
 
-void Batch_progress::print(const Export_item& item, const Item_result& result) const
+void Batch_progress::print_messages_of(const Export_item& item, const Item_result& result)
+{
+    for (Message message : result.messages) {
+        const bool is_placed = !message.place.file.empty();
+        if (!is_placed) {
+            message.place.file = item.document;
+            message.text = item.node + " -> " + item.exporter_name + ": " + message.text;
+        }
+        if (!is_placed || m_told.insert(line_of(message)).second)
+            print_messages({message});
+    }
+}
+
+void Batch_progress::print(const Export_item& item, const Item_result& result)
 {
     const bool is_failed = result.status == Item_result::Status::failed;
     if (m_verbosity.is_verbose)
-        std::printf("%s: %s -> %s: %s, %.3f s\n", item.document.c_str(), item.node.c_str(),
-                    item.exporter_name.c_str(), status_name(result.status), result.seconds);
+        std::printf("%s: %s, %.3f s\n", title_of(item).c_str(), status_name(result.status),
+                    result.seconds);
     for (const Result_file& file : result.files) {
         if (!m_verbosity.is_quiet)
             std::printf("%s  %zu bytes%s\n", file.path.c_str(), file.size,
@@ -57,10 +78,9 @@ void Batch_progress::print(const Export_item& item, const Item_result& result) c
     }
     std::fflush(stdout); // before what goes to standard error
     if (is_failed && !item.output.empty())
-        std::fprintf(stderr, "%sshader-export: error: failed: %s: %s -> %s%s\n",
-                     m_has_color ? red : "", item.document.c_str(), item.node.c_str(),
-                     item.exporter_name.c_str(), m_has_color ? plain : "");
-    print_messages(result.messages);
+        std::fprintf(stderr, "%sshader-export: error: failed: %s%s\n", m_has_color ? red : "",
+                     title_of(item).c_str(), m_has_color ? plain : "");
+    print_messages_of(item, result);
 }
 
 void Batch_progress::show_line(const Export_item& item) const

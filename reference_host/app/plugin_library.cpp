@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace reference_host
@@ -67,6 +69,19 @@ std::string listing(const std::vector<std::string>& names)
     return text;
 }
 
+// The names, and the words of which they consist: a part of a name is enough.
+std::vector<std::string> with_their_words(const std::vector<std::string>& names)
+{
+    std::vector<std::string> all = names;
+    for (std::string name : names) {
+        std::replace_if(
+            name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, ' ');
+        std::istringstream words(name);
+        all.insert(all.end(), std::istream_iterator<std::string>(words), {});
+    }
+    return all;
+}
+
 } // namespace
 
 Plugin_library::Plugin_library(const std::string& file)
@@ -110,7 +125,7 @@ int Plugin_library::find_exporter(const std::string& wanted) const
     }
     if (fitting.size() == 1)
         return fitting.front();
-    const std::string near = suggestion(wanted, m_names);
+    const std::string near = suggestion(wanted, with_their_words(m_names));
     throw std::invalid_argument(
         (fitting.empty() ? "no exporter fits '" : "several exporters fit '") + wanted + "'" +
         (near.empty() ? "; there are:" : near + " There are:") + listing(m_names));

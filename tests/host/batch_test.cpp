@@ -233,6 +233,26 @@ TEST_F(Batch, says_as_much_as_the_user_wants)
     EXPECT_EQ("", m_output);
 }
 
+TEST_F(Batch, names_the_item_of_a_message_and_tells_what_is_wrong_with_a_document_once)
+{
+    m_folder.write("odd.mtlx",
+                   document("<image name='i' type='color3'><input name='file' type='filename' "
+                            "value='gone.png'/></image><standard_surface name='s' "
+                            "type='surfaceshader'><input name='base_color' type='color3' "
+                            "nodename='i'/></standard_surface><surfacematerial name='M' "
+                            "type='material'><input name='surfaceshader' type='surfaceshader' "
+                            "nodename='s'/></surfacematerial>"));
+    run({"batch", "odd.mtlx", "nowhere.mtlx", "-v", "--plugin", PLUGIN, "-e", "5", "-e", "6", "-o",
+         "out"});
+    EXPECT_EQ(1, m_status);
+    EXPECT_THAT(m_output, HasSubstr("nowhere.mtlx: failed, "));
+    EXPECT_THAT(m_errors, HasSubstr("odd.mtlx: warning: M -> Custom CgFX: [Tovira - Warning] "));
+    EXPECT_THAT(m_errors, HasSubstr("odd.mtlx: warning: M -> Custom HLSL FX: [Tovira - Warning] "));
+    const size_t told = m_errors.find("gone.png");
+    ASSERT_NE(std::string::npos, told) << m_errors;
+    EXPECT_EQ(std::string::npos, m_errors.find("gone.png", told + 1)) << m_errors;
+}
+
 TEST_F(Batch, reports_what_its_schema_describes)
 {
     m_folder.write("in/bad.mtlx", "no XML");

@@ -57,6 +57,8 @@ TEST_F(Program, suggests_the_word_that_is_near_an_unknown_one)
         {{"list", "--frobnicate"}, "error: unknown option '--frobnicate'\n"},
         {{"export", wood, "--plugin", PLUGIN, "--exporter", "Custom CgXF", "--output", "x"},
          "error: no exporter fits 'Custom CgXF'; did you mean 'Custom CgFX'? There are:\n"},
+        {{"export", wood, "--plugin", PLUGIN, "--exporter", "Mya", "--output", "x"},
+         "error: no exporter fits 'Mya'; did you mean 'Maya'? There are:\n"},
         {{"export", wood, "--plugin", PLUGIN, "--exporter", "5", "--output", "x", "--node", "Wod"},
          "error: the document has no node 'Wod'; did you mean 'Wood'?\n"},
         {{"export", wood, "--plugin", PLUGIN, "-e", "5", "-o", "x", "-s", "two_sded=on"},
