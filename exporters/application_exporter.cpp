@@ -101,8 +101,7 @@ bool Application_exporter::export_cgfx_surface(TSDK::ITovira* app, TSDK::IGraph_
         Host_ref<TSDK::IGenerated_shader> shader =
             adopt(generate_code(unit.get(), "FX", option_set.get()));
         write_code(path, shader.get());
-        release_in_order(shader, option_set, unit);
-        return true;
+        return true; // and the scope releases the shader, the options, the unit and the rest
     });
 }
 
