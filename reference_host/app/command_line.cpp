@@ -21,6 +21,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <functional>
 #include <stdexcept>
 
 namespace reference_host
@@ -47,12 +48,20 @@ struct Requests {
     std::string man_folder;
 };
 
+// What the command does, once the whole command line is read. Returns the exit status.
+using Action = std::function<int()>;
+
+void set_action(CLI::App& command, Action& action, const Action& does)
+{
+    command.callback([&action, does] { action = does; });
+}
+
 CLI::App& add_command(CLI::App& app, const char* name, const char* help, const char* examples)
 {
     return *app.add_subcommand(name, help)->footer(examples);
 }
 
-void add_list(CLI::App& app, Requests& requests, int& status)
+void add_list(CLI::App& app, Requests& requests, Action& action)
 {
     CLI::App& command = add_command(app, "list", "List the exporters with their options",
                                     "  shader-export list\n"
@@ -60,20 +69,21 @@ void add_list(CLI::App& app, Requests& requests, int& status)
     add_plugin(command, requests.plugin);
     command.add_flag("--json", requests.lists_as_json,
                      "With what each exporter takes and writes, as JSON");
-    command.callback([&] { status = list_exporters(requests.plugin, requests.lists_as_json); });
+    set_action(command, action,
+               [&] { return list_exporters(requests.plugin, requests.lists_as_json); });
 }
 
-void add_nodes(CLI::App& app, Nodes_command& request, int& status)
+void add_nodes(CLI::App& app, Nodes_command& request, Action& action)
 {
     CLI::App& command = add_command(app, "nodes", "List the nodes of a document",
                                     "  shader-export nodes wood.mtlx");
     command.add_option("FILE", request.document, "A MaterialX document")->required();
     add_search_path(command, request.search_path);
     command.add_flag("--json", request.as_json, "As JSON");
-    command.callback([&] { status = list_nodes(request); });
+    set_action(command, action, [&] { return list_nodes(request); });
 }
 
-void add_ir(CLI::App& app, Ir_command& request, int& status)
+void add_ir(CLI::App& app, Ir_command& request, Action& action)
 {
     CLI::App& command =
         add_command(app, "ir", "Print what the compiler makes of a node, in the shading notation",
@@ -94,10 +104,10 @@ void add_ir(CLI::App& app, Ir_command& request, int& status)
         ->check(CLI::IsMember({"FX", "GL", "Swrc"}).description(""))
         ->type_name("FX|GL|Swrc");
     add_surroundings(command, request.scene);
-    command.callback([&] { status = print_module(request); });
+    set_action(command, action, [&] { return print_module(request); });
 }
 
-void add_export(CLI::App& app, Export_command& request, int& status)
+void add_export(CLI::App& app, Export_command& request, Action& action)
 {
     CLI::App& command =
         add_command(app, "export", "Export a node through one exporter",
@@ -118,9 +128,9 @@ void add_export(CLI::App& app, Export_command& request, int& status)
     command.add_option("--depfile", request.depfile, "List what was read, as compilers do")
         ->type_name("FILE");
     add_plugin(command, request.plugin);
-    command.callback([&request, &command, &status] {
+    set_action(command, action, [&] {
         request.scene.arguments = given_arguments(command, request.scene.options);
-        status = export_document(request);
+        return export_document(request);
     });
 }
 
@@ -173,7 +183,7 @@ void take_given_options(const CLI::App& app, Batch_command& request)
         request.overwrite_word = words.back();
 }
 
-void add_plan(CLI::App& app, Plan_command& request, int& status)
+void add_plan(CLI::App& app, Plan_command& request, Action& action)
 {
     CLI::App& command = add_command(
         app, "plan", "Write a batch as commands for a build system",
@@ -185,13 +195,13 @@ void add_plan(CLI::App& app, Plan_command& request, int& status)
         {{"ninja", Plan_format::ninja}, {"make", Plan_format::make}, {"json", Plan_format::json}});
     command.add_option("-o,--plan", request.file, "The file (default: standard output)")
         ->type_name("FILE");
-    command.callback([&request, &command, &status] {
+    set_action(command, action, [&] {
         take_given_options(command, request.batch);
-        status = plan_batch(request);
+        return plan_batch(request);
     });
 }
 
-void add_batch(CLI::App& app, Batch_command& request, int& status)
+void add_batch(CLI::App& app, Batch_command& request, Action& action)
 {
     constexpr int most_jobs = 256;
     CLI::App& command = add_command(
@@ -207,13 +217,13 @@ void add_batch(CLI::App& app, Batch_command& request, int& status)
         ->type_name("N");
     command.add_flag("--force", request.is_forced, "Export also what did not change");
     add_batch_reports(command, request);
-    command.callback([&request, &command, &status] {
+    set_action(command, action, [&] {
         take_given_options(command, request);
-        status = export_batch(request);
+        return export_batch(request);
     });
 }
 
-void add_panel(CLI::App& app, Panel_command& request, int& status)
+void add_panel(CLI::App& app, Panel_command& request, Action& action)
 {
     constexpr int widest = 4000;
     CLI::App& command =
@@ -229,10 +239,10 @@ void add_panel(CLI::App& app, Panel_command& request, int& status)
         ->type_name("N");
     command.add_flag("--json", request.as_json, "Tell its height and options as JSON");
     add_plugin(command, request.plugin);
-    command.callback([&] { status = show_panel(request); });
+    set_action(command, action, [&] { return show_panel(request); });
 }
 
-void add_window(CLI::App& app, Window_command& request, Show_window show_window, int& status)
+void add_window(CLI::App& app, Window_command& request, Show_window show_window, Action& action)
 {
     CLI::App& command = add_command(app, "window", "Open a window to work in",
                                     "  shader-export window wood.mtlx marble.mtlx");
@@ -240,52 +250,57 @@ void add_window(CLI::App& app, Window_command& request, Show_window show_window,
     add_node(command, request.scene);
     add_scene_options(command, request.scene);
     add_plugin(command, request.plugin);
-    command.callback([&, show_window] { status = show_window(request); });
+    set_action(command, action, [&, show_window] { return show_window(request); });
 }
 
 // "help export" prints what "export --help" prints.
-void add_help(CLI::App& app)
+void add_help(CLI::App& app, Action& action)
 {
     CLI::App& command =
         add_command(app, "help", "Tell the options of a command", "  shader-export help batch");
     CLI::Option* name = command.add_option("COMMAND", "The command (default: all in short)");
-    command.callback([&app, name] {
+    set_action(command, action, [&app, name] {
         const Program_words words = words_of_program(app);
         const std::string help =
             name->empty() ? help_of_program(words, output_width())
                           : help_of_command(words_of(find_command(app, name->results().front())),
                                             words.program, output_width());
         std::fputs(help.c_str(), stdout);
+        return done;
     });
 }
 
-void add_completion(CLI::App& app, Shell& shell)
+void add_completion(CLI::App& app, Shell& shell, Action& action)
 {
     CLI::App& command = add_command(app, "completion", "Print a script that completes commands",
                                     "  source <(shader-export completion bash)");
     add_choice<Shell>(command, "SHELL", shell, "For which shell",
                       {{"bash", Shell::bash}, {"zsh", Shell::zsh}, {"fish", Shell::fish}});
     command.get_option("SHELL")->required();
-    command.callback([&app, &shell] {
+    set_action(command, action, [&app, &shell] {
         std::fputs(completion_script(words_of_program(app), shell).c_str(), stdout);
+        return done;
     });
 }
 
-void add_man(CLI::App& app, std::string& folder)
+void add_man(CLI::App& app, std::string& folder, Action& action)
 {
     CLI::App& command = add_command(app, "man", "Print a man page, as installed",
                                     "  shader-export man batch | man -l -");
     CLI::Option* name = command.add_option("COMMAND", "Of a command (default: of the program)");
     command.add_option("--all", folder, "Write all pages into this folder")->type_name("FOLDER");
-    command.callback([&app, name, &folder] {
+    set_action(command, action, [&app, name, &folder] {
         const Program_words words = words_of_program(app);
-        if (!folder.empty())
-            return write_man_pages(words, folder);
+        if (!folder.empty()) {
+            write_man_pages(words, folder);
+            return done;
+        }
         const std::string page =
             name->empty()
                 ? man_page_of_program(words)
                 : man_page_of_command(words, words_of(find_command(app, name->results().front())));
         std::fputs(page.c_str(), stdout);
+        return done;
     });
 }
 
@@ -302,21 +317,21 @@ void finish_commands(CLI::App& app)
 }
 
 // The requests are filled while the command line is parsed, and must outlive that.
-void add_commands(CLI::App& app, Requests& requests, Show_window show_window, int& status)
+void add_commands(CLI::App& app, Requests& requests, Show_window show_window, Action& action)
 {
-    add_help(app);
-    add_list(app, requests, status);
-    add_nodes(app, requests.nodes, status);
-    add_ir(app, requests.ir, status);
-    add_export(app, requests.exported, status);
-    add_batch(app, requests.batch, status);
-    add_plan(app, requests.plan, status);
-    add_panel(app, requests.panel, status);
-    add_window(app, requests.window, show_window, status);
-    add_render_commands(app, export_for_renderer, status);
-    add_check_command(app, status);
-    add_completion(app, requests.shell);
-    add_man(app, requests.man_folder);
+    add_help(app, action);
+    add_list(app, requests, action);
+    add_nodes(app, requests.nodes, action);
+    add_ir(app, requests.ir, action);
+    add_export(app, requests.exported, action);
+    add_batch(app, requests.batch, action);
+    add_plan(app, requests.plan, action);
+    add_panel(app, requests.panel, action);
+    add_window(app, requests.window, show_window, action);
+    add_render_commands(app, export_for_renderer, action);
+    add_check_command(app, action);
+    add_completion(app, requests.shell, action);
+    add_man(app, requests.man_folder, action);
     finish_commands(app);
 }
 
@@ -327,7 +342,7 @@ std::string help_of(const CLI::App* app)
     return help_of_command(words_of(*app), words_of(*app->get_parent()), output_width());
 }
 
-void declare(CLI::App& app, Requests& requests, Show_window show_window, int& status)
+void declare(CLI::App& app, Requests& requests, Show_window show_window, Action& action)
 {
     app.require_subcommand(1);
     app.set_help_flag("-h,--help", "Print this help");
@@ -337,21 +352,21 @@ void declare(CLI::App& app, Requests& requests, Show_window show_window, int& st
         [](const CLI::App* command, std::string, CLI::AppFormatMode) { return help_of(command); });
     app.footer("  shader-export export wood.mtlx --exporter \"Custom GLSL\" --output wood\n"
                "  shader-export batch materials -r --output effects --jobs 2");
-    add_commands(app, requests, show_window, status);
+    add_commands(app, requests, show_window, action);
     add_configuration(app);
 }
 
-} // namespace
-
-int run_command_line(int argc, char** argv, Show_window show_window)
+// Reads the command line, and does what it says where that is wanted.
+int read_command_line(int argc, const char* const* argv, Show_window show_window, bool acts)
 {
     CLI::App app("Export the shaders of MaterialX documents through the plug-in of Tovira",
                  "shader-export");
     Requests requests;
-    int status = done;
+    Action action;
     try {
-        declare(app, requests, show_window, status);
+        declare(app, requests, show_window, action);
         app.parse(argc, argv);
+        return acts ? action() : done;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0)
             return app.exit(error); // help or version
@@ -360,15 +375,25 @@ int run_command_line(int argc, char** argv, Show_window show_window)
         return wrong_usage;
     } catch (const Failure& failure) {
         print_messages(failure.messages());
-        return not_done;
     } catch (const std::invalid_argument& error) {
         print_messages({{Severity::error, error.what(), {}}});
         return wrong_usage;
     } catch (const std::exception& error) {
         print_messages({{Severity::error, error.what(), {}}});
-        return not_done;
     }
-    return status;
+    return not_done;
+}
+
+} // namespace
+
+int run_command_line(int argc, const char* const* argv, Show_window show_window)
+{
+    return read_command_line(argc, argv, show_window, true);
+}
+
+int check_command_line(int argc, const char* const* argv)
+{
+    return read_command_line(argc, argv, nullptr, false);
 }
 
 } // namespace reference_host

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -35,6 +36,14 @@ std::string configuration_file()
     }
     const std::string folder = variable("XDG_CONFIG_HOME");
     return (folder.empty() ? variable("HOME") + "/.config" : folder) + "/shader-export/config.toml";
+}
+
+// Why a file that is there is none. That there is none is told later.
+std::string why_not_a_configuration(const std::string& file)
+{
+    constexpr std::uintmax_t max_size = 1 << 20;
+    std::error_code failure;
+    return std::filesystem::exists(file, failure) ? open_to_read(file, max_size).reason : "";
 }
 
 bool has_option(const CLI::App& command, const std::string& name)
@@ -141,6 +150,7 @@ void add_configuration(CLI::App& app)
     const auto reader = std::make_shared<Configuration_reader>(app);
     app.set_config("--config", configuration_file(),
                    "The configuration (default: shader-export/config.toml in ~/.config)")
+        ->check(CLI::Validator(why_not_a_configuration, ""))
         ->type_name("FILE");
     app.config_formatter(reader);
     CLI::Option* preset = app.add_option_function<std::string>(

@@ -114,7 +114,7 @@ int run(const Check_options& options)
 
 } // namespace
 
-void add_check_command(CLI::App& app, int& exit_status)
+void add_check_command(CLI::App& app, std::function<int()>& action)
 {
     constexpr int most = 1000;
     auto* command =
@@ -144,7 +144,7 @@ void add_check_command(CLI::App& app, int& exit_status)
     command->add_flag("--json", options->json, "Print the results as JSON");
     command->add_option("--run", options->single)->group("");
     command->add_option("--folder", options->folder)->group("");
-    command->callback([options, &exit_status] { exit_status = run(*options); });
+    command->callback([options, &action] { action = [options] { return run(*options); }; });
 }
 
 } // namespace reference_host

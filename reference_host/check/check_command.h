@@ -2,6 +2,8 @@
 #ifndef REFERENCE_HOST_CHECK_CHECK_COMMAND_H
 #define REFERENCE_HOST_CHECK_CHECK_COMMAND_H
 
+#include <functional>
+
 namespace CLI
 {
 class App;
@@ -10,9 +12,9 @@ class App;
 namespace reference_host
 {
 
-// Adds the command. `exit_status` must outlive `app`; the command sets it to 0 when no check of the
-// severity "error" failed, otherwise to 1.
-void add_check_command(CLI::App& app, int& exit_status);
+// Adds the command, which leaves in `action` what it does when the command line is read. That
+// returns 0 when no check of the severity "error" failed, otherwise 1. `action` must outlive `app`.
+void add_check_command(CLI::App& app, std::function<int()>& action);
 
 } // namespace reference_host
 

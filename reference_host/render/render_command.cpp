@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -31,6 +32,8 @@ const std::map<std::string, Shape> shapes = {{"sphere", Shape::sphere},
 const std::map<std::string, Backdrop> backdrops = {{"plain", Backdrop::plain},
                                                    {"checker", Backdrop::checker},
                                                    {"environment", Backdrop::environment}};
+
+using Action = std::function<int()>;
 
 // What the command is asked with.
 struct Picture_request {
@@ -224,7 +227,7 @@ void add_view(CLI::App& command, const std::shared_ptr<Picture_request>& picture
         ->expected(1);
 }
 
-void add_render(CLI::App& app, const Document_exporter& exporter, int& exit_status)
+void add_render(CLI::App& app, const Document_exporter& exporter, Action& action)
 {
     CLI::App& command = *app.add_subcommand("render", "Draw an exported shader or a document");
     command.footer("  shader-export render wood_v.gl wood_f.gl -o wood.png\n"
@@ -232,11 +235,12 @@ void add_render(CLI::App& app, const Document_exporter& exporter, int& exit_stat
     const auto picture = std::make_shared<Picture_request>();
     add_subject(command, picture);
     add_view(command, picture);
-    command.callback(
-        [picture, exporter, &exit_status] { exit_status = run_render(*picture, exporter); });
+    command.callback([picture, exporter, &action] {
+        action = [picture, exporter] { return run_render(*picture, exporter); };
+    });
 }
 
-void add_compare(CLI::App& app, int& exit_status)
+void add_compare(CLI::App& app, Action& action)
 {
     auto* command = app.add_subcommand("compare", "Tell the mean difference of two pictures");
     command->footer("  shader-export compare wood.png maya.png --limit 1");
@@ -249,10 +253,10 @@ void add_compare(CLI::App& app, int& exit_status)
         ->capture_default_str();
     command->add_flag("--allow-flat", request->allow_flat,
                       "Compare also two pictures that show a flat color only");
-    command->callback([request, &exit_status] { exit_status = run_compare(*request); });
+    command->callback([request, &action] { action = [request] { return run_compare(*request); }; });
 }
 
-void add_references(CLI::App& app, const Document_exporter& exporter, int& exit_status)
+void add_references(CLI::App& app, const Document_exporter& exporter, Action& action)
 {
     auto* command = app.add_subcommand(
         "references", "Compare a document's materials with pictures of how they ought to look");
@@ -261,18 +265,21 @@ void add_references(CLI::App& app, const Document_exporter& exporter, int& exit_
     command->add_option("folder", request->references, "The folder of the pictures")->required();
     command->add_option("--keep", request->pictures, "A folder for what is drawn")
         ->type_name("FOLDER");
-    command->callback([request, exporter, &exit_status] {
-        exit_status = compare_with_references(*request, exporter) ? 0 : 1;
+    command->callback([request, exporter, &action] {
+        action = [request, exporter] {
+            return compare_with_references(*request, exporter) ? 0 : 1;
+        };
     });
 }
 
 } // namespace
 
-void add_render_commands(CLI::App& app, const Document_exporter& exporter, int& exit_status)
+void add_render_commands(CLI::App& app, const Document_exporter& exporter,
+                         std::function<int()>& action)
 {
-    add_render(app, exporter, exit_status);
-    add_compare(app, exit_status);
-    add_references(app, exporter, exit_status);
+    add_render(app, exporter, action);
+    add_compare(app, action);
+    add_references(app, exporter, action);
 }
 
 } // namespace reference_host

@@ -12,6 +12,8 @@
 
 #include "reference_host/render/document_exporter.h"
 
+#include <functional>
+
 namespace CLI
 {
 class App;
@@ -20,12 +22,13 @@ class App;
 namespace reference_host
 {
 
-// Adds these commands to the program. A command runs while `app` parses its command line and leaves
-// the program's exit status in `exit_status`: 0 done, 1 failed or too different, with the reason on
-// standard error. Pictures that are both flat, as unlit shaders are, are not worth comparing: they
-// fail unless --allow-flat is given. What `exporter` throws comes through. `exit_status` must
-// outlive the parsing and is untouched when none runs.
-void add_render_commands(CLI::App& app, const Document_exporter& exporter, int& exit_status);
+// Adds these commands to the program. When one is on the command line, it leaves in `action` what
+// it does, which returns the program's exit status: 0 done, 1 failed or too different, with the
+// reason on standard error. Pictures that are both flat, as unlit shaders are, are not worth
+// comparing: they fail unless --allow-flat is given. What `exporter` throws comes through. `action`
+// must outlive `app`.
+void add_render_commands(CLI::App& app, const Document_exporter& exporter,
+                         std::function<int()>& action);
 
 } // namespace reference_host
 

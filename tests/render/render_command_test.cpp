@@ -7,6 +7,8 @@
 #include <CLI/CLI.hpp>
 #include <gmock/gmock.h>
 
+#include <functional>
+
 namespace reference_host
 {
 
@@ -16,7 +18,7 @@ namespace
 using testing::HasSubstr;
 
 struct Outcome {
-    int status = -1; // what the command left; -1 when none ran
+    int status = -1; // what the command returned; -1 when none ran
     bool parsed = false;
     std::string output;
     std::string errors;
@@ -27,13 +29,15 @@ Outcome run(std::vector<std::string> arguments, const Document_exporter& exporte
 {
     CLI::App app;
     Outcome outcome;
-    add_render_commands(app, exporter, outcome.status);
+    std::function<int()> action;
+    add_render_commands(app, exporter, action);
     std::reverse(arguments.begin(), arguments.end()); // as CLI11 wants it
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     try {
         app.parse(arguments);
         outcome.parsed = true;
+        outcome.status = action();
     } catch (const CLI::ParseError&) {
         outcome.parsed = false;
     } catch (const std::invalid_argument& refused) {
