@@ -3,14 +3,13 @@
 #include "reference_host/app/item_json.h"
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/file_names.h"
+#include "reference_host/system/whole_file.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 namespace reference_host
 {
@@ -48,15 +47,11 @@ std::string record_file(const Export_item& item)
 
 void write_record(const Export_item& item, const std::string& key, const Item_result& result)
 {
-    const std::string file = record_file(item);
-    const std::string unfinished = file + "." + std::to_string(getpid());
     json record = result;
     record["key"] = key;
-    std::ofstream stream(unfinished, std::ios::binary);
-    stream << record.dump(1, ' ', false, json::error_handler_t::replace) << '\n';
-    stream.close();
-    if (!stream || std::rename(unfinished.c_str(), file.c_str()) != 0)
-        std::remove(unfinished.c_str());
+    // Without a record the item is exported again, no more than that.
+    write_whole_file(record_file(item),
+                     record.dump(1, ' ', false, json::error_handler_t::replace) + '\n');
 }
 
 std::optional<Item_result> find_unchanged(const Export_item& item, const std::string& key,

@@ -5,16 +5,19 @@
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/desktop/exporter_panel.h"
 #include "reference_host/desktop/wx_runtime.h"
-#include "reference_host/system/file_access.h"
+#include "reference_host/system/whole_file.h"
 
 #include <cstdio>
 #include <stdexcept>
+#include <string>
 
 #include <nlohmann/json.hpp>
 #include <wx/bitmap.h>
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
 #include <wx/frame.h>
+#include <wx/image.h>
+#include <wx/mstream.h>
 #include <wx/panel.h>
 
 namespace reference_host
@@ -24,17 +27,18 @@ namespace
 
 void save_picture(wxWindow& window, const std::string& file)
 {
-    const std::string reason = why_not_writable(file);
-    if (!reason.empty())
-        throw std::runtime_error("the picture '" + file + "' cannot be written: " + reason);
     const wxSize size = window.GetClientSize();
     wxBitmap picture(size.GetWidth(), size.GetHeight());
     wxClientDC source(&window);
     wxMemoryDC target(picture);
     target.Blit(0, 0, size.GetWidth(), size.GetHeight(), &source, 0, 0);
     target.SelectObject(wxNullBitmap);
-    if (!picture.SaveFile(QZ::TOVIRAEXPORT::from_bytes(file.c_str()), wxBITMAP_TYPE_PNG))
-        throw std::runtime_error("the picture '" + file + "' cannot be written");
+    wxMemoryOutputStream stream;
+    picture.ConvertToImage().SaveFile(stream, wxBITMAP_TYPE_PNG);
+    std::string content(stream.GetSize(), '\0');
+    stream.CopyTo(content.data(), content.size());
+    if (const std::string reason = write_whole_file(file, content); !reason.empty())
+        throw std::runtime_error("the picture '" + file + "' cannot be written: " + reason);
 }
 
 void describe(const Panel_command& command, const std::string& exporter, int height,

@@ -1,7 +1,7 @@
 #include "reference_host/output/write_failure.h"
 
-#include <cerrno>
-#include <fstream>
+#include "reference_host/system/whole_file.h"
+
 #include <system_error>
 
 namespace reference_host
@@ -19,12 +19,8 @@ Write_failure::Write_failure(const std::string& file, int error_number)
 
 void write_text(const std::string& file, const std::string& text)
 {
-    errno = 0;
-    std::ofstream stream(file, std::ios::binary);
-    stream << text;
-    stream.close();
-    if (!stream)
-        throw Write_failure(file, errno);
+    if (const std::string reason = write_whole_file(file, text); !reason.empty())
+        throw Write_failure(file, reason);
 }
 
 } // namespace reference_host

@@ -16,7 +16,7 @@ public:
     Write_failure(const std::string& file, int error_number);
 };
 
-// Writes a whole file. Throws Write_failure.
+// Writes a whole file at once, as write_whole_file does. Throws Write_failure.
 void write_text(const std::string& file, const std::string& text);
 
 } // namespace reference_host

@@ -1,6 +1,7 @@
 #include "reference_host/render/image.h"
 
 #include "reference_host/system/file_access.h"
+#include "reference_host/system/whole_file.h"
 
 #include <algorithm>
 #include <csetjmp>
@@ -143,10 +144,6 @@ std::optional<Image> read_image(const std::string& file)
 
 bool write_png(const Image& image, const std::string& file, std::string& reason)
 {
-    const Opened_file opened = open_to_write(file);
-    reason = opened.reason;
-    if (!opened.stream)
-        return false;
     std::vector<unsigned char> rgb;
     rgb.reserve(image.pixels.size() * 3);
     for (const Pixel& pixel : image.pixels)
@@ -156,12 +153,15 @@ bool write_png(const Image& image, const std::string& file, std::string& reason)
     png.width = static_cast<png_uint_32>(image.width);
     png.height = static_cast<png_uint_32>(image.height);
     png.format = PNG_FORMAT_RGB;
-    const bool written =
-        png_image_write_to_stdio(&png, opened.stream.get(), 0, rgb.data(), 0, nullptr) != 0 &&
-        std::fflush(opened.stream.get()) == 0;
-    if (!written)
-        reason = "not all of it reached the file";
-    return written;
+    std::string content(PNG_IMAGE_PNG_SIZE_MAX(png), '\0');
+    png_alloc_size_t size = content.size();
+    if (!png_image_write_to_memory(&png, content.data(), &size, 0, rgb.data(), 0, nullptr)) {
+        reason = png.message;
+        return false;
+    }
+    content.resize(size);
+    reason = write_whole_file(file, content);
+    return reason.empty();
 }
 
 bool write_png(const Image& image, const std::string& file)

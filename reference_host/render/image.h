@@ -33,7 +33,8 @@ void flip_rows(Image& image);
 std::optional<Image> read_image(const std::string& file, std::string& reason);
 std::optional<Image> read_image(const std::string& file);
 
-// Writes a PNG file with red, green and blue. False when that fails, with the reason.
+// Writes a PNG file with red, green and blue, whole or not at all. False when that fails, with the
+// reason.
 bool write_png(const Image& image, const std::string& file, std::string& reason);
 bool write_png(const Image& image, const std::string& file);
 
