@@ -16,12 +16,12 @@ extern "C" void remember(int number)
     received = number;
 }
 
-void handle_all(void (*handler)(int))
+void handle_all(void (*handler)(int), int flags)
 {
     for (const int number : signals) {
         struct sigaction action = {};
         action.sa_handler = handler;
-        action.sa_flags = static_cast<int>(SA_RESETHAND); // and no SA_RESTART: questions end
+        action.sa_flags = flags; // never SA_RESTART: questions end
         sigaction(number, &action, nullptr);
     }
 }
@@ -31,12 +31,17 @@ void handle_all(void (*handler)(int))
 Interruption::Interruption()
 {
     received = 0;
-    handle_all(remember);
+    handle_all(remember, static_cast<int>(SA_RESETHAND));
 }
 
 Interruption::~Interruption()
 {
-    handle_all(SIG_DFL);
+    handle_all(SIG_DFL, 0);
+}
+
+void Interruption::remember_all()
+{
+    handle_all(remember, 0);
 }
 
 int Interruption::signal()

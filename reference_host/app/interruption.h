@@ -15,6 +15,10 @@ public:
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
+    // For a process that works for another: from now on every signal is only remembered. A terminal
+    // sends one to both, and the other one passes on its own.
+    static void remember_all();
+
     // The signal that came, or 0.
     static int signal();
 };

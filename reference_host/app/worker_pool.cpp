@@ -122,7 +122,8 @@ private:
         if (id < 0)
             throw std::runtime_error(std::string("no process: ") + std::strerror(errno));
         if (id == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGTERM);
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            Interruption::remember_all();
             if (getppid() != parent)
                 _exit(1);
             run_child(ends[1]);

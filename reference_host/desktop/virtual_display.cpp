@@ -47,6 +47,7 @@ std::string new_cookie_file()
 // Becomes the server. Never returns.
 [[noreturn]] void run_server(int report, const std::string& cookie_file, pid_t parent)
 {
+    setpgid(0, 0); // Ctrl-C is for the program, which may need its display to the end
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent)
         _exit(1); // the parent ended before the line above

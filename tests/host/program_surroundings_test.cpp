@@ -7,14 +7,15 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <vector>
 
 #include <sys/stat.h>
 
 using namespace reference_host;
+using testing::AnyOf;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace
 {
@@ -45,16 +46,25 @@ protected:
 
 } // namespace
 
-TEST_F(Surroundings, a_display_that_ends_with_its_last_client_lasts_to_the_end)
+// Two servers of every kind: one ends with its last client, one starts anew without any. Busy
+// processes make every moment longer at which that could disturb. TOVIRAEXPORT_DISPLAY_STARTS sets
+// how often; 50 take some minutes.
+TEST_F(Surroundings, a_display_that_does_not_outlive_its_clients_lasts_to_the_end)
 {
-    for (int i = 0; i < 5; ++i) {
-        const Process_result result =
-            run_line("exec 5>\"$3\"; Xvfb -displayfd 5 -terminate -nolisten tcp >/dev/null 2>&1 & "
-                     "until [ -s \"$3\" ]; do sleep 0.01; done; read number <\"$3\"; "
-                     "DISPLAY=:$number \"$0\" panel --plugin \"$1\" --exporter 5",
-                     m_folder.file("number"));
-        EXPECT_EQ(0, result.status) << result.output;
+    const char* wanted = std::getenv("TOVIRAEXPORT_DISPLAY_STARTS");
+    const int count = wanted ? std::atoi(wanted) : 6;
+    for (int i = 0; i < count; ++i) {
+        const std::string server = i % 2 == 0 ? "-terminate" : "";
+        const Process_result result = run_line(
+            "for i in 1 2 3 4; do while :; do :; done >/dev/null 2>&1 & done; "
+            "exec 5>\"$3\"; Xvfb -displayfd 5 -nolisten tcp " +
+                server +
+                " >/dev/null 2>&1 & until [ -s \"$3\" ]; do sleep 0.01; done; read number <\"$3\"; "
+                "DISPLAY=:$number \"$0\" panel --plugin \"$1\" --exporter 5",
+            m_folder.file("number"));
+        EXPECT_EQ(0, result.status) << server << result.output;
         EXPECT_THAT(result.output, HasSubstr("Custom CgFX: "));
+        EXPECT_THAT(result.output, Not(HasSubstr("window system")));
     }
 }
 
@@ -68,13 +78,21 @@ TEST_F(Surroundings, a_private_display_takes_no_client_without_its_cookie)
 
 TEST_F(Surroundings, no_path_is_waited_for_or_read_without_end)
 {
-    const std::string rows[] = {
-        "\"$0\" nodes \"$3\"",
-        "\"$0\" list --plugin \"$3\"",
-        "\"$0\" render \"$3\" -o picture.png",
-        "\"$0\" render \"$3\" \"$3\" -o picture.png",
-        "\"$0\" compare \"$3\" \"$3\"",
-        "\"$0\" panel --plugin \"$1\" --exporter 5 --screenshot \"$3\"",
+    const struct {
+        const char* line;
+        bool writes; // the path, which may then be a file of any size
+    } rows[] = {
+        {"\"$0\" nodes \"$3\"", false},
+        {"\"$0\" list --plugin \"$3\"", false},
+        {"\"$0\" --config \"$3\" list", false},
+        {"\"$0\" render \"$3\" -o picture.png", false},
+        {"\"$0\" render \"$3\" \"$3\" -o picture.png", false},
+        {"\"$0\" compare \"$3\" \"$3\"", false},
+        {"\"$0\" panel --plugin \"$1\" --exporter 5 --screenshot \"$3\"", true},
+        {"\"$0\" plan \"$2\" --plugin \"$1\" --exporter 5 --output all --plan \"$3\"", true},
+        {"\"$0\" batch \"$2\" --plugin \"$1\" --exporter 5 --output all --report \"$3\"", true},
+        {"\"$0\" batch \"$2\" --plugin \"$1\" --exporter 5 --output all --junit \"$3\"", true},
+        {"\"$0\" export \"$2\" --plugin \"$1\" --exporter 5 --output a --depfile \"$3\"", true},
     };
     const std::string loop = m_folder.file("loop");
     std::filesystem::create_symlink(loop, loop);
@@ -82,13 +100,13 @@ TEST_F(Surroundings, no_path_is_waited_for_or_read_without_end)
     std::filesystem::resize_file(sparse, std::uintmax_t{3} << 30);
     for (const std::string& path :
          {pipe(), std::string("/dev/zero"), m_folder.path(), loop, sparse}) {
-        for (const std::string& row : rows) {
-            if (path == sparse && row.find("screenshot") != std::string::npos)
-                continue; // a file that may be replaced
-            const Process_result result =
-                run_line("cd \"${3%/*}\"; " + row, path, {20, 0, 1 << 20});
-            EXPECT_EQ(1, result.status) << row << " " << path << "\n" << result.output;
-            EXPECT_NE("", result.output) << row << " " << path;
+        for (const auto& row : rows) {
+            if (path == sparse && row.writes)
+                continue;
+            const Process_result result = run_line("cd '" + m_folder.path() + "'; " + row.line,
+                                                   path, {20, 0, std::size_t{4} << 20});
+            EXPECT_THAT(result.status, AnyOf(1, 2)) << row.line << " " << path << result.output;
+            EXPECT_NE("", result.output) << row.line << " " << path;
         }
     }
 }
@@ -105,24 +123,4 @@ TEST_F(Surroundings, closed_standard_streams_do_not_reach_the_files)
         EXPECT_EQ(output_is_lost ? 1 : 0, result.status) << closed;
         EXPECT_EQ(usual, m_folder.read("wood.cgfx")) << closed;
     }
-}
-
-TEST_F(Surroundings, a_signal_at_any_moment_leaves_no_process_and_no_temporary_folder)
-{
-    std::filesystem::create_directory(m_folder.file("tmp"));
-    std::mt19937 random(1);
-    for (int i = 0; i < 20; ++i) {
-        const int milliseconds = std::uniform_int_distribution<int>(0, 400)(random);
-        const char* signal = i % 2 ? "KILL" : "TERM";
-        const Process_result result =
-            run_line("TMPDIR=${3%/*}/tmp; export TMPDIR; "
-                     "env -u DISPLAY \"$0\" batch \"$2\" --plugin \"$1\" --output \"$3\" "
-                     "--overwrite yes >/dev/null 2>&1 & program=$!; sleep 0." +
-                         std::to_string(1000 + milliseconds).substr(1) + "; kill -" + signal +
-                         " $program; wait $program; for i in $(seq 500); do "
-                         "pgrep -g $$ -x Xvfb >/dev/null || exit 0; sleep 0.01; done; exit 9",
-                     m_folder.file("all"));
-        EXPECT_EQ(0, result.status) << signal << " after " << milliseconds << " ms";
-    }
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder.file("tmp")));
 }
