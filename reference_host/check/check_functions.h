@@ -20,6 +20,7 @@ void check_undisturbed_export(Check_run& run);
 void check_failing_host_calls(Check_run& run);
 void check_failing_allocations(Check_run& run);
 void check_failing_system_calls(Check_run& run);
+void check_failing_reads(Check_run& run);
 
 void check_panel_life(Check_run& run);
 void check_panel_sizes(Check_run& run);

@@ -1,11 +1,12 @@
 // Checks of exports in which something fails.
 #include "reference_host/check/check.h"
 #include "reference_host/check/check_functions.h"
-#include "reference_host/check/fault_library.h"
+#include "reference_host/check/faults.h"
 #include "reference_host/check/scripted_export.h"
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <stdexcept>
@@ -147,30 +148,39 @@ void check_failing_host_calls(Check_run& run)
 namespace
 {
 
+// Looked up by name: the library that has them is loaded only for the checks that need it.
 class Faults
 {
 public:
     Faults()
-        : m_arm(reinterpret_cast<Arm_faults>(dlsym(RTLD_DEFAULT, arm_faults_name))),
-          m_disarm(reinterpret_cast<Disarm_faults>(dlsym(RTLD_DEFAULT, disarm_faults_name)))
+        : m_set(find<decltype(shader_export_set_faults)>("shader_export_set_faults")),
+          m_calls(find<decltype(shader_export_fault_calls)>("shader_export_fault_calls"))
     {
-        if (!m_arm || !m_disarm)
-            throw std::runtime_error("the library that makes calls fail is not loaded");
     }
 
-    // Whether the call of that number was reached in an export that it fails in.
-    bool reach(const Fault_plan& plan, Subject& subject, Scripted_result& result) const
+    // Exports while the calls of one kind fail. Whether the call of that number was reached.
+    bool reach(const Fault_plan& plan, Fault_kind kind, Subject& subject, Recording_host& host,
+               Scripted_result& result) const
     {
-        const auto host = make_scene();
-        host->set_keeps_log(false);
-        m_arm(&plan);
-        result = export_scene(*subject.exporter, *host);
-        return m_disarm() >= plan.number;
+        m_set(&plan);
+        result = export_scene(*subject.exporter, host);
+        const bool reached = m_calls(kind) >= plan.faults[kind].first;
+        m_set(nullptr);
+        return reached;
     }
 
 private:
-    Arm_faults m_arm;
-    Disarm_faults m_disarm;
+    template<typename Function>
+    static Function* find(const char* name)
+    {
+        void* const address = dlsym(RTLD_DEFAULT, name);
+        if (!address)
+            throw std::runtime_error("the library that makes calls fail is not loaded");
+        return reinterpret_cast<Function*>(address);
+    }
+
+    decltype(shader_export_set_faults)* m_set;
+    decltype(shader_export_fault_calls)* m_calls;
 };
 
 void expect_good_export(Check_run& run, Subject& subject, const std::string& which)
@@ -184,27 +194,44 @@ void expect_good_export(Check_run& run, Subject& subject, const std::string& whi
 struct System_fault {
     const char* name;
     Fault_kind kind;
-    int error;
+    int error;        // 0: the call is only cut short
     bool is_harmless; // the call has only to be made again
 };
 
-constexpr System_fault system_faults[] = {
+constexpr System_fault write_faults[] = {
     {"open, EACCES", FAULT_OPEN, EACCES, false}, {"open, EINTR", FAULT_OPEN, EINTR, true},
     {"open, EMFILE", FAULT_OPEN, EMFILE, false}, {"write, ENOSPC", FAULT_WRITE, ENOSPC, false},
     {"write, EIO", FAULT_WRITE, EIO, false},     {"write, EDQUOT", FAULT_WRITE, EDQUOT, false},
-    {"write, EINTR", FAULT_WRITE, EINTR, true},  {"short write", FAULT_SHORT_WRITE, 0, true},
+    {"write, EINTR", FAULT_WRITE, EINTR, true},  {"short write", FAULT_WRITE, 0, true},
     {"close, EIO", FAULT_CLOSE, EIO, false},     {"close, EDQUOT", FAULT_CLOSE, EDQUOT, false},
 };
 
-// One export with one failing call. False when the call was not reached.
+constexpr System_fault read_faults[] = {
+    {"stat, EACCES", FAULT_STAT, EACCES, false}, {"stat, EIO", FAULT_STAT, EIO, false},
+    {"open, EACCES", FAULT_OPEN, EACCES, false}, {"open, EINTR", FAULT_OPEN, EINTR, true},
+    {"read, EIO", FAULT_READ, EIO, false},       {"read, EINTR", FAULT_READ, EINTR, true},
+    {"short read", FAULT_READ, 0, true},         {"close, EIO", FAULT_CLOSE, EIO, true},
+};
+
+Fault_plan plan_of(const System_fault& fault, int number, const std::string& folder)
+{
+    Fault_plan plan;
+    plan.faults[fault.kind] = fail_at(number, fault.error);
+    plan.folder = folder.c_str();
+    return plan;
+}
+
+// One export with one failing call on a file. False when the call was not reached.
 bool export_with_fault(Check_run& run, const Faults& faults, Subject& subject,
                        const System_fault& fault, int number)
 {
     empty_folder(run.folder());
     const std::string which = subject.name + ", " + fault.name + " " + std::to_string(number);
     Scripted_result result;
-    const Fault_plan plan = {fault.kind, number, fault.error, nullptr, run.folder().c_str()};
-    const bool reached = faults.reach(plan, subject, result);
+    const auto host = make_scene();
+    host->set_keeps_log(false);
+    const bool reached =
+        faults.reach(plan_of(fault, number, run.folder()), fault.kind, subject, *host, result);
     run.expect(result.exception.empty(), which + ": " + result.exception);
     expect_sound_files(run, subject, which);
     run.expect(!fault.is_harmless || folder_contents(run.folder()) == subject.files,
@@ -214,6 +241,44 @@ bool export_with_fault(Check_run& run, const Faults& faults, Subject& subject,
 
 } // namespace
 
+// What the compiler was told of the copyright, as calls.
+std::set<std::string> copyrights(const Recording_host& host)
+{
+    std::set<std::string> calls;
+    for (const std::string& call : host.log()) {
+        const std::size_t at = call.find("set_option(\"user_copyright\"");
+        if (at != std::string::npos)
+            calls.insert(call.substr(at));
+    }
+    return calls;
+}
+
+constexpr const char* copyright = "By the artist.\nAll rights reserved.\n";
+
+struct Read_result {
+    bool reached;               // the call that fails
+    std::set<std::string> told; // of the copyright
+};
+
+// One export that reads a copyright text, with one failing call on that.
+Read_result export_with_read_fault(Check_run& run, const Faults& faults, Subject& subject,
+                                   const System_fault& fault, int number)
+{
+    const std::string which = subject.name + ", " + fault.name + " " + std::to_string(number);
+    const std::string folder = run.folder() + "/texts";
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder + "/user_copyright.txt") << copyright;
+    const auto host = make_scene(folder);
+    Scripted_result result;
+    const bool reached =
+        faults.reach(plan_of(fault, number, folder), fault.kind, subject, *host, result);
+    std::filesystem::remove_all(folder);
+    run.expect(result.exception.empty(), which + ": " + result.exception);
+    run.expect(folder_contents(run.folder()) == subject.files, which + ": a file is not whole");
+    empty_folder(run.folder());
+    return {reached, copyrights(*host)};
+}
+
 void check_failing_allocations(Check_run& run)
 {
     const Faults faults;
@@ -222,9 +287,12 @@ void check_failing_allocations(Check_run& run)
         for (int number = 1; number < max_calls; ++number) {
             const std::string which = subject.name + ", allocation " + std::to_string(number);
             Scripted_result result;
-            const Fault_plan plan = {FAULT_ALLOCATION, number, 0, run.plugin_file().c_str(),
-                                     nullptr};
-            const bool reached = faults.reach(plan, subject, result);
+            Fault_plan plan;
+            plan.faults[FAULT_ALLOCATION] = fail_at(number);
+            plan.library = run.plugin_file().c_str();
+            const auto host = make_scene();
+            host->set_keeps_log(false);
+            const bool reached = faults.reach(plan, FAULT_ALLOCATION, subject, *host, result);
             run.expect(result.exception.empty(), which + ": " + result.exception);
             for (const auto& [name, text] : folder_contents(run.folder()))
                 run.expect(subject.files.count(name) > 0, which + " leaves a file " + name);
@@ -241,13 +309,35 @@ void check_failing_system_calls(Check_run& run)
     const Faults faults;
     std::vector<Subject> subjects = make_subjects(run);
     for (Subject& subject : subjects) {
-        for (const System_fault& fault : system_faults) {
+        for (const System_fault& fault : write_faults) {
             int number = 1;
             while (number < max_calls && export_with_fault(run, faults, subject, fault, number))
                 ++number;
             run.expect(number < max_calls, subject.name + " does not end");
         }
         empty_folder(run.folder());
+    }
+}
+
+void check_failing_reads(Check_run& run)
+{
+    const Faults faults;
+    for (Subject& subject : make_subjects(run)) {
+        const std::set<std::string> usual =
+            export_with_read_fault(run, faults, subject, read_faults[0], max_calls).told;
+        for (const System_fault& fault : read_faults) {
+            int number = 0;
+            for (bool reached = true; reached && number < max_calls;) {
+                const Read_result result =
+                    export_with_read_fault(run, faults, subject, fault, ++number);
+                const std::string which =
+                    subject.name + ", " + fault.name + " " + std::to_string(number);
+                run.expect(result.told == usual || (result.told.empty() && !fault.is_harmless),
+                           which + ": the copyright text is cut short or forgotten");
+                reached = result.reached;
+            }
+            run.expect(number < max_calls, subject.name + " does not end");
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -84,6 +85,15 @@ TEST(Check_command, prints_results_for_programs)
     EXPECT_THAT(result.output, ContainsRegex("\"seed\": 7, \"passed\": true"));
     EXPECT_THAT(result.output, ContainsRegex("\"seed\": 8, \"passed\": true"));
     EXPECT_THAT(result.output, HasSubstr("\"findings\": \"\"}\n]\n"));
+}
+
+TEST(Check_command, runs_several_checks_at_once)
+{
+    const Process_result result =
+        check({PLUGIN, "--include", "interface", "--exclude", "interface.sequences", "--exclude",
+               "interface.loadings", "--repeat", "2", "--jobs", "6"});
+    EXPECT_EQ(0, result.status) << result.output;
+    EXPECT_EQ(12, std::count(result.output.begin(), result.output.end(), '\n')) << result.output;
 }
 
 TEST(Check_command, tells_wrong_usage_and_libraries_that_cannot_be_read)

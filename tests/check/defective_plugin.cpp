@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -73,6 +74,17 @@ void ignore_failed_writing(IGraph_view*)
     close(file);
 }
 
+void let_read_errors_out(IGraph_view*)
+{
+    std::FILE* const file = std::fopen(home("texts/user_copyright.txt").c_str(), "r");
+    char byte;
+    const bool fails = file && std::fread(&byte, 1, 1, file) == 0 && std::ferror(file);
+    if (file)
+        std::fclose(file);
+    if (fails)
+        throw std::runtime_error("unreadable");
+}
+
 // Follows the first connection of each last input; looks at each input of a node.
 void take_quadratic_time(IGraph_view* view)
 {
@@ -122,17 +134,12 @@ struct Export_defect {
 };
 
 constexpr Export_defect export_defects[] = {
-    {"interface.sequences", release_twice},
-    {"faults.none", forget_reference},
-    {"faults.host_calls", trust_the_host},
-    {"faults.allocations", let_exceptions_out},
-    {"faults.system_calls", ignore_failed_writing},
-    {"graphs.chains", take_quadratic_time},
-    {"graphs.cycles", take_quadratic_time},
-    {"graphs.sharing", take_quadratic_time},
-    {"graphs.inputs", take_quadratic_time},
-    {"files.output", replace_what_is_no_file},
-    {"files.copyright", wait_for_texts},
+    {"interface.sequences", release_twice},         {"faults.none", forget_reference},
+    {"faults.host_calls", trust_the_host},          {"faults.allocations", let_exceptions_out},
+    {"faults.system_calls", ignore_failed_writing}, {"faults.reads", let_read_errors_out},
+    {"graphs.chains", take_quadratic_time},         {"graphs.cycles", take_quadratic_time},
+    {"graphs.sharing", take_quadratic_time},        {"graphs.inputs", take_quadratic_time},
+    {"files.output", replace_what_is_no_file},      {"files.copyright", wait_for_texts},
 };
 
 // Hands every call on to a real exporter, but for the defect.

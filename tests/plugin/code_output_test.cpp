@@ -3,7 +3,7 @@
 
 #include "exporter_base/bytes.h"
 #include "reference_host/recording_host/recording_host.h"
-#include "tests/support/system_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root.h"
 
@@ -18,6 +18,7 @@ namespace QZ
 namespace TEST
 {
 
+using namespace reference_host;
 using namespace TOVIRAEXPORT;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -280,8 +281,8 @@ TEST(Save_buffer, failing_close_is_a_failed_write)
     const Temporary_folder folder;
     const std::string file = folder.file("a.fx");
     wxString error;
-    System_faults faults;
-    faults.close_error = EDQUOT;
+    Faults faults;
+    faults.set(FAULT_CLOSE, fail_at(1, EDQUOT));
     EXPECT_FALSE(save_buffer_to_file(from_bytes(file.c_str()), wxT("text"), error));
     EXPECT_EQ(to_bytes(error), "write failed [" + file + "]");
 }

@@ -9,7 +9,7 @@
 #include "exporters/exporter_swrc.h"
 #include "exporters/exporter_xsi.h"
 #include "exporters/make_exporter.h"
-#include "tests/support/allocation_fault.h"
+#include "tests/support/faults.h"
 
 #include <gmock/gmock.h>
 
@@ -23,6 +23,7 @@ namespace QZ
 namespace TEST
 {
 
+using namespace reference_host;
 using namespace TOVIRAEXPORT;
 using ::testing::internal::CaptureStderr;
 using ::testing::internal::GetCapturedStderr;
@@ -366,13 +367,15 @@ TEST(Exporter_registration, passes_a_failed_allocation_on)
         int failures = 0;
         for (bool disturbed = true; disturbed;) {
             std::unique_ptr<Exporter_base> exporter;
-            const Allocation_fault fault(failures + 1);
+            const int number = failures + 1;
+            Faults faults;
+            faults.set(FAULT_ALLOCATION, fail_at(number));
             try {
                 exporter = make_exporter(row);
             } catch (const std::bad_alloc&) {
                 ++failures;
             }
-            disturbed = fault.happened();
+            disturbed = faults.calls(FAULT_ALLOCATION) >= number;
             EXPECT_NE(disturbed, exporter != nullptr) << "allocation " << failures;
         }
         EXPECT_GT(failures, 0) << "row " << row;

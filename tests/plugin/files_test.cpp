@@ -1,7 +1,7 @@
 // Reading and writing files: nothing waits, nothing that did not reach the file counts as written.
 #include "exporter_base/files.h"
 
-#include "tests/support/system_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -20,6 +20,7 @@ namespace TEST
 namespace
 {
 
+using namespace reference_host;
 using namespace TOVIRAEXPORT;
 
 class Files : public ::testing::Test
@@ -64,11 +65,11 @@ TEST_F(Files, folder_or_missing_folder_cannot_be_opened_for_writing)
 
 TEST_F(Files, what_cannot_be_opened_is_tried_once)
 {
-    System_faults faults;
+    const Faults faults;
     EXPECT_EQ(write_file(folder.file("none/a"), {"x"}), WRITE_OPEN_FAILED);
-    EXPECT_EQ(faults.opens, 1);
+    EXPECT_EQ(faults.calls(FAULT_OPEN), 1);
     EXPECT_FALSE(read_text_file(folder.file("none/a"), text));
-    EXPECT_EQ(faults.opens, 2);
+    EXPECT_EQ(faults.calls(FAULT_OPEN), 2);
 }
 
 TEST_F(Files, pipe_that_nobody_reads_fails_to_open_at_once)
@@ -128,50 +129,48 @@ TEST_F(Files, full_device_fails_to_write)
 
 TEST_F(Files, failing_close_is_a_failed_write)
 {
-    System_faults faults;
-    faults.close_error = EDQUOT;
+    Faults faults;
+    faults.set(FAULT_CLOSE, fail_at(1, EDQUOT));
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_FAILED);
-    faults.close_error = 0;
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_DONE);
 }
 
 TEST_F(Files, interrupted_calls_are_taken_up_again)
 {
-    System_faults faults;
-    faults.interrupted_opens = 2;
-    faults.interrupted_writes = 3;
+    Faults faults;
+    faults.set(FAULT_OPEN, fail_first(2, EINTR));
+    faults.set(FAULT_WRITE, fail_first(3, EINTR));
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_DONE);
-    EXPECT_EQ(faults.opens, 3);
-    EXPECT_EQ(faults.writes, 4);
-    faults.opens = 0;
-    faults.interrupted_opens = 2;
-    faults.interrupted_reads = 3;
+    EXPECT_EQ(faults.calls(FAULT_OPEN), 3);
+    EXPECT_EQ(faults.calls(FAULT_WRITE), 4);
+    faults.set(FAULT_READ, fail_first(3, EINTR));
     EXPECT_TRUE(read_text_file(folder.file("a"), text));
-    EXPECT_EQ(faults.opens, 3);
+    EXPECT_EQ(faults.calls(FAULT_OPEN), 3);
+    EXPECT_EQ(faults.calls(FAULT_READ), 5);
     EXPECT_EQ(text, "text");
 }
 
 TEST_F(Files, short_writes_go_on_where_they_ended)
 {
     {
-        System_faults faults;
-        faults.write_limit = 3;
+        Faults faults;
+        faults.set(FAULT_WRITE, cut_short(3));
         EXPECT_EQ(write_file(folder.file("a"), {"0123456789", "abc"}), WRITE_DONE);
-        EXPECT_EQ(faults.writes, 5);
+        EXPECT_EQ(faults.calls(FAULT_WRITE), 5);
     }
     EXPECT_EQ(folder.read("a"), "0123456789abc");
 }
 
 TEST_F(Files, system_that_interrupts_every_call_does_not_hang_the_host)
 {
-    constexpr int always = 1 << 30;
+    constexpr Fault always = fail_first(Fault::always, EINTR);
     ASSERT_EQ(write_file(folder.file("a"), {"text"}), WRITE_DONE);
-    System_faults faults;
-    faults.interrupted_writes = always;
+    Faults faults;
+    faults.set(FAULT_WRITE, always);
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_FAILED);
-    faults.interrupted_reads = always;
+    faults.set(FAULT_READ, always);
     EXPECT_FALSE(read_text_file(folder.file("a"), text));
-    faults.interrupted_opens = always;
+    faults.set(FAULT_OPEN, always);
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_OPEN_FAILED);
     EXPECT_FALSE(read_text_file(folder.file("a"), text));
 }
@@ -220,8 +219,8 @@ TEST_F(Files, only_regular_files_are_read)
 TEST_F(Files, failing_read_is_a_file_that_cannot_be_read)
 {
     folder.write("file", "text");
-    System_faults faults;
-    faults.read_error = EIO;
+    Faults faults;
+    faults.set(FAULT_READ, fail_at(1, EIO));
     EXPECT_FALSE(read_text_file(folder.file("file"), text));
 }
 
