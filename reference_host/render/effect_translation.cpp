@@ -190,16 +190,6 @@ bool is_matrix(const Cg_variable& variable)
     return variable.type == "float4x4" || variable.type == "float3x3";
 }
 
-std::vector<float> matrix_rows(const Matrix& matrix, const Cg_variable& variable)
-{
-    const std::size_t side = variable.type == "float4x4" ? 4 : 3;
-    std::vector<float> values;
-    for (std::size_t row = 0; row < side; ++row)
-        for (std::size_t column = 0; column < side; ++column)
-            values.push_back(matrix[4 * row + column]);
-    return values;
-}
-
 // The value of "lights[1].LightPos", where the list of this name holds that struct at 1.
 std::vector<float> light_value(const std::string& name, const Lists& lists)
 {
@@ -218,32 +208,39 @@ std::vector<float> light_value(const std::string& name, const Lists& lists)
 }
 
 std::vector<float> parameter_value(const Cg_variable& variable, const Cg_listing& listing,
-                                   const Effect_description& effect, const Camera& camera)
+                                   const Effect_description& effect)
 {
-    if (is_matrix(variable))
-        if (const auto matrix = scene_matrix(camera, variable.name, variable.semantic))
-            return matrix_rows(effect.direct3d ? transposed(*matrix) : *matrix, variable);
     const std::vector<float> value = default_of(listing, variable);
     return value.empty() ? light_value(variable.name, effect.unsized_lists) : value;
 }
 
+void add_texture(const Cg_variable& sampler, const Effect_description& effect,
+                 Translated_effect& result)
+{
+    const auto file = effect.texture_files.find(sampler.name);
+    auto& files = sampler.type == "samplerCUBE" ? result.cube_files : result.texture_files;
+    if (file != effect.texture_files.end())
+        files.emplace(sampler.uniform, file->second);
+    result.drawing.texture_labels.emplace(sampler.uniform,
+                                          sampler.name.substr(0, sampler.name.rfind("_sampler")));
+}
+
 void add_parameters(const Cg_listing& listing, const Effect_description& effect,
-                    const Camera& camera, Translated_effect& result)
+                    Translated_effect& result)
 {
     for (const Cg_variable& variable : listing.variables) {
         if (variable.uniform.empty() || variable.semantic.compare(0, 1, "$") == 0)
             continue;
-        if (variable.type.compare(0, 7, "sampler") == 0) {
-            const auto file = effect.texture_files.find(variable.name);
-            auto& files = variable.type == "samplerCUBE" ? result.cube_files : result.texture_files;
-            if (file != effect.texture_files.end())
-                files.emplace(variable.uniform, file->second);
-            result.drawing.texture_labels.emplace(
-                variable.uniform, variable.name.substr(0, variable.name.rfind("_sampler")));
-        } else if (auto value = parameter_value(variable, listing, effect, camera);
-                   !value.empty()) {
+        if (variable.type.compare(0, 7, "sampler") == 0)
+            add_texture(variable, effect, result);
+        else if (is_matrix(variable) && scene_matrix({}, variable.name, variable.semantic))
+            result.drawing.matrices.emplace(variable.uniform,
+                                            Matrix_parameter{variable.name, variable.semantic,
+                                                             effect.direct3d,
+                                                             variable.type == "float4x4" ? 4 : 3});
+        else if (auto value = parameter_value(variable, listing, effect); !value.empty())
             result.drawing.uniforms.emplace(variable.uniform, std::move(value));
-        }
+        result.drawing.parameters[variable.name].push_back(variable.uniform);
     }
 }
 
@@ -259,8 +256,7 @@ Vertex_space space_of(const Cg_listing& listing)
 } // namespace
 
 std::optional<Translated_effect> translate_effect(const std::string& file, const std::string& text,
-                                                  const std::string& compiler, const Camera& camera,
-                                                  std::string& error)
+                                                  const std::string& compiler, std::string& error)
 {
     const Effect_description effect = describe_effect(text);
     if (effect.vertex_entry.empty() || effect.fragment_entry.empty()) {
@@ -277,7 +273,7 @@ std::optional<Translated_effect> translate_effect(const std::string& file, const
     Translated_effect result;
     result.drawing.space = space_of(vertex->listing);
     for (const Stage* stage : {&*vertex, &*fragment})
-        add_parameters(stage->listing, effect, camera, result);
+        add_parameters(stage->listing, effect, result);
     result.drawing.vertex = {file + " (vertex program as GLSL)", std::move(vertex->text)};
     result.drawing.fragment = {file + " (fragment program as GLSL)", std::move(fragment->text)};
     return result;

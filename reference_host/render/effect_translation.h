@@ -12,7 +12,7 @@ namespace reference_host
 {
 
 struct Translated_effect {
-    Drawing drawing; // texts, values of the parameters, labels; no textures yet
+    Drawing drawing; // texts, parameters and their values, labels; no textures yet
     // Image files by uniform of the GLSL text, and those of cube maps.
     std::map<std::string, std::string> texture_files;
     std::map<std::string, std::string> cube_files;
@@ -23,8 +23,7 @@ struct Translated_effect {
 // of lights that have no value in the text get those of one light of each kind. Nothing on failure,
 // with the reason in `error`.
 std::optional<Translated_effect> translate_effect(const std::string& file, const std::string& text,
-                                                  const std::string& compiler, const Camera& camera,
-                                                  std::string& error);
+                                                  const std::string& compiler, std::string& error);
 
 } // namespace reference_host
 

@@ -227,14 +227,36 @@ constexpr Stream_word stream_words[] = {
     {"color", &Vertex::color, &Vertex::color},
 };
 
+std::array<float, 4> product(const Matrix& matrix, const std::array<float, 4>& vector)
+{
+    std::array<float, 4> result = {};
+    for (std::size_t row = 0; row < 4; ++row)
+        for (std::size_t column = 0; column < 4; ++column)
+            result[row] += matrix[4 * row + column] * vector[column];
+    return result;
+}
+
+// The vertex in the space of the camera.
+Vertex seen(const Vertex& vertex, const Matrix& view)
+{
+    Vertex result = vertex;
+    for (const auto vector :
+         {&Vertex::position, &Vertex::normal, &Vertex::tangent, &Vertex::binormal})
+        result.*vector = product(view, vertex.*vector);
+    result.encoded_tangent = encoded(result.tangent);
+    result.encoded_binormal = encoded(result.binormal);
+    return result;
+}
+
 } // namespace
 
-Mesh make_mesh(Shape shape, Vertex_space space, V_axis v_axis)
+Mesh make_mesh(Shape shape, Vertex_space space, V_axis v_axis, const Camera& camera)
 {
     Mesh mesh = space == Vertex_space::screen ? make_square() : make_shape(shape);
+    const Matrix view = view_matrix(camera);
     for (Vertex& vertex : mesh.vertices) {
         if (space == Vertex_space::camera)
-            vertex.position[2] -= camera_distance;
+            vertex = seen(vertex, view);
         if (v_axis == V_axis::down)
             vertex.texcoord[1] = 1 - vertex.texcoord[1];
     }

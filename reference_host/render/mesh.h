@@ -30,8 +30,10 @@ struct Mesh {
 
 enum class V_axis { up, down };
 
-// The shape; a square for Vertex_space::screen. The tangents are the same for both axes.
-Mesh make_mesh(Shape shape, Vertex_space space, V_axis v_axis = V_axis::up);
+// The shape; a square for Vertex_space::screen. The tangents are the same for both axes. The camera
+// matters for Vertex_space::camera alone.
+Mesh make_mesh(Shape shape, Vertex_space space, V_axis v_axis = V_axis::up,
+               const Camera& camera = {});
 
 // The stream that a vertex shader's input wants, told by the words in the input's name: "texcoord",
 // "binormal", "tangent", "normal", "color", otherwise the position.

@@ -30,6 +30,7 @@
 namespace reference_host
 {
 
+// `uniforms` holds values in place of the file's, by the names that parameters have there.
 struct Render_request {
     // Two files: vertex and fragment shader in GLSL. One file: an effect (.cgfx, .fx).
     std::vector<std::string> shader_files;
@@ -41,7 +42,7 @@ struct Render_request {
     std::string environment_file; // for all cube maps and the backdrop; empty: see above
     std::shared_ptr<const Environment> environment;             // the same, in place of a file
     std::map<std::string, std::shared_ptr<const Image>> images; // for files of these names
-    std::map<std::string, std::vector<float>> uniforms;         // values in place of the file's
+    std::map<std::string, std::vector<float>> uniforms;         // see below
     Encoding encoding = Encoding::srgb;                         // of the picture file
     int size = 512; // width and height of the picture in pixels, 1 to 4096
 };

@@ -221,6 +221,21 @@ void add_view(CLI::App& command, const std::shared_ptr<Picture_request>& picture
         ->type_name("DEGREES")
         ->capture_default_str();
     command
+        .add_option("--yaw", request->view.camera.yaw,
+                    "How far around the object the camera stands, in degrees to the right")
+        ->type_name("DEGREES")
+        ->capture_default_str();
+    command
+        .add_option("--pitch", request->view.camera.pitch,
+                    "How far above the object it stands, in degrees")
+        ->type_name("DEGREES")
+        ->capture_default_str();
+    command
+        .add_option("--distance", request->view.camera.distance,
+                    "How far from the middle of the object it stands, 1.2 to 8")
+        ->type_name("N")
+        ->capture_default_str();
+    command
         .add_option("--background", request->view.background, "The linear colour behind the object")
         ->type_name("R,G,B")
         ->delimiter(',')

@@ -12,13 +12,11 @@ namespace
 {
 
 constexpr double pi = 3.14159265358979323846;
+constexpr double degree = pi / 180;
 constexpr float near_plane = 0.1F;
 constexpr float far_plane = 10.0F;
 
 constexpr Matrix identity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
-constexpr Matrix view = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, -camera_distance, 0, 0, 0, 1};
-constexpr Matrix view_inverse = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, camera_distance, 0, 0, 0, 1};
-
 Matrix product(const Matrix& a, const Matrix& b)
 {
     Matrix result = {};
@@ -53,17 +51,19 @@ struct Scene_matrix {
 
 std::vector<Scene_matrix> scene_matrices(const Camera& camera)
 {
+    const Matrix view = view_matrix(camera);
+    const Matrix back = view_inverse(camera);
     return {
         {Host_value::world_view_projection, product(projection(camera), view)},
         {Host_value::view_projection, product(projection(camera), view)},
-        {Host_value::view_projection_inverse, product(view_inverse, projection_inverse(camera))},
+        {Host_value::view_projection_inverse, product(back, projection_inverse(camera))},
         {Host_value::projection, projection(camera)},
         {Host_value::projection_inverse, projection_inverse(camera)},
         {Host_value::world_view, view},
-        {Host_value::world_view_inverse, view_inverse},
-        {Host_value::world_view_it, transposed(view_inverse)},
+        {Host_value::world_view_inverse, back},
+        {Host_value::world_view_it, transposed(back)},
         {Host_value::view_matrix, view},
-        {Host_value::view_inverse, view_inverse},
+        {Host_value::view_inverse, back},
         {Host_value::world, identity},
         {Host_value::world_inverse, identity},
         {Host_value::world_it, identity},
@@ -76,14 +76,16 @@ struct Other_matrix {
     Matrix matrix;
 };
 
-std::vector<Other_matrix> other_matrices()
+std::vector<Other_matrix> other_matrices(const Camera& camera)
 {
+    const Matrix view = view_matrix(camera);
+    const Matrix back = view_inverse(camera);
     return {
         {"__world_to_camera", view},
         {"world_to_camera", view},
-        {"camera_to_world", view_inverse},
-        {"view_it", transposed(view_inverse)},
-        {"VIEWINVERSETRANSPOSE", transposed(view_inverse)},
+        {"camera_to_world", back},
+        {"view_it", transposed(back)},
+        {"VIEWINVERSETRANSPOSE", transposed(back)},
     };
 }
 
@@ -109,7 +111,7 @@ std::optional<Matrix> find_matrix(const Camera& camera, const std::string& word,
     for (const Scene_matrix& row : scene_matrices(camera))
         if (equal_ignoring_case(word, word_of(row.value)))
             return row.matrix;
-    for (const Other_matrix& row : other_matrices())
+    for (const Other_matrix& row : other_matrices(camera))
         if (equal_ignoring_case(word, row.word))
             return row.matrix;
     return std::nullopt;
@@ -117,9 +119,53 @@ std::optional<Matrix> find_matrix(const Camera& camera, const std::string& word,
 
 } // namespace
 
+// The camera is turned up or down first, then around.
+Matrix view_matrix(const Camera& camera)
+{
+    const auto sin_yaw = static_cast<float>(std::sin(camera.yaw * degree));
+    const auto cos_yaw = static_cast<float>(std::cos(camera.yaw * degree));
+    const auto sin_pitch = static_cast<float>(std::sin(camera.pitch * degree));
+    const auto cos_pitch = static_cast<float>(std::cos(camera.pitch * degree));
+    return {cos_yaw,
+            0,
+            -sin_yaw,
+            0,
+            -sin_yaw * sin_pitch,
+            cos_pitch,
+            -cos_yaw * sin_pitch,
+            0,
+            sin_yaw * cos_pitch,
+            sin_pitch,
+            cos_yaw * cos_pitch,
+            static_cast<float>(-camera.distance),
+            0,
+            0,
+            0,
+            1};
+}
+
+Matrix view_inverse(const Camera& camera)
+{
+    Matrix view = view_matrix(camera);
+    view[11] = 0;
+    Matrix inverse = transposed(view);
+    for (std::size_t row = 0; row < 3; ++row) // the camera is on its own z axis
+        inverse[4 * row + 3] = inverse[4 * row + 2] * static_cast<float>(camera.distance);
+    return inverse;
+}
+
+std::array<double, 3> turned(const Matrix& matrix, const std::array<double, 3>& vector)
+{
+    std::array<double, 3> result = {};
+    for (std::size_t row = 0; row < 3; ++row)
+        for (std::size_t column = 0; column < 3; ++column)
+            result[row] += static_cast<double>(matrix[4 * row + column]) * vector[column];
+    return result;
+}
+
 double half_width(const Camera& camera)
 {
-    return std::tan(camera.field_of_view * pi / 360);
+    return std::tan(camera.field_of_view * degree / 2);
 }
 
 Matrix transposed(const Matrix& matrix)

@@ -12,9 +12,12 @@ enum class Shape { sphere, plane, cube, ball };
 // What is behind the object: one color, a checker of two greys, or what surrounds it.
 enum class Backdrop { plain, checker, environment };
 
-// Stands at (0, 0, 3) and looks at the origin.
+// Looks at the origin, from (0, 0, distance) unless it is moved around it.
 struct Camera {
     double field_of_view = 44; // height and width in degrees; 40 leaves a sphere hardly a margin
+    double yaw = 0;            // degrees to the right of the z axis
+    double pitch = 0;          // degrees above it
+    double distance = 3;       // from the origin
 };
 
 struct View {

@@ -96,6 +96,20 @@ TEST(Mesh, in_camera_space_the_sphere_is_in_front_of_the_camera)
         EXPECT_NEAR(vertex.position[2] + 3, vertex.normal[2], 1e-5);
 }
 
+TEST(Mesh, in_camera_space_is_seen_from_where_the_camera_stands)
+{
+    Camera camera;
+    camera.yaw = 90;
+    const auto world = make_mesh(Shape::cube, Vertex_space::world).vertices;
+    const auto seen = make_mesh(Shape::cube, Vertex_space::camera, V_axis::up, camera).vertices;
+    for (std::size_t i = 0; i < world.size(); ++i) {
+        EXPECT_NEAR(seen[i].position[2], world[i].position[0] - 3, 1e-5) << "+x is nearest";
+        EXPECT_NEAR(seen[i].normal[2], world[i].normal[0], 1e-5);
+        EXPECT_NEAR(seen[i].tangent[0], -world[i].tangent[2], 1e-5);
+        EXPECT_NEAR(seen[i].encoded_tangent[0], 0.5 - world[i].tangent[2] / 2, 1e-5);
+    }
+}
+
 TEST(Vertex_stream, is_told_by_the_input_name)
 {
     EXPECT_EQ(stream_for("vertex_position"), &Vertex::position);

@@ -25,9 +25,14 @@ void expect_identity(const Matrix& matrix, const std::string& what)
         EXPECT_NEAR(matrix[i], i % 5 == 0 ? 1 : 0, 1e-5) << what << ", number " << i;
 }
 
+// Of a camera that stands anywhere.
 Matrix named(const std::string& semantic)
 {
-    const auto matrix = scene_matrix(Camera(), "", semantic);
+    Camera camera;
+    camera.yaw = 40;
+    camera.pitch = -25;
+    camera.distance = 2.5;
+    const auto matrix = scene_matrix(camera, "", semantic);
     EXPECT_TRUE(matrix) << semantic;
     return matrix.value_or(Matrix{});
 }
@@ -67,10 +72,18 @@ TEST(Scene_matrix, is_known_by_name_or_semantic_in_any_case)
 
 TEST(Scene_matrix, the_eye_is_at_the_camera)
 {
-    const Matrix eye = named("VIEWINVERSE");
+    const Matrix eye = *scene_matrix(Camera(), "", "VIEWINVERSE");
     EXPECT_EQ(eye[3], 0);
     EXPECT_EQ(eye[7], 0);
     EXPECT_EQ(eye[11], 3);
+    Camera camera;
+    camera.yaw = 90;
+    camera.distance = 2;
+    const Matrix right = view_inverse(camera);
+    EXPECT_NEAR(right[3], 2, 1e-5);
+    EXPECT_NEAR(right[11], 0, 1e-5);
+    camera.pitch = 90;
+    EXPECT_NEAR(view_inverse(camera)[7], 2, 1e-5);
 }
 
 TEST(Vertex_space, follows_the_matrices_in_use)
