@@ -294,6 +294,8 @@ TEST_F(File_dialogs, multiple_open_dialog_appends_every_chosen_file)
     ASSERT_TRUE(open_many(exporter));
     EXPECT_TRUE(shown().selects_many);
     EXPECT_EQ(shown().caption, "Choose it");
+    const long style = wxFD_OPEN | wxFD_FILE_MUST_EXIST | wxFD_MULTIPLE;
+    EXPECT_EQ(shown().style.value_or(style) & (style | wxFD_SAVE), style);
     std::vector<std::string> expected = {"first", folder.file("b.fx"), folder.file("c.fx")};
     std::vector<std::string> paths = all_chosen();
     std::sort(paths.begin() + 1, paths.end()); // the order is the dialog's

@@ -63,6 +63,39 @@ TEST_F(Files, folder_or_missing_folder_cannot_be_opened_for_writing)
     EXPECT_EQ(write_file(folder.file("none/a"), {"x"}), WRITE_OPEN_FAILED);
 }
 
+// A host may have no standard input; then a file gets its descriptor.
+TEST_F(Files, the_lowest_descriptor_serves_like_any_other)
+{
+    const int input = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(input, 0);
+    const int kept = ::dup(STDIN_FILENO);
+    ::close(STDIN_FILENO);
+    const Write_result result = write_file(folder.file("a"), {"x"});
+    const bool is_open = ::fcntl(STDIN_FILENO, F_GETFD) != -1;
+    ::dup2(kept >= 0 ? kept : input, STDIN_FILENO);
+    ::close(kept);
+    ::close(input);
+    EXPECT_EQ(result, WRITE_DONE);
+    EXPECT_EQ(folder.read("a"), "x");
+    EXPECT_FALSE(is_open);
+}
+
+TEST_F(Files, a_thousand_interruptions_are_too_many)
+{
+    for (const int count : {999, 1000}) {
+        folder.write("a", "old");
+        Faults faults;
+        for (const Fault_kind kind : {FAULT_OPEN, FAULT_READ, FAULT_WRITE}) {
+            faults.set(kind, fail_first(count, EINTR));
+            const bool done = kind == FAULT_WRITE
+                                  ? write_file(folder.file("a"), {"x"}) == WRITE_DONE
+                                  : read_text_file(folder.file("a"), text);
+            EXPECT_EQ(done, count < 1000) << kind;
+            faults.set(kind);
+        }
+    }
+}
+
 TEST_F(Files, what_cannot_be_opened_is_tried_once)
 {
     const Faults faults;
