@@ -3,11 +3,11 @@
 #include "reference_host/app/item_json.h"
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/file_names.h"
+#include "reference_host/system/file_access.h"
 #include "reference_host/system/whole_file.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
 #include <nlohmann/json.hpp>
 
@@ -57,8 +57,12 @@ void write_record(const Export_item& item, const std::string& key, const Item_re
 std::optional<Item_result> find_unchanged(const Export_item& item, const std::string& key,
                                           Hash_store& hashes)
 {
-    std::ifstream stream(record_file(item), std::ios::binary);
-    const json record = json::parse(stream, nullptr, false);
+    constexpr std::uintmax_t max_size = std::uintmax_t{16} << 20;
+    std::string ignored;
+    const std::optional<std::string> text = read_whole_file(record_file(item), max_size, ignored);
+    if (!text)
+        return {};
+    const json record = json::parse(*text, nullptr, false);
     Item_result result;
     try {
         if (record.is_discarded() || record.at("key") != key)

@@ -2,6 +2,7 @@
 
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/write_failure.h"
+#include "reference_host/system/file_access.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -336,9 +337,10 @@ std::string Staged_files::for_user(const std::string& text) const
 
 bool Staged_files::was_edited(const std::string& name) const
 {
-    std::string known;
-    std::ifstream(hash_file(m_hidden, name)) >> known;
-    return !known.empty() && known != file_hash(placed(name));
+    constexpr std::uintmax_t max_size = 100; // a fingerprint and the end of its line
+    std::string ignored;
+    const auto known = read_whole_file(hash_file(m_hidden, name), max_size, ignored);
+    return known && !known->empty() && *known != file_hash(placed(name)) + '\n';
 }
 
 std::string Staged_files::back_up(const std::string& name) const

@@ -1,13 +1,13 @@
 #include "reference_host/render/reference_scenes.h"
 
 #include "reference_host/render/render.h"
+#include "reference_host/system/file_access.h"
 #include "reference_host/system/temporary_folder.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <sstream>
@@ -73,7 +73,10 @@ std::map<std::string, std::shared_ptr<const Image>> stand_ins(const Reference_re
     if (auto image = read_image(request.references + "/stand_in.png"))
         color = std::make_shared<Image>(std::move(*image));
     std::map<std::string, std::shared_ptr<const Image>> images;
-    std::ifstream table(request.references + "/files.tsv");
+    constexpr std::uintmax_t max_size = std::uintmax_t{1} << 20;
+    std::string ignored;
+    std::istringstream table(
+        read_whole_file(request.references + "/files.tsv", max_size, ignored).value_or(""));
     for (std::string line; std::getline(table, line);) {
         std::istringstream words(line);
         std::string document;

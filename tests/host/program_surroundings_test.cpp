@@ -111,6 +111,24 @@ TEST_F(Surroundings, no_path_is_waited_for_or_read_without_end)
     }
 }
 
+TEST_F(Surroundings, what_stands_where_the_program_keeps_its_notes_is_not_waited_for)
+{
+    const std::string line = "\"$0\" batch \"$2\" --plugin \"$1\" --exporter 5 --overwrite yes "
+                             "--output \"$3\"";
+    ASSERT_EQ(0, run_line(line, m_folder.path()).status);
+    const std::string notes = m_folder.file("custom_cgfx/.shader-export");
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(notes))
+        files.push_back(entry.path().string());
+    ASSERT_EQ(2U, files.size());
+    for (const std::string& file : files) {
+        std::filesystem::remove(file);
+        mkfifo(file.c_str(), 0600);
+    }
+    const Process_result result = run_line(line + " --light key", m_folder.path());
+    EXPECT_EQ(0, result.status) << describe_end(result, patience) << result.output;
+}
+
 TEST_F(Surroundings, closed_standard_streams_do_not_reach_the_files)
 {
     const std::string export_line = "\"$0\" export \"$2\" --plugin \"$1\" --exporter 5 "
