@@ -34,7 +34,7 @@ reference_host/host:        nodes document options generator interfaces sdk
 reference_host/desktop:     interfaces exporter_base system
 reference_host/check:       interfaces sdk exporter_base exporters system recording_host desktop
 reference_host/app:         interfaces sdk exporter_base exporters system shading document options generator render host output desktop check
-reference_host/window:      exporter_base interfaces system document host output desktop app
+reference_host/window:      exporter_base interfaces system document render host output desktop app
 reference_host/program:     system app window
 '
 interfaces='plugin/(export_symbol|iexporter|iexporter_plugin|interface|plugin)\.h'

@@ -47,17 +47,12 @@ Scene_request scene_of(const Document_request& request, const Shader_graph& grap
     scene.document = request.document;
     scene.node = request.node;
     scene.search_path = request.search_path;
-    scene.texture_paths = Texture_paths::absolute;
     for (const std::string& light : request.lights)
         scene.render.lights.push_back(light_of(light));
-    const bool has_lights = std::any_of(graph.nodes.begin(), graph.nodes.end(),
-                                        [](const auto& node) { return is_light(*node); });
-    if (request.lights.empty() && !has_lights)
-        for (const char* light : key_and_fill)
-            scene.render.lights.push_back(light_of(light));
-    scene.render.environment = surroundings;
     if (!request.environment_file.empty())
-        scene.render.environment += ":" + fs::absolute(request.environment_file).string();
+        scene.render.environment =
+            surroundings + (":" + fs::absolute(request.environment_file).string());
+    light_for_picture(scene, graph);
     return scene;
 }
 
@@ -66,16 +61,6 @@ std::string exporter_of(const std::string& target)
     const std::map<std::string, std::string> exporters = {
         {"glsl", "Custom GLSL"}, {"cgfx", "Custom CgFX"}, {"hlsl", "Custom HLSL FX"}};
     return exporters.at(target);
-}
-
-// The vertex shader of a pair first: its name ends with "_v.gl", the other one's with "_f.gl".
-std::vector<std::string> files_of(const Export_outcome& outcome)
-{
-    std::vector<std::string> files;
-    for (const Exported_file& file : outcome.files)
-        files.push_back(file.path);
-    std::sort(files.rbegin(), files.rend());
-    return files;
 }
 
 Exported_shader export_shader(const Scene_request& scene, QZ::TSDK::IExporter& exporter,
@@ -89,12 +74,43 @@ Exported_shader export_shader(const Scene_request& scene, QZ::TSDK::IExporter& e
     print_messages(messages_of(outcome)); // the renderer itself tells which images are missing
     Exported_shader shader;
     shader.name = document.node().name;
-    if (outcome.is_success())
-        shader.files = files_of(outcome);
+    for (const Shader_source& text : drawable_texts(outcome))
+        shader.files.push_back(text.name);
     return shader;
 }
 
 } // namespace
+
+void light_for_picture(Scene_request& scene, const Shader_graph& graph)
+{
+    const bool has_lights = std::any_of(graph.nodes.begin(), graph.nodes.end(),
+                                        [](const auto& node) { return is_light(*node); });
+    if (scene.render.lights.empty() && !has_lights)
+        for (const char* light : key_and_fill)
+            scene.render.lights.push_back(light_of(light));
+    if (scene.render.environment.empty())
+        scene.render.environment = surroundings;
+    scene.texture_paths = Texture_paths::absolute;
+}
+
+// The vertex shader of a pair first: its name ends with "_v.gl", the other one's with "_f.gl".
+std::vector<Shader_source> drawable_texts(const Export_outcome& outcome)
+{
+    std::vector<Shader_source> texts;
+    size_t effects = 0;
+    for (const Exported_file& file : outcome.files) {
+        const std::string kind = fs::path(file.path).extension().string();
+        const bool is_effect = kind == ".cgfx" || kind == ".fx";
+        effects += is_effect ? 1 : 0;
+        if (is_effect || kind == ".gl")
+            texts.push_back({file.path, file.content});
+    }
+    std::sort(texts.begin(), texts.end(),
+              [](const auto& one, const auto& other) { return one.name > other.name; });
+    const bool is_drawable =
+        (texts.size() == 1 && effects == 1) || (texts.size() == 2 && effects == 0);
+    return is_drawable ? texts : std::vector<Shader_source>();
+}
 
 std::vector<Exported_shader> export_for_renderer(const Document_request& request,
                                                  const std::string& folder)

@@ -7,6 +7,7 @@
 #include "reference_host/window/file_drop.h"
 #include "reference_host/window/graph_page.h"
 #include "reference_host/window/message_list.h"
+#include "reference_host/window/preview_page.h"
 #include "reference_host/window/sample_files.h"
 #include "reference_host/window/scene_view.h"
 #include "reference_host/window/text_file.h"
@@ -30,7 +31,10 @@ namespace reference_host
 namespace
 {
 
-constexpr int trial_delay_ms = 80; // shorter than a user notices, longer than between two keys
+// Before code is made: none for what is chosen; for what is typed, shorter than a user notices and
+// longer than between two keys.
+constexpr int chosen_delay_ms = 1;
+constexpr int typed_delay_ms = 80;
 constexpr int watch_interval_ms = 500;
 
 enum Book_page { welcome_page, work_page };
@@ -126,8 +130,9 @@ void Main_window::make_menu()
          {{"&Find\tCtrl+F", [this] { search_page(); }},
           {"&Make the code again\tF5", [this] { m_workspace.run_trial(); }},
           {"&Graph\tCtrl+1", page(0)},
-          {"&Code\tCtrl+2", page(1)},
-          {"&Document\tCtrl+3", page(2)}}},
+          {"&Preview\tCtrl+2", page(1)},
+          {"&Code\tCtrl+3", page(2)},
+          {"&Document\tCtrl+4", page(3)}}},
     };
     wxMenuBar* bar = new wxMenuBar;
     for (const Menu& menu : menus) {
@@ -176,9 +181,11 @@ wxWindow* Main_window::make_pages(wxWindow* parent)
 {
     m_pages = new wxNotebook(parent, wxID_ANY);
     m_graph = new Graph_page(m_pages, m_workspace);
+    m_preview = new Preview_page(m_pages, m_workspace);
     m_code = new Code_view(m_pages, m_workspace);
     m_source = new Text_view(m_pages, Text_kind::document);
     m_pages->AddPage(m_graph, wxT("Graph"));
+    m_pages->AddPage(m_preview, wxT("Preview"));
     m_pages->AddPage(m_code, wxT("Code"), true);
     m_pages->AddPage(m_source, wxT("Document"));
     return m_pages;
@@ -249,8 +256,13 @@ void Main_window::on_change(Change change)
         SetStatusText(to_text(m_workspace.pointed_out()));
     const bool is_outcome =
         change == Change::trial || change == Change::messages || change == Change::pointed;
-    if (!is_outcome)
-        m_trial_timer.StartOnce(trial_delay_ms);
+    if (is_outcome)
+        return;
+    const bool is_typed = change == Change::options || change == Change::scene;
+    const int delay = is_typed ? typed_delay_ms : chosen_delay_ms;
+    const bool is_soon = m_trial_timer.IsRunning() && m_trial_timer.GetInterval() < delay;
+    if (!is_soon)
+        m_trial_timer.StartOnce(delay);
 }
 
 void Main_window::show_current()

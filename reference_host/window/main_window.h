@@ -2,8 +2,8 @@
 //
 //   welcome, as long as no document is open, else
 //   +-----------+------------------+-------------+
-//   | documents | graph, code,     | exporter,   |
-//   |           | document         | scene       |
+//   | documents | graph, preview,  | exporter,   |
+//   |           | code, document   | scene       |
 //   |           |                  | export      |
 //   +-----------+------------------+-------------+
 //   | messages                                   |
@@ -36,6 +36,7 @@ class Export_bar;
 class Exporter_view;
 class Graph_page;
 class Message_list;
+class Preview_page;
 class Scene_view;
 class Text_view;
 class Welcome_view;
@@ -56,6 +57,7 @@ public:
     Welcome_view& welcome() { return *m_welcome; }
     Document_tree& documents() { return *m_documents; }
     Graph_page& graph() { return *m_graph; }
+    Preview_page& preview() { return *m_preview; }
     Code_view& code() { return *m_code; }
     Text_view& source() { return *m_source; }
     Exporter_view& exporter() { return *m_exporter; }
@@ -95,6 +97,7 @@ private:
     Welcome_view* m_welcome = nullptr;
     Document_tree* m_documents = nullptr;
     Graph_page* m_graph = nullptr;
+    Preview_page* m_preview = nullptr;
     Code_view* m_code = nullptr;
     Text_view* m_source = nullptr;
     Exporter_view* m_exporter = nullptr;

@@ -2,6 +2,7 @@
 
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/desktop/wx_runtime.h"
+#include "reference_host/render/offscreen_context.h"
 #include "reference_host/window/main_window.h"
 
 #include <memory>
@@ -27,6 +28,7 @@ std::unique_ptr<wxConfigBase> open_settings()
 
 int show_window(const Window_command& command)
 {
+    prefer_early_pictures();
     const Wx_runtime wx(Display_choice::users);
     const Plugin_library library(command.plugin);
     const std::unique_ptr<wxConfigBase> settings = open_settings();

@@ -2,6 +2,7 @@
 
 #include "reference_host/app/export_item.h"
 #include "reference_host/app/output_place.h"
+#include "reference_host/app/render_export.h"
 #include "reference_host/output/file_names.h"
 #include "reference_host/window/command_text.h"
 #include "reference_host/window/document_memory.h"
@@ -271,6 +272,18 @@ void Workspace::run_trial()
     }
     tell(Change::trial);
     renew_messages();
+}
+
+Run_result Workspace::run_for_picture(const std::string& exporter) const
+{
+    if (!m_current || !m_current->node())
+        return failed_run("there is no node to draw");
+    Scene_request wanted = request(exporter);
+    light_for_picture(wanted, *m_current->content.graph);
+    wanted.is_dry_run = true;
+    wanted.boxes = {};
+    Replacement replacement({Overwrite::yes, true});
+    return run(exporter, m_current->output(), wanted, replacement);
 }
 
 void Workspace::report_export(const std::string& exporter, const Run_result& result)

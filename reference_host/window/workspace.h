@@ -103,6 +103,10 @@ public:
     void run_trial();
     const std::vector<Code_file>& code() const { return m_code; }
 
+    // What an exporter makes of the chosen node to be drawn: in the light that the command `render`
+    // gives it, with images where they are. Writes nothing. Runs the plug-in.
+    Run_result run_for_picture(const std::string& exporter) const;
+
     // Exports to the chosen file. What is asked meanwhile goes to the two arguments.
     Export_outcome export_current(const Box_policy& boxes, Replacement& replacement);
 

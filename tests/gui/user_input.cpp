@@ -1,6 +1,7 @@
 #include "tests/gui/user_input.h"
 
 #include "tests/gui/gtk_functions.h"
+#include "tests/gui/waiting.h"
 
 #include <stdexcept>
 
@@ -27,6 +28,8 @@ Display* server()
         throw std::runtime_error("the display cannot be opened");
     return connection;
 }
+
+constexpr unsigned int left_button = 1;
 
 void send_key(unsigned int code, bool down)
 {
@@ -103,9 +106,30 @@ bool is_pointed_at(wxWindow* window)
 
 void press_button()
 {
-    constexpr unsigned int left_button = 1;
     XTestFakeButtonEvent(server(), left_button, True, CurrentTime);
     XTestFakeButtonEvent(server(), left_button, False, CurrentTime);
+    XSync(server(), False);
+}
+
+void drag(wxWindow* control, const wxPoint& from, const wxPoint& to)
+{
+    constexpr int steps = 8;
+    point_at(control, from);
+    XTestFakeButtonEvent(server(), left_button, True, CurrentTime);
+    for (int step = 1; step <= steps; ++step) {
+        handle_events(); // a hand takes its time, too
+        point_at(control, from + (to - from) * step / steps);
+    }
+    handle_events();
+    XTestFakeButtonEvent(server(), left_button, False, CurrentTime);
+    XSync(server(), False);
+}
+
+void turn_wheel(Wheel direction)
+{
+    const unsigned int button = direction == Wheel::up ? 4 : 5; // as X has it
+    XTestFakeButtonEvent(server(), button, True, CurrentTime);
+    XTestFakeButtonEvent(server(), button, False, CurrentTime);
     XSync(server(), False);
 }
 

@@ -35,6 +35,13 @@ bool is_pointed_at(wxWindow* control);
 // Presses and releases the left button where the pointer is.
 void press_button();
 
+// Holds the left button down while the pointer moves over the control, in several steps.
+void drag(wxWindow* control, const wxPoint& from, const wxPoint& to);
+
+// Turns the wheel one notch where the pointer is.
+enum class Wheel { up, down };
+void turn_wheel(Wheel direction);
+
 } // namespace TEST
 } // namespace QZ
 

@@ -1,7 +1,9 @@
-// Pictures of the window for its readers: made where TOVIRAEXPORT_PICTURES names a folder.
+// Pictures of the window for its readers: made where TOVIRAEXPORT_PICTURES names a folder, of a
+// sample in the folder that TOVIRAEXPORT_DOCUMENTS names.
 #include "tests/window/program_window.h"
 
 #include "reference_host/window/graph_page.h"
+#include "reference_host/window/preview_page.h"
 
 #include <cstdlib>
 
@@ -20,12 +22,17 @@ TEST_F(Pictures, of_each_tab)
 {
     if (!std::getenv("TOVIRAEXPORT_PICTURES"))
         GTEST_SKIP() << "TOVIRAEXPORT_PICTURES names no folder";
-    start(wxSize(1024, 700));
-    open(sample("wood_textured"), "Custom CgFX");
+    start(wxSize(1280, 768));
+    const char* documents = std::getenv("TOVIRAEXPORT_DOCUMENTS");
+    open(documents ? documents + std::string("/wood_textured.mtlx") : sample("wood_textured"),
+         "Custom CgFX");
     take_picture("code");
     press_key("Control_L", "1");
     ASSERT_TRUE(wait_until([this] { return window().graph().layout().width > 0; }));
     take_picture("graph");
+    press_key("Control_L", "2");
+    ASSERT_TRUE(wait_until([this] { return window().preview().is_fine(); }));
+    take_picture("preview");
 }
 
 } // namespace TEST

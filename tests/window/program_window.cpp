@@ -1,5 +1,6 @@
 #include "tests/window/program_window.h"
 
+#include "reference_host/render/offscreen_context.h"
 #include "reference_host/window/code_view.h"
 #include "reference_host/window/exporter_view.h"
 #include "reference_host/window/wx_text.h"
@@ -47,6 +48,7 @@ std::vector<Control*> find_all(const wxWindow& parent)
 Program_window::Program_window()
 {
     setenv("HOME", folder.path().c_str(), 1);
+    reference_host::prefer_early_pictures();
     m_plugin = std::make_unique<reference_host::Plugin_library>(PLUGIN);
 }
 
