@@ -2,8 +2,8 @@
 
 #include "export_common/output_names.h"
 #include "exporter_base/bytes.h"
+#include "exporter_base/decimal.h"
 #include "exporter_base/files.h"
-#include "exporter_base/number_text.h"
 
 #include <new>
 

@@ -3,7 +3,7 @@
 #include "export_common/compiler_options.h"
 #include "export_common/graph_queries.h"
 #include "exporter_base/bytes.h"
-#include "exporter_base/number_text.h"
+#include "exporter_base/decimal.h"
 #include "sdk/interface_ids.h"
 
 #include <cstdio>

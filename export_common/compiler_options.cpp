@@ -1,8 +1,8 @@
 #include "export_common/compiler_options.h"
 
 #include "exporter_base/bytes.h"
+#include "exporter_base/decimal.h"
 #include "exporter_base/files.h"
-#include "exporter_base/number_text.h"
 
 #include <wx/filename.h>
 

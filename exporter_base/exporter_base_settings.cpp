@@ -4,7 +4,7 @@
 
 #include "exporter_base/border.h"
 #include "exporter_base/bytes.h"
-#include "exporter_base/number_text.h"
+#include "exporter_base/decimal.h"
 #include "exporter_base/toviraexport_log.h"
 
 #include <cstdio>

@@ -1,8 +1,8 @@
 #include "exporter_base/file_chooser.h"
 
+#include "exporter_base/decimal.h"
 #include "exporter_base/dialog_paths.h"
 #include "exporter_base/exporter_base.h"
-#include "exporter_base/number_text.h"
 #include "exporter_base/toviraexport_log.h"
 #include "exporter_base/wx_compat.h"
 

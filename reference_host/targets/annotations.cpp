@@ -1,7 +1,7 @@
 #include "reference_host/targets/annotations.h"
 
 #include "reference_host/targets/dialect.h"
-#include "reference_host/targets/number_text.h"
+#include "reference_host/targets/float_text.h"
 
 #include <pugixml.hpp>
 

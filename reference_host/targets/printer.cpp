@@ -1,6 +1,6 @@
 #include "reference_host/targets/printer.h"
 
-#include "reference_host/targets/number_text.h"
+#include "reference_host/targets/float_text.h"
 
 namespace reference_host
 {

@@ -1,7 +1,7 @@
 #include "reference_host/targets/source_writer.h"
 
 #include "reference_host/targets/annotations.h"
-#include "reference_host/targets/number_text.h"
+#include "reference_host/targets/float_text.h"
 #include "reference_host/targets/swrc_prelude.h"
 #include "reference_host/targets/text_parts.h"
 

@@ -14,7 +14,7 @@ namespace
 constexpr const char* texture_path_names[] = {"relative", "absolute", "as-is", "copy"}; // by value
 
 template<typename Number>
-std::string number_text(Number number)
+std::string decimal_text(Number number)
 {
     std::array<char, 64> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
@@ -26,7 +26,7 @@ std::string numbers_text(const Numbers& numbers)
 {
     std::string text;
     for (const auto number : numbers)
-        text += (text.empty() ? "" : ",") + number_text(number);
+        text += (text.empty() ? "" : ",") + decimal_text(number);
     return text;
 }
 
@@ -86,15 +86,15 @@ std::string light_text(const Light_request& light)
     text += std::string(":") + row_of(*light.kind).word;
     // Only a spot light may name its cone; the short form takes one of any light.
     if (light.spread && *light.kind != Light_kind::spot)
-        return text + ":" + number_text(*light.spread) +
-               (light.distance_limit ? ":" + number_text(*light.distance_limit) : "");
+        return text + ":" + decimal_text(*light.spread) +
+               (light.distance_limit ? ":" + decimal_text(*light.distance_limit) : "");
     std::string parts;
     for (const auto& input : light.inputs)
         parts += "," + input.first + "=" + numbers_text(input.second);
     if (light.spread)
-        parts += ",cone=" + number_text(*light.spread);
+        parts += ",cone=" + decimal_text(*light.spread);
     if (light.distance_limit)
-        parts += ",limit=" + number_text(*light.distance_limit);
+        parts += ",limit=" + decimal_text(*light.distance_limit);
     return parts.empty() ? text : text + ":" + parts.substr(1);
 }
 

@@ -2,7 +2,7 @@
 #include "export_common/compiler_options.h"
 
 #include "exporter_base/bytes.h"
-#include "exporter_base/number_text.h"
+#include "exporter_base/decimal.h"
 #include "reference_host/recording_host/recording_host.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/without_root.h"
@@ -36,7 +36,7 @@ std::string printed(double value, int precision)
     return text;
 }
 
-TEST(Number_text, agrees_with_printf_digit_for_digit)
+TEST(Decimal, agrees_with_printf_digit_for_digit)
 {
     std::mt19937 generator(1);
     std::uniform_real_distribution<double> magnitude(-40, 38);

@@ -1,7 +1,7 @@
 // Numbers as texts that read back the same: always with a decimal point, and never in the manner of
 // a locale.
-#ifndef REFERENCE_HOST_TARGETS_NUMBER_TEXT_H
-#define REFERENCE_HOST_TARGETS_NUMBER_TEXT_H
+#ifndef REFERENCE_HOST_TARGETS_FLOAT_TEXT_H
+#define REFERENCE_HOST_TARGETS_FLOAT_TEXT_H
 
 #include <string>
 

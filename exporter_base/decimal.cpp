@@ -1,4 +1,4 @@
-#include "exporter_base/number_text.h"
+#include "exporter_base/decimal.h"
 
 #include "exporter_base/bytes.h"
 

@@ -2,8 +2,8 @@
 //
 // None of these goes through a formatter of the toolkit: one that cannot get memory ends the
 // process, and all of them follow the user's locale.
-#ifndef EXPORTER_BASE_NUMBER_TEXT_H
-#define EXPORTER_BASE_NUMBER_TEXT_H
+#ifndef EXPORTER_BASE_DECIMAL_H
+#define EXPORTER_BASE_DECIMAL_H
 
 #include <string>
 

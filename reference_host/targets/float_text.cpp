@@ -1,4 +1,4 @@
-#include "reference_host/targets/number_text.h"
+#include "reference_host/targets/float_text.h"
 
 #include <algorithm>
 #include <charconv>
