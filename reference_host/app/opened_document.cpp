@@ -52,10 +52,14 @@ const Node& chosen_node(const Shader_graph& graph, const Scene_request& request)
     if (request.node.empty()) {
         if (const Node* node = default_node(graph))
             return *node;
-        throw Failure({{Severity::error,
-                        "there is no surface material and no surface shader; choose a node with "
-                        "--node",
-                        {request.document, 0}}});
+        std::vector<Message> messages;
+        for (const Missing_file& missing : graph.missing_files)
+            messages.push_back({Severity::error, missing.text, missing.place});
+        messages.push_back({Severity::error,
+                            "there is no surface material and no surface shader; choose a node "
+                            "with --node",
+                            {request.document, 0}});
+        throw Failure(messages);
     }
     if (const Node* node = graph.find_node(request.node))
         return *node;
@@ -133,6 +137,8 @@ Opened_document::Opened_document(const Scene_request& request, std::shared_ptr<S
       m_images(m_graph->folder, request.search_path),
       m_render_settings(make_render_settings(*m_graph, request.render))
 {
+    for (const Missing_file& missing : m_graph->missing_files)
+        warn(missing.text + "; what it holds is left out", missing.place);
     warn_of_missing_images(*m_node);
     if (const Node* environment = m_render_settings.environment)
         warn_of_missing_images(*environment);

@@ -38,8 +38,8 @@ public:
 
     const Node& node() const { return *m_node; }
 
-    // What the user should know of the scene: images that are missing, an environment or a volume
-    // that the document does not have.
+    // What the user should know of the scene: included files and images that are missing, an
+    // environment or a volume that the document does not have.
     const std::vector<Message>& warnings() const { return m_warnings; }
 
     // All files that an export depends on: the documents, the images that they name, and the user's

@@ -113,7 +113,7 @@ public:
     Document_files load(const std::string& file)
     {
         m_problems.attempt([&] { add(file, {}, 0); });
-        m_problems.end_if_any();
+        end_if_any(m_problems, m_result);
         return std::move(m_result);
     }
 
@@ -155,8 +155,10 @@ private:
                                  Document_error::Reach::document);
         const fs::path path = find_included(target, element.file());
         if (path.empty())
-            throw Document_error(element.place(), "the included file '" + target + "' is missing");
-        add(path, root, depth);
+            m_result.missing.push_back(
+                {"the included file '" + target + "' is missing", element.place()});
+        else
+            add(path, root, depth);
     }
 
     fs::path find_included(const fs::path& target, const Source_file& from) const
@@ -246,6 +248,15 @@ Document_files load_document(const std::string& file, const std::vector<std::str
                              Document_problems& problems)
 {
     return Loader(file, search_path, problems).load(file);
+}
+
+void end_if_any(Document_problems& problems, const Document_files& files)
+{
+    if (problems.all().empty())
+        return;
+    for (const Missing_file& missing : files.missing)
+        problems.add({missing.place, missing.text});
+    problems.end_if_any();
 }
 
 } // namespace reference_host

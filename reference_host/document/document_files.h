@@ -77,16 +77,22 @@ private:
 struct Document_files {
     std::vector<std::unique_ptr<Source_file>> files; // the opened document first
     std::vector<Element> elements; // the children of all roots, an included file's where it stands
+    std::vector<Missing_file> missing;
 
     // The outermost element of the opened document.
     Element root() const { return Element(files.front()->xml.document_element(), *files.front()); }
 };
 
-// Reads the document and, once each, the files that it includes. Throws Reading_ended when a file
-// is missing, no regular file, not well-formed, larger than 64 MiB with what it includes, or not a
-// MaterialX document of version 1: what the others say about names is then worth nothing.
+// Reads the document and, once each, the files that it includes. Throws Reading_ended when the
+// document is missing, or a file no regular file, not well-formed, larger than 64 MiB with what it
+// includes, or not a MaterialX document of version 1: what the others say about names is then worth
+// nothing. An included file that is missing is noted: the rest may be all that is wanted.
 Document_files load_document(const std::string& file, const std::vector<std::string>& search_path,
                              Document_problems& problems);
+
+// Throws Reading_ended when there are problems. Files that are missing are then among them: they
+// may be the cause.
+void end_if_any(Document_problems& problems, const Document_files& files);
 
 } // namespace reference_host
 

@@ -33,7 +33,8 @@ std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Documen
     for (const auto& node : graph->nodes)
         node->definition = find_definition(*node);
     check_graph(*graph, problems);
-    problems.end_if_any();
+    graph->missing_files = files.missing;
+    end_if_any(problems, files);
     return graph;
 }
 

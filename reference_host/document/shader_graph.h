@@ -79,11 +79,18 @@ std::string full_name(const Node& node);
 // Null when there is none.
 const Node_definition* find_definition(const Node& node);
 
+// A file that a document includes and that is not there.
+struct Missing_file {
+    std::string text; // what to say of it
+    Place place;      // of the include
+};
+
 struct Shader_graph {
     std::string document;           // the file name that was opened, without its folder
     std::string folder;             // the folder of that file; image files may be relative to it
     std::vector<std::string> files; // that were read: the document, then what it includes
-    std::string color_space;        // the working colour space ("lin_rec709" when none is given)
+    std::vector<Missing_file> missing_files;
+    std::string color_space; // the working colour space ("lin_rec709" when none is given)
     std::vector<std::unique_ptr<Node>> nodes; // in the document's order
     std::vector<std::unique_ptr<Parameter>> parameters;
 

@@ -386,6 +386,18 @@ TEST_F(Reader, reads_files_that_include_each_other_once)
     EXPECT_EQ(2u, m_graph->nodes.size());
 }
 
+TEST_F(Reader, leaves_out_what_an_included_file_holds_that_is_missing)
+{
+    const std::string main = m_folder.write("main.mtlx", document(R"(
+        <xi:include href="none.mtlx"/>
+        <constant name="own" type="float"/>)"));
+    read_file(main);
+    EXPECT_TRUE(m_graph->find_node("own"));
+    ASSERT_EQ(1u, m_graph->missing_files.size());
+    EXPECT_EQ("the included file 'none.mtlx' is missing", m_graph->missing_files[0].text);
+    EXPECT_EQ(3, m_graph->missing_files[0].place.line);
+}
+
 TEST_F(Reader, passes_the_file_prefix_of_the_including_document_on)
 {
     m_folder.write("part.mtlx",
@@ -419,7 +431,8 @@ TEST_F(Reader, opens_every_document_of_the_shared_folder)
             continue;
         const Read_result result = read_materialx(file, {});
         const bool is_complete = file.find("look") == std::string::npos;
-        EXPECT_EQ(is_complete, result.graph != nullptr) << file << ": " << result.error();
+        ASSERT_TRUE(result.graph) << file << ": " << result.error();
+        EXPECT_EQ(is_complete, result.graph->missing_files.empty()) << file;
     }
 }
 
