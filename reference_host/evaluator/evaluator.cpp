@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace reference_host
 {
@@ -249,8 +250,10 @@ private:
         Shading_value result(is_arithmetic(op) ? wider.type : Shading_type(Kind::boolean));
         for (int i = 0; i < wider.size(); ++i) {
             const auto component = static_cast<std::size_t>(i);
-            const double number = row_of(op).fold(a.numbers[a.size() == 1 ? 0 : component],
-                                                  b.numbers[b.size() == 1 ? 0 : component]);
+            const double x = a.numbers[a.size() == 1 ? 0 : component];
+            const double y = b.numbers[b.size() == 1 ? 0 : component];
+            const double number =
+                result.type == Kind::natural ? natural_result(op, x, y) : row_of(op).fold(x, y);
             result.numbers[component] = result.type == Kind::integer ? std::trunc(number) : number;
         }
         return result;
@@ -270,6 +273,10 @@ private:
             result.numbers.fill(parts[0].numbers[0]);
         if (type == Kind::integer)
             result.numbers[0] = std::trunc(result.numbers[0]);
+        if (type == Kind::integer && parts[0].type == Kind::natural)
+            result.numbers[0] = static_cast<std::int32_t>(natural_number(parts[0].numbers[0]));
+        if (type == Kind::natural)
+            result.numbers[0] = natural_number(result.numbers[0]);
         if (type == Kind::boolean)
             result.numbers[0] = result.numbers[0] != 0.0 ? 1.0 : 0.0;
         return result;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace reference_host
 {
@@ -31,7 +32,7 @@ const std::vector<Lobe_kind>& lobe_kinds()
         {"translucent", {}, Looks::behind, Lets_through::nothing, Answers::all},
         {"sheen", {{"roughness", K::float1}}, Looks::around, Lets_through::mean_rest},
         {"fuzz", {{"roughness", K::float1}}, Looks::around, Lets_through::mean_rest},
-        {"glossy", {f0, f90, alpha, energy}, Looks::mirrored, Lets_through::rest},
+        {"glossy", {f0, f90, alpha, energy}, Looks::mirrored, Lets_through::mean_rest},
         {"dielectric", {{"ior", K::float1}, alpha, energy}, Looks::mirrored, Lets_through::rest},
         {"glossy_metal",
          {f0, f90, {"edge", K::float3}, alpha, energy},
@@ -42,8 +43,7 @@ const std::vector<Lobe_kind>& lobe_kinds()
          Looks::mirrored,
          Lets_through::mean_rest},
         {"filmed",
-         {f0,
-          {"n", K::float3},
+         {{"n", K::float3},
           {"k", K::float3},
           {"thickness", K::float1},
           {"film", K::float1},
@@ -51,6 +51,31 @@ const std::vector<Lobe_kind>& lobe_kinds()
           energy},
          Looks::mirrored,
          Lets_through::mean_rest},
+        {"filmed_color",
+         {f0,
+          f90,
+          {"edge", K::float3},
+          {"thickness", K::float1},
+          {"film", K::float1},
+          alpha,
+          energy},
+         Looks::mirrored,
+         Lets_through::mean_rest},
+        {"hair",
+         {{"tint_R", K::float3},
+          {"tint_TT", K::float3},
+          {"tint_TRT", K::float3},
+          {"ior", K::float1},
+          {"roughness_R", K::float2},
+          {"roughness_TT", K::float2},
+          {"roughness_TRT", K::float2},
+          {"tilt", K::float1},
+          {"absorption", K::float3},
+          {"along", K::float3},
+          alpha,
+          energy},
+         Looks::mirrored,
+         Lets_through::nothing},
         {"transmitted",
          {{"ior", K::float1}, alpha, energy},
          Looks::through,
@@ -86,6 +111,7 @@ const std::vector<Combination>& combinations()
         {"scaled", {K::none, K::float3}, nullptr},
         {"opaque", {K::none}, nullptr},
         {"surface", {K::none, K::float3, K::float1}, surface_shader},
+        {"thin_film", {K::float1, K::float1}, bsdf},
     };
     return list;
 }
@@ -128,6 +154,27 @@ bool same(const Expr& a, const Expr& b)
                       a->type == b->type && a->name == b->name && a->numbers == b->numbers &&
                       std::equal(a->operands.begin(), a->operands.end(), b->operands.begin(),
                                  b->operands.end(), same));
+}
+
+// A lobe below a thin film: what of microfacets reflects in colours, all else as it is.
+Expr below_film(const Expr& lobe, const Expr& film)
+{
+    const std::vector<Expr>& old = lobe->operands;
+    const Expr none = literal(K::float3, {});
+    std::vector<Expr> made(old.begin(), old.begin() + 3); // weight, tint, normal
+    const auto add = [&](std::initializer_list<Expr> further) {
+        made.insert(made.end(), further.begin(), further.end());
+    };
+    if (lobe->name == "dielectric")
+        add({construct(K::float3, {old[3]}), none});
+    else if (lobe->name == "glossy")
+        add({old[3], old[4], none});
+    else if (lobe->name == "glossy_metal")
+        add({old[3], old[4], old[5]});
+    else
+        return lobe;
+    add({film->operands[0], film->operands[1], old[old.size() - 2], old.back()});
+    return closure_call(lobe->name == "dielectric" ? "filmed" : "filmed_color", std::move(made));
 }
 
 class Flattening
@@ -179,8 +226,14 @@ private:
             const Expr part = choose(parts[0], literal(1.0), literal(0.0));
             return blend(parts[2], parts[1], part, weight);
         }
-        if (name == "nothing" || is_zero(weight))
+        if (name == "nothing" || name == "thin_film" || is_zero(weight))
             return white();
+        if (name == "layer" && parts[0]->name == "thin_film") {
+            const Expr above = std::exchange(m_film, parts[0]);
+            const Expr rest = add(parts[1], weight);
+            m_film = above;
+            return rest;
+        }
         if (name == "layer") {
             const Expr rest = add(parts[0], weight);
             return product(rest, add(parts[1], product(weight, rest)));
@@ -197,7 +250,7 @@ private:
             const Expr rest = add(parts[0], weight);
             return product(rest, add(parts[1], weight));
         }
-        return add_lobe(closure, weight);
+        return add_lobe(m_film ? below_film(closure, m_film) : closure, weight);
     }
 
     Expr blend(const Expr& background, const Expr& foreground, const Expr& part, const Expr& weight)
@@ -241,6 +294,7 @@ private:
     }
 
     const std::function<Expr(const Lobe&)>& m_rest_of;
+    Expr m_film; // the one that lies on what is added; null without
     Flat_surface m_flat;
 };
 

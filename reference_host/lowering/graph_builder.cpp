@@ -364,6 +364,8 @@ Expr Graph_builder::call(const std::string& function, std::vector<Expr> argument
     static const std::unordered_map<std::string, Special> specials = {
         {"image", &Graph_builder::image},
         {"color_image", &Graph_builder::color_image},
+        {"stored_image", &Graph_builder::stored_image},
+        {"decoded", &Graph_builder::decoded},
         {"transform_names", &Graph_builder::transform_names},
         {"cube_image", &Graph_builder::cube_image},
         {"texture_set", &Graph_builder::texture_set},

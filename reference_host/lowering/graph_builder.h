@@ -73,6 +73,8 @@ private:
 
     Expr image(const std::vector<Expr>& arguments);
     Expr color_image(const std::vector<Expr>& arguments);
+    Expr stored_image(const std::vector<Expr>& arguments);
+    Expr decoded(const std::vector<Expr>& arguments);
     Expr transform_names(const std::vector<Expr>& arguments);
     Expr cube_image(const std::vector<Expr>& arguments);
     Expr texture_set(const std::vector<Expr>& arguments);

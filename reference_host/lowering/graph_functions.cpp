@@ -68,6 +68,19 @@ Expr Graph_builder::color_image(const std::vector<Expr>& arguments)
     return texel(arguments, true);
 }
 
+Expr Graph_builder::stored_image(const std::vector<Expr>& arguments)
+{
+    return texel(arguments, false);
+}
+
+// decoded(file, color): what was made of texels as they are stored, in the working space.
+Expr Graph_builder::decoded(const std::vector<Expr>& arguments)
+{
+    if (arguments.at(0)->name.empty())
+        return arguments.at(1);
+    return to_working_space(arguments.at(1), file_of_current(arguments[0]).color_space, *this);
+}
+
 Expr Graph_builder::texel(const std::vector<Expr>& arguments, bool decodes)
 {
     if (arguments.size() != 5 || arguments[0]->type != Kind::text)

@@ -59,6 +59,20 @@ void add_cone_cosines(const Scene_light& light, Graph_builder& builder,
         arguments.push_back(call(Builtin::cos, {light_input(builder, *light.node, angle)}));
 }
 
+// The standard's general light has the colour of its distribution, and an exposure in stops.
+Expr light_color(Graph_builder& builder, const Node& node, Lowering_context& context)
+{
+    const bool is_general = node.definition && node.definition->find_input("edf");
+    if (!is_general && !(node.definition && node.definition->find_input("intensity")))
+        throw Refusal(context.origin_of(node), "no text can be made of such a light");
+    const Expr color = builder.shader_input(is_general ? "edf" : "color");
+    const Expr bright = binary(Operator::multiply, color, builder.shader_input("intensity"));
+    if (!is_general)
+        return bright;
+    const Expr stops = call(Builtin::pow, {literal(2.0), builder.shader_input("exposure")});
+    return binary(Operator::multiply, bright, stops);
+}
+
 // What a light sends to the state's point.
 Expr light_value(const Scene_light& light, Graph_builder& builder, Lowering_context& context)
 {
@@ -74,8 +88,7 @@ Expr light_value(const Scene_light& light, Graph_builder& builder, Lowering_cont
         arguments.push_back(input("decay_rate"));
     if (kind == Light_kind::spot)
         add_cone_cosines(light, builder, arguments);
-    const Expr color = input("color");
-    arguments.push_back(binary(Operator::multiply, color, input("intensity")));
+    arguments.push_back(light_color(builder, node, context));
     return context.library.call(row_of(kind).category, std::move(arguments));
 }
 

@@ -3,6 +3,7 @@
 #include "reference_host/lowering/document_values.h"
 #include "reference_host/lowering/light_lowering.h"
 #include "reference_host/lowering/surface_lowering.h"
+#include "reference_host/lowering/volume_lowering.h"
 #include "reference_host/nodes/node_library.h"
 #include "reference_host/shading/verifier.h"
 
@@ -58,9 +59,7 @@ Statements pattern_body(const Node& node, Lowering_context& context)
 Statements volume_body(const Node& node, const std::string& prefix, Lowering_context& context)
 {
     Graph_builder builder(context, node, prefix);
-    const Expr color = builder.shader_input("color");
-    const Expr density = builder.shader_input("density");
-    const Expr passed = context.library.call("fog_transmittance", {state_variable(), density});
+    const auto [color, passed] = volume_effect(node, builder, context);
     const Expr white = literal(Kind::float3, {1.0, 1.0, 1.0});
     Statements body = builder.statements();
     body.push_back(give_back(

@@ -5,6 +5,7 @@
 #include "reference_host/lowering/light_lowering.h"
 #include "reference_host/lowering/scene_values.h"
 #include "reference_host/lowering/surroundings.h"
+#include "reference_host/lowering/volume_lowering.h"
 #include "reference_host/nodes/node_library.h"
 #include "reference_host/shading/globals.h"
 
@@ -332,10 +333,7 @@ private:
     {
         static const Reserved_names none;
         Graph_builder builder(m_context, node, make_identifier(node.name, none) + "_");
-        const Expr color = builder.shader_input("color");
-        const Expr density = builder.shader_input("density");
-        const Expr passed =
-            m_context.library.call("fog_transmittance", {state_variable(), density});
+        const auto [color, passed] = volume_effect(node, builder, m_context);
         Statements body = builder.statements();
         body.push_back(assign(m_color, call(Builtin::mix, {color, m_color, passed})));
         return body;

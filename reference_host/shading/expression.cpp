@@ -56,7 +56,8 @@ Expr fold_arithmetic(Operator op, const Expr& a, const Expr& b)
     const Shading_type& type = wider(a, b);
     std::array<double, 16> numbers{};
     for (int i = 0; i < component_count(type); ++i) {
-        double result = row_of(op).fold(component(a, i), component(b, i));
+        double result = type == Kind::natural ? natural_result(op, component(a, i), component(b, i))
+                                              : row_of(op).fold(component(a, i), component(b, i));
         if (type == Kind::integer)
             result = std::trunc(result);
         if (!std::isfinite(result))
@@ -119,6 +120,8 @@ Expr converted_literal(const Shading_type& type, const Expr& scalar)
     double number = scalar->numbers[0];
     if (type == Kind::integer)
         number = std::trunc(number);
+    if (type == Kind::natural)
+        number = natural_number(number);
     if (type == Kind::boolean)
         number = number != 0.0;
     std::array<double, 16> numbers{};

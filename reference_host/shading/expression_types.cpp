@@ -245,14 +245,21 @@ Shading_type operation_type(Operator op, const Shading_type& a, const Shading_ty
     default:
         break;
     }
-    const auto is_number = [](const Shading_type& t) {
-        return is_float(t) || is_matrix(t) || t == Kind::integer;
+    const auto is_whole = [](const Shading_type& t) {
+        return t == Kind::integer || t == Kind::natural;
     };
+    const auto is_number = [&](const Shading_type& t) {
+        return is_float(t) || is_matrix(t) || is_whole(t);
+    };
+    if (is_of_bits(op)) {
+        const bool shifts = row_of(op).level == Level::shift;
+        return a == Kind::natural && b == (shifts ? Kind::integer : Kind::natural) ? a : Kind::none;
+    }
     if (!is_number(a) || !is_number(b))
         return Kind::none;
     if (a == b || b == Kind::float1)
-        return a == Kind::integer && b == Kind::float1 ? Shading_type() : a;
-    return a == Kind::float1 && b != Kind::integer ? b : Shading_type();
+        return is_whole(a) && b == Kind::float1 ? Shading_type() : a;
+    return a == Kind::float1 && !is_whole(b) ? b : Shading_type();
 }
 
 Shading_type type_by_operands(const Expression& e)

@@ -389,6 +389,10 @@ private:
 
     Expr number(const std::string& word)
     {
+        if (word.back() == 'u')
+            return literal(
+                Kind::natural,
+                {static_cast<double>(parsed<std::uint32_t>(word.substr(0, word.size() - 1)))});
         if (word.find('.') == std::string::npos)
             return integer_literal(parsed<int>(word));
         return literal(parsed<double>(word));

@@ -195,6 +195,8 @@ std::string Notation_printer::component(const Expression& literal, int i) const
         return value != 0.0 ? "true" : "false";
     if (literal.type == Kind::integer)
         return std::to_string(static_cast<long>(std::clamp(value, -2147483647.0, 2147483647.0)));
+    if (literal.type == Kind::natural)
+        return std::to_string(natural_number(value)) + "u";
     return number(value);
 }
 

@@ -12,6 +12,10 @@ enum class Operator {
     subtract,
     multiply,
     divide,
+    shift_left, // these four take naturals alone
+    shift_right,
+    common_bits,    // &
+    different_bits, // ^
     less,
     less_equal,
     greater,
@@ -26,7 +30,21 @@ enum class Operator {
 };
 
 // How closely an expression holds its operands; higher binds closer.
-enum class Level { lowest, choice, either, both, equality, order, sum, product, sign, closest };
+enum class Level {
+    lowest,
+    choice,
+    either,
+    both,
+    different_bits,
+    common_bits,
+    equality,
+    order,
+    shift,
+    sum,
+    product,
+    sign,
+    closest
+};
 
 struct Operator_row {
     Operator op;
@@ -37,7 +55,11 @@ struct Operator_row {
 
 const Operator_row& row_of(Operator op);
 
+// The result for two whole numbers of 32 bits that begin again beyond them.
+double natural_result(Operator op, double a, double b);
+
 bool is_arithmetic(Operator op);
+bool is_of_bits(Operator op);
 
 // The operator between two operands that is written so; none when there is no such sign.
 Operator find_binary(std::string_view sign);

@@ -9,9 +9,9 @@ namespace
 
 // In the order of the enumeration.
 constexpr const char* names[] = {
-    "has_distance_limit", "light_list",   "environment_list", "volume_list",
-    "world_space",        "has_ambient",  "has_alpha",        "has_derivatives",
-    "has_wide_lookups",   "flips_images", "turns_cube_maps",
+    "has_distance_limit", "light_list",       "environment_list", "volume_list",
+    "world_space",        "has_ambient",      "has_alpha",        "has_derivatives",
+    "has_integers",       "has_wide_lookups", "flips_images",     "turns_cube_maps",
 };
 static_assert(sizeof names / sizeof *names == static_cast<std::size_t>(Switch::none));
 

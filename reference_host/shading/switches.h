@@ -20,6 +20,7 @@ enum class Switch {
     has_ambient,
     has_alpha,
     has_derivatives,
+    has_integers,     // natural numbers and their bits
     has_wide_lookups, // a text may say how wide the place is that it looks up
     flips_images,
     turns_cube_maps,

@@ -1,5 +1,6 @@
 #include "reference_host/shading/types.h"
 
+#include <cmath>
 #include <iterator>
 #include <unordered_map>
 
@@ -19,6 +20,7 @@ constexpr Type_row rows[] = {
     {Kind::none, "void", 0},
     {Kind::boolean, "bool", 1},
     {Kind::integer, "int", 1},
+    {Kind::natural, "uint", 1},
     {Kind::float1, "float", 1},
     {Kind::float2, "float2", 2},
     {Kind::float3, "float3", 3},
@@ -56,6 +58,13 @@ bool is_sampler(const Shading_type& type)
 Kind float_kind(int components)
 {
     return static_cast<Kind>(static_cast<int>(Kind::float1) + components - 1);
+}
+
+std::uint32_t natural_number(double number)
+{
+    if (!(std::abs(number) < 9.0e18)) // no 64 bits hold it
+        return 0;
+    return static_cast<std::uint32_t>(static_cast<std::int64_t>(number));
 }
 
 const char* type_word(Kind kind)

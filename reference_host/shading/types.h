@@ -2,6 +2,7 @@
 #ifndef REFERENCE_HOST_SHADING_TYPES_H
 #define REFERENCE_HOST_SHADING_TYPES_H
 
+#include <cstdint>
 #include <string>
 
 namespace reference_host
@@ -11,6 +12,7 @@ enum class Kind {
     none,
     boolean,
     integer,
+    natural, // of 32 bits, beyond which it begins again; only some languages have it
     float1,
     float2,
     float3,
@@ -38,11 +40,14 @@ struct Shading_type {
     bool operator!=(const Shading_type& other) const { return !(*this == other); }
 };
 
-// 1 to 4 for floats, 9 and 16 for matrices, 1 for integer and boolean, 0 otherwise.
+// 1 to 4 for floats, 9 and 16 for matrices, 1 for whole numbers and boolean, 0 otherwise.
 int component_count(const Shading_type& type);
 bool is_float(const Shading_type& type); // float1 to float4
 bool is_sampler(const Shading_type& type);
 Kind float_kind(int components); // 1 to 4
+
+// A whole number, also a negative one, as 32 bits.
+std::uint32_t natural_number(double number);
 
 // The word of the shading notation for a type ("float3", "void"), and back; an unknown word is
 // none.

@@ -37,8 +37,8 @@ std::size_t word_length(std::string_view text)
         ++length;
     if (text[0] == '"')
         return quoted_length(text);
-    static constexpr std::string_view pairs[] = {"<=", ">=", "==", "!=", "&&", "||",
-                                                 "+=", "-=", "*=", "/=", "++"};
+    static constexpr std::string_view pairs[] = {"<=", ">=", "==", "!=", "&&", "||", "<<",
+                                                 ">>", "+=", "-=", "*=", "/=", "++"};
     for (const std::string_view pair : pairs)
         if (text.substr(0, 2) == pair)
             return 2;

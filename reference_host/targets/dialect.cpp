@@ -72,14 +72,14 @@ constexpr Spelling_row spellings[] = {
 };
 static_assert(std::size(spellings) == static_cast<std::size_t>(Builtin::none));
 
-constexpr const char* hlsl_types[] = {"void",     "bool",      "int",        "float",
-                                      "float2",   "float3",    "float4",     "float3x3",
-                                      "float4x4", "sampler2D", "samplerCUBE"};
-constexpr const char* glsl_types[] = {"void", "bool", "int",  "float",     "vec2",       "vec3",
-                                      "vec4", "mat3", "mat4", "sampler2D", "samplerCube"};
-constexpr const char* cpp_types[] = {"void",     "bool",       "int",         "float",
-                                     "float2",   "float3",     "float4",      "float3x3",
-                                     "float4x4", "Sampler_2d", "Sampler_cube"};
+constexpr const char* hlsl_types[] = {"void",     "bool",     "int",       "uint",
+                                      "float",    "float2",   "float3",    "float4",
+                                      "float3x3", "float4x4", "sampler2D", "samplerCUBE"};
+constexpr const char* glsl_types[] = {"void", "bool", "int",  "uint", "float",     "vec2",
+                                      "vec3", "vec4", "mat3", "mat4", "sampler2D", "samplerCube"};
+constexpr const char* cpp_types[] = {"void",     "bool",     "int",        "unsigned",
+                                     "float",    "float2",   "float3",     "float4",
+                                     "float3x3", "float4x4", "Sampler_2d", "Sampler_cube"};
 
 // Keywords, types and functions of Cg and HLSL and of their effects, in any case.
 constexpr const char* effect_words =
@@ -166,6 +166,7 @@ constexpr Dialect glsl_dialect(Language language)
     dialect.interpolators = 16;
     dialect.passes_rotations = true;
     dialect.has_derivatives = true;
+    dialect.has_integers = language == Language::glsl;
     dialect.has_wide_lookups = language == Language::glsl;
     dialect.keywords = glsl_words;
     dialect.taken = glsl_names;
@@ -183,6 +184,7 @@ constexpr Dialect cpp_dialect()
     dialect.sampler_parameter[0] = "const ";
     dialect.sampler_parameter[1] = "& ";
     dialect.number_suffix = "f";
+    dialect.has_integers = true;
     dialect.has_wide_lookups = true;
     dialect.shades_in_world = true;
     dialect.lists = Lists::arguments;
@@ -242,7 +244,7 @@ const Reserved_names& reserved_names()
             for_each_word(dialect.taken, [&](const std::string& w) { made.taken.insert(w); });
             for_each_word(dialect.prefixes,
                           [&](const std::string& w) { made.prefixes.push_back(w); });
-            for (std::size_t i = 0; dialect.type_names && i <= 10; ++i)
+            for (std::size_t i = 0; i < std::size(hlsl_types); ++i)
                 made.words.insert(dialect.type_names[i]);
             for (std::size_t i = 0; i < std::size(spellings); ++i)
                 made.words.insert(spelling(spellings[i].builtin, dialect.language));

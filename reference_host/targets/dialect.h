@@ -51,6 +51,7 @@ struct Dialect {
     bool passes_rotations;     // as matrices of their own
     bool depth_from_zero;      // to one, and textures begin at the top
     bool has_derivatives;
+    bool has_integers;
     bool has_wide_lookups;
     bool shades_in_world; // always
     Lists lists;

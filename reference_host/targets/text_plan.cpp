@@ -78,6 +78,7 @@ Text_plan make_plan(Language language, const Group_options& group, const Text_op
         {Switch::has_ambient, !options.scene_ambient.empty()},
         {Switch::has_alpha, options.alpha_transparency},
         {Switch::has_derivatives, dialect.has_derivatives},
+        {Switch::has_integers, dialect.has_integers},
         {Switch::has_wide_lookups, has_wide_lookups(dialect, options)},
         {Switch::flips_images, options.flip_tex2d_v},
         {Switch::turns_cube_maps, options.rotate_cube_map},

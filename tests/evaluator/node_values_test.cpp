@@ -13,7 +13,8 @@ namespace
 {
 
 struct Node_value {
-    const char *category, *type, *inputs; // "TYPE NAME VALUE; ..."
+    const char* category;      // "NODE" or "NODE.OUTPUT"
+    const char *type, *inputs; // "TYPE NAME VALUE; ..."
     double x, y, z;
     double w = 1; // the alpha of a color4
 };
@@ -86,6 +87,71 @@ constexpr Node_value node_values[] = {
     // Every octave is zero at the corners of cells, and nothing is added.
     {"unifiednoise2d", "float", "vector2 texcoord 3,5; integer type 3", 0, 0, 0},
     {"unifiednoise3d", "float", "vector3 position 3,5,7; integer type 3", 0, 0, 0},
+    // Noise by the standard's hash: gradients at the corners of the cell, one of 8 or of 12, mixed
+    // by
+    // the curve 6 t^5 - 15 t^4 + 10 t^3. The channels of vectors take 8 bits of the hash each.
+    {"cellnoise2d", "float", "vector2 texcoord 3.2,-5.7", 0.890524, 0.890524, 0.890524},
+    {"cellnoise2d", "vector3", "vector2 texcoord 3.2,-5.7", 0.943104, 0.739976, 0.656982},
+    {"cellnoise3d", "float", "vector3 position 3.2,-5.7,12.3", 0.162929, 0.162929, 0.162929},
+    {"cellnoise3d", "vector3", "vector3 position 3.2,-5.7,12.3", 0.159291, 0.085753, 0.444158},
+    {"noise2d", "float", "vector2 texcoord 1.3,-2.6", 0.312396, 0.312396, 0.312396},
+    {"noise2d", "vector3", "vector2 texcoord 1.3,-2.6", 0.312396, 0.699420, -0.475755},
+    {"noise2d", "color4", "vector2 texcoord 1.3,-2.6", 0.312396, 0.699420, -0.475755, -0.043631},
+    {"noise3d", "float", "vector3 position 1.3,-2.6,4.75", -0.466842, -0.466842, -0.466842},
+    {"noise3d", "color4", "vector3 position 1.3,-2.6,4.75", -0.466842, -0.092911, -0.270254,
+     -0.217505},
+    {"fractal2d", "vector3", "vector2 texcoord 0.3,0.6", -0.078821, 0.867307, -0.363937},
+    {"fractal2d", "vector2", "vector2 texcoord 0.3,0.6", -0.078821, 0.145319, 0},
+    {"fractal3d", "vector3", "vector3 position 0.3,0.6,0.75", 0.489656, -0.612098, 0.335702},
+    {"fractal3d", "vector2", "vector3 position 0.3,0.6,0.75", 0.489656, 0.324243, 0},
+    // The distances to the nearest of nine points, or 27; or what the cell of the nearest has.
+    {"worleynoise2d", "vector3", "vector2 texcoord 1.3,-2.6", 0.139660, 0.674734, 1.292104},
+    {"worleynoise2d", "float", "vector2 texcoord 1.3,-2.6; integer style 1", 0.209509, 0.209509,
+     0.209509},
+    {"worleynoise2d", "vector3", "vector2 texcoord 1.3,-2.6; integer style 1", 0.415510, 0.478501,
+     0.835977},
+    {"worleynoise3d", "vector3", "vector3 position 1.3,-2.6,4.75", 0.507874, 0.677679, 0.729728},
+    // Flakes: the one with the highest random rank of those that cover the point, and its numbers.
+    {"flake3d.presence", "float", "vector3 position 3.3,-1.6,2.2; float size 1", 0.738241, 0.738241,
+     0.738241},
+    {"flake3d.rand", "float", "vector3 position 3.3,-1.6,2.2; float size 1", 0.370728, 0.370728,
+     0.370728},
+    {"flake2d.presence", "float", "vector2 texcoord 0.4,7.3; float size 1", 0.701055, 0.701055,
+     0.701055},
+    {"flake2d.presence", "float", "vector2 texcoord 0.4,7.3; float size 1; float coverage 0.1", 0,
+     0, 0},
+    {"flake2d.flakenormal", "vector3",
+     "vector2 texcoord 0.4,7.3; float size 1; float roughness 0.3; vector3 normal 0,0,1; vector3 "
+     "tangent 1,0,0; vector3 bitangent 0,1,0",
+     -0.057341, -0.034506, 0.997758},
+    // Hair: (0.726 a + 0.812 a^2 + 3.7 a^20)^2, 0.265 b + 1.194 b^2 + 5.372 b^22; the square of
+    // log(color) by a polynomial; -log(1 - m) times the absorption of both melanins.
+    {"chiang_hair_roughness.roughness_R", "vector2", "float longitudinal 0.3; float azimuthal 0.4",
+     0.084611, 0.297040, 0},
+    {"chiang_hair_roughness.roughness_TRT", "vector2",
+     "float longitudinal 0.3; float azimuthal 0.4", 0.338445, 0.297040, 0},
+    {"chiang_hair_absorption_from_color", "vector3", "color3 color 0.5,0.25,1", 0.013569, 0.054277,
+     0},
+    {"deon_hair_absorption_from_melanin", "vector3",
+     "float melanin_concentration 0.5; float melanin_redness 0.25", 0.250226, 0.431658, 0.894160},
+    // Colours of other spaces, and surface models in the words of others.
+    {"g22_rec709_to_lin_rec709", "color3", "color3 in 0.5,1,0", 0.217638, 1, 0},
+    {"srgb_texture_to_lin_rec709", "color4", "color4 in 0.5,0.04,1,0.5", 0.214041, 0.003096, 1,
+     0.5},
+    {"standard_surface_to_UsdPreviewSurface.diffuseColor_out", "color3",
+     "color3 base_color 0.5,0.4,0.2; float base 0.5; float coat 0.5; color3 coat_color 0.5,1,0",
+     0.1875, 0.2, 0.05},
+    {"standard_surface_to_UsdPreviewSurface.clearcoat_out", "float",
+     "float coat 0.5; color3 coat_color 0.5,1,0", 0.25, 0.25, 0.25},
+    {"standard_surface_to_gltf_pbr.base_color_out", "color3",
+     "float transmission 1; color3 transmission_color 0.5,0.6,0.7", 0.5, 0.6, 0.7},
+    {"standard_surface_to_open_pbr_surface.fuzz_roughness_out", "float",
+     "float sheen_roughness 0.5", 0.757858, 0.757858, 0.757858},
+    {"open_pbr_surface_to_standard_surface.thin_film_thickness_out", "float",
+     "float thin_film_weight 1; float thin_film_thickness 0.4", 400, 400, 400},
+    // (1 - K) / (1 - albedo K) with K = 1 - (1 - 0.053254) / 1.6^2
+    {"open_pbr_surface_to_standard_surface.base_color_out", "color3",
+     "color3 base_color 0.5,0.5,1; float coat_weight 1", 0.269979, 0.269979, 1},
 };
 
 std::string input_elements(const std::string& inputs)
@@ -111,11 +177,15 @@ std::string document_elements()
     std::string elements;
     for (std::size_t i = 0; i < std::size(node_values); ++i) {
         const Node_value& row = node_values[i];
-        elements += std::string("<") + row.category + " name='" + named("tested", i) + "' type='" +
-                    row.type + "'>" + input_elements(row.inputs) + "</" + row.category +
-                    "><dot name='" + named("shown", i) + "' type='" + row.type +
-                    "'><input name='in' type='" + row.type + "' nodename='" + named("tested", i) +
-                    "'/></dot>\n";
+        const std::string whole = row.category;
+        const std::string category = whole.substr(0, whole.find('.'));
+        const std::string output = whole.substr(std::min(category.size() + 1, whole.size()));
+        elements += "<" + category + " name='" + named("tested", i) + "' type='" +
+                    (output.empty() ? row.type : "multioutput") + "'>" +
+                    input_elements(row.inputs) + "</" + category + "><dot name='" +
+                    named("shown", i) + "' type='" + row.type + "'><input name='in' type='" +
+                    row.type + "' nodename='" + named("tested", i) +
+                    (output.empty() ? "" : "' output='" + output) + "'/></dot>\n";
     }
     return elements;
 }

@@ -192,7 +192,12 @@ TEST(Node_library, cover_the_groups_of_the_standard_library)
         "generalized_schlick_bsdf uniform_edf conical_edf measured_edf generalized_schlick_edf "
         "absorption_vdf anisotropic_vdf roughness_anisotropy roughness_dual "
         "glossiness_anisotropy surfacematerial volumematerial directional_light "
-        "point_light spot_light environment_map fog");
+        "point_light spot_light environment_map fog mincomponent maxcomponent flake2d flake3d "
+        "thin_film_bsdf chiang_hair_bsdf chiang_hair_roughness chiang_hair_absorption_from_color "
+        "deon_hair_absorption_from_melanin volume light displacement "
+        "standard_surface_to_UsdPreviewSurface standard_surface_to_gltf_pbr "
+        "standard_surface_to_open_pbr_surface open_pbr_surface_to_standard_surface "
+        "srgb_texture_to_lin_rec709 acescg_to_lin_rec709");
     for (std::string category; categories >> category;)
         EXPECT_TRUE(is_known_category(category)) << category;
     EXPECT_FALSE(is_known_category("no_such_node"));

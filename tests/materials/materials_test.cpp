@@ -279,6 +279,37 @@ TEST_F(Materials, an_unlit_surface_is_what_it_emits)
     EXPECT_NEAR(seen.highest, 0.5, 0.001);
 }
 
+TEST_F(Materials, a_value_is_a_surface_that_glows)
+{
+    const Seen seen = in_furnace("<convert name=\"s\" type=\"surfaceshader\">" +
+                                 color("in", "0.2,0.4,0.6") + "</convert>");
+    EXPECT_NEAR(seen.lowest, 0.4, 1e-3);
+    EXPECT_NEAR(seen.highest, 0.4, 1e-3);
+}
+
+TEST_F(Materials, a_film_on_a_layer_colors_what_it_reflects)
+{
+    const std::string roughness = "<input name=\"roughness\" type=\"vector2\" value=\"0.1,0.1\"/>";
+    const std::string film = "<thin_film_bsdf name=\"f\" type=\"BSDF\">" +
+                             number("thickness", "400") + number("ior", "1.8") +
+                             "</thin_film_bsdf><dielectric_bsdf name=\"g\" type=\"BSDF\">" +
+                             roughness +
+                             "</dielectric_bsdf><layer name=\"l\" type=\"BSDF\">"
+                             "<input name=\"top\" type=\"BSDF\" nodename=\"f\"/>"
+                             "<input name=\"base\" type=\"BSDF\" nodename=\"g\"/></layer>";
+    const std::string own = "<dielectric_bsdf name=\"l\" type=\"BSDF\">" + roughness +
+                            number("thinfilm_thickness", "400") + number("thinfilm_ior", "1.8") +
+                            "</dielectric_bsdf>";
+    const std::string made =
+        surface("surface", "<input name=\"bsdf\" type=\"BSDF\" nodename=\"l\"/>");
+    const Seen layered = in_furnace(film + made);
+    const Seen single = in_furnace(own + made);
+    EXPECT_GT(single.mean, 0.05);
+    EXPECT_NEAR(layered.mean, single.mean, 1e-4);
+    EXPECT_NEAR(layered.middle[0], single.middle[0], 1e-4);
+    EXPECT_NE(layered.middle[0], layered.middle[2]);
+}
+
 TEST_F(Materials, graphs_of_closures_are_surfaces)
 {
     const std::string connected =
