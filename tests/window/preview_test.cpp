@@ -2,6 +2,7 @@
 #include "tests/window/program_window.h"
 
 #include "reference_host/render/render.h"
+#include "reference_host/window/document_tree.h"
 #include "reference_host/window/parameter_list.h"
 #include "reference_host/window/parameter_row.h"
 #include "reference_host/window/preview_canvas.h"
@@ -50,26 +51,34 @@ protected:
         return wait_until([this] { return page().is_fine(); });
     }
 
-    // What is on the screen where the canvas is.
-    std::vector<unsigned char> shown() const
+    // The picture that stands on the screen when nothing changes any more.
+    using Pixels = std::vector<reference_host::Pixel>;
+    Pixels fine_picture()
     {
-        const wxImage picture = picture_of_screen(canvas().GetScreenRect());
-        const unsigned char* const bytes = picture.GetData();
-        return {bytes, bytes + 3 * picture.GetWidth() * picture.GetHeight()};
+        EXPECT_TRUE(wait_until([this] { return page().is_fine() && is_on_screen(); }));
+        return canvas().picture() ? canvas().picture()->pixels : Pixels();
     }
 
-    // The same when nothing moves any more.
-    std::vector<unsigned char> fine_picture()
+    bool wait_for_other_picture(const Pixels& before)
     {
-        EXPECT_TRUE(wait_for_fine_picture());
-        std::vector<unsigned char> before;
-        EXPECT_TRUE(wait_until([&] { return std::exchange(before, shown()) == shown(); }));
-        return before;
+        return wait_until(
+            [&] { return page().is_fine() && is_on_screen() && fine_picture() != before; });
     }
 
-    bool wait_for_other_picture(const std::vector<unsigned char>& before)
+    // Whether the middle of the canvas shows the middle of the picture.
+    bool is_on_screen() const
     {
-        return wait_until([&] { return page().is_fine() && shown() != before; });
+        if (!canvas().picture())
+            return false;
+        const wxImage screen = picture_of_screen(canvas().GetScreenRect());
+        const auto& picture = *canvas().picture();
+        const reference_host::Pixel& drawn = picture.at(picture.width / 2, picture.height / 2);
+        const int x = screen.GetWidth() / 2, y = screen.GetHeight() / 2;
+        const unsigned char seen[] = {screen.GetRed(x, y), screen.GetGreen(x, y),
+                                      screen.GetBlue(x, y)};
+        constexpr int scaling = 24; // what changes when a pixel lies between others
+        return std::equal(std::begin(seen), std::end(seen), drawn.begin(),
+                          [](int one, int other) { return std::abs(one - other) <= scaling; });
     }
 
     Parameter_row* row(const std::string& label) const
@@ -123,9 +132,13 @@ TEST_F(Preview, changes_when_another_material_is_chosen)
 {
     open_preview("marble_procedural", "Custom GLSL");
     const auto before = fine_picture();
-    reference_host::Workspace& workspace = window().workspace();
-    workspace.select(*workspace.current(), "mask");
+    window().open_files({sample("wood_textured")});
     EXPECT_TRUE(wait_for_other_picture(before));
+    const auto wood = fine_picture();
+    focus(window().documents().tree());
+    press_key("Home"); // the first document
+    EXPECT_TRUE(wait_for_other_picture(wood));
+    EXPECT_EQ(fine_picture(), before);
 }
 
 TEST_F(Preview, changes_with_shape_and_backdrop)
