@@ -22,4 +22,4 @@ unset DISPLAY
 TOVIRAEXPORT_PICTURES=$output TOVIRAEXPORT_DOCUMENTS=$documents \
     "$build/tests/window/program_window_test" \
     --gtest_filter='Pictures.*' --gtest_brief=1
-cp "$output"/*.png "$pictures"
+cp "$output"/{code,graph,preview}.png "$pictures"

@@ -34,9 +34,9 @@ Code_view::Code_view(wxWindow* parent, Workspace& workspace)
     m_file->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { show_file(); });
     m_difference->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent&) { show_file(); });
     copy->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { m_text->copy_all(); });
-    m_text->on_line_click([this](const std::string& line) {
+    m_text->on_line_click([this](int line) {
         const Work_document* current = m_workspace.current();
-        const Node* node = current ? current->node_named_in(line) : nullptr;
+        const Node* node = current ? current->node_near(m_text->content(), line) : nullptr;
         if (node)
             m_workspace.point_out(full_name(*node));
     });

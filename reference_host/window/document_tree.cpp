@@ -1,5 +1,6 @@
 #include "reference_host/window/document_tree.h"
 
+#include "reference_host/window/search_end.h"
 #include "reference_host/window/wx_text.h"
 
 #include <filesystem>
@@ -74,6 +75,7 @@ Document_tree::Document_tree(wxWindow* parent, Workspace& workspace)
     SetSizer(sizer);
     m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill(); });
     m_search->Bind(wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { m_search->Clear(); });
+    end_with_escape(*m_search, *m_tree);
     m_tree->Bind(wxEVT_TREE_SEL_CHANGED, &Document_tree::on_selected, this);
     m_workspace.listen([this](Change change) { on_change(change); });
     fill();

@@ -191,7 +191,8 @@ void Export_bar::export_to_all(const std::string& folder)
     }
     m_written_folder = folder;
     m_result->SetLabelText(to_text("Exported " + std::to_string(done - failures) + " of " +
-                                   std::to_string(exporters.size())));
+                                   std::to_string(exporters.size()) +
+                                   (progress.WasCancelled() ? ": cancelled" : "")));
     show_plan();
 }
 

@@ -78,8 +78,7 @@ wxBoxSizer* Preview_page::make_choices()
     wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
     m_shape = add_choice(this, row, wxT("&Shape"), shape_names);
     m_backdrop = add_choice(this, row, wxT("&Backdrop"), backdrop_names);
-    wxButton* reset = new wxButton(this, wxID_ANY, wxT("&Reset"), wxDefaultPosition, wxDefaultSize,
-                                   wxBU_EXACTFIT);
+    wxButton* reset = new wxButton(this, wxID_ANY, wxT("&Reset"));
     reset->SetToolTip(wxT("The camera and all parameters as they were"));
     row->AddStretchSpacer();
     row->Add(reset, 0, wxALIGN_CENTER_VERTICAL | wxALL, FromDIP(2));

@@ -1,5 +1,6 @@
 #include "reference_host/window/text_view.h"
 
+#include "reference_host/window/search_end.h"
 #include "reference_host/window/wx_text.h"
 
 #include <wx/clipbrd.h>
@@ -80,6 +81,7 @@ Text_view::Text_view(wxWindow* parent, Text_kind kind)
     const auto find_next = [this](wxCommandEvent&) { find(!wxGetKeyState(WXK_SHIFT)); };
     m_search->Bind(wxEVT_TEXT_ENTER, find_next);
     m_search->Bind(wxEVT_SEARCHCTRL_SEARCH_BTN, find_next);
+    end_with_escape(*m_search, *m_text);
 }
 
 void Text_view::set_up_text()
@@ -217,12 +219,12 @@ void Text_view::copy_all() const
         wxTheClipboard->SetData(new wxTextDataObject(m_text->GetText()));
 }
 
-void Text_view::on_line_click(std::function<void(const std::string&)> callback)
+void Text_view::on_line_click(std::function<void(int)> callback)
 {
     m_text->Bind(wxEVT_LEFT_UP, [this, callback](wxMouseEvent& event) {
         event.Skip();
         if (m_text->GetSelectionStart() == m_text->GetSelectionEnd())
-            callback(to_bytes(m_text->GetLine(m_text->GetCurrentLine())));
+            callback(line());
     });
 }
 

@@ -42,8 +42,8 @@ public:
 
     void copy_all() const;
 
-    // Calls back with the text of a line that the user clicks.
-    void on_line_click(std::function<void(const std::string&)> callback);
+    // Calls back with the number of a line that the user clicks, the first being 1.
+    void on_line_click(std::function<void(int)> callback);
 
     // What stands there, what of it is selected, and the line of the caret, the first being 1.
     std::string content() const;

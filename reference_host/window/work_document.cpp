@@ -2,8 +2,10 @@
 
 #include "reference_host/app/opened_document.h"
 
+#include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <sstream>
 
 namespace reference_host
 {
@@ -17,15 +19,31 @@ bool is_word_character(char c)
     return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
 }
 
-bool has_word(const std::string& text, const std::string& word)
+// Where the word begins in the text; npos when it is not there.
+size_t find_word(const std::string& text, const std::string& word)
 {
     for (size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1)) {
         const size_t end = at + word.size();
         if ((at == 0 || !is_word_character(text[at - 1])) &&
             (end == text.size() || !is_word_character(text[end])))
-            return true;
+            return at;
     }
-    return false;
+    return std::string::npos;
+}
+
+// The node whose name comes first in the line; null when none does.
+const Node* first_named(const Shader_graph& graph, const std::string& line)
+{
+    const Node* first = nullptr;
+    size_t first_at = std::string::npos;
+    for (const auto& candidate : graph.nodes) {
+        const size_t at = find_word(line, candidate->name);
+        if (at < first_at) {
+            first = candidate.get();
+            first_at = at;
+        }
+    }
+    return first;
 }
 
 } // namespace
@@ -63,13 +81,23 @@ const Node* Work_document::node_at(const Place& place) const
     return nullptr;
 }
 
-const Node* Work_document::node_named_in(const std::string& text) const
+const Node* Work_document::node_near(const std::string& code, int line) const
 {
     if (!content.graph)
         return nullptr;
-    for (const auto& candidate : content.graph->nodes) {
-        if (has_word(text, candidate->name))
-            return candidate.get();
+    std::vector<std::string> lines;
+    std::istringstream text(code);
+    for (std::string each; std::getline(text, each);)
+        lines.push_back(std::move(each));
+    const auto clicked =
+        lines.begin() + std::clamp<std::ptrdiff_t>(line, 0, static_cast<int>(lines.size()));
+    for (auto at = clicked; at != lines.begin();) {
+        if (const Node* node = first_named(*content.graph, *--at))
+            return node;
+    }
+    for (auto at = clicked; at != lines.end(); ++at) {
+        if (const Node* node = first_named(*content.graph, *at))
+            return node;
     }
     return nullptr;
 }

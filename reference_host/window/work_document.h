@@ -35,8 +35,10 @@ struct Work_document {
     // The node's file and line are all that a message knows: the node there, or null.
     const Node* node_at(const Place& place) const;
 
-    // The first node whose name is a word of the text, or null: code names variables after nodes.
-    const Node* node_named_in(const std::string& text) const;
+    // The node that a line of code came from, the first line being 1: code names variables and
+    // functions after nodes, so it is the one named there, else in the nearest line above, else
+    // below. Null when there is none.
+    const Node* node_near(const std::string& code, int line) const;
 };
 
 } // namespace reference_host

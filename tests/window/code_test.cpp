@@ -11,6 +11,7 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/srchctrl.h>
+#include <wx/stopwatch.h>
 #include <wx/textctrl.h>
 
 namespace QZ
@@ -80,6 +81,53 @@ TEST_F(Code, is_searched_with_ctrl_f)
     EXPECT_TRUE(wait_until([&] { return window().code().text().selection() == "main"; }));
     const int line = window().code().text().line();
     EXPECT_GT(line, 1);
+}
+
+TEST_F(Code, is_searched_until_escape)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    press_key("Control_L", "f");
+    type_text("main");
+    ASSERT_TRUE(wait_until([&] { return window().code().text().selection() == "main"; }));
+    press_key("Escape");
+    EXPECT_TRUE(wait_until([&] { return window().code().text().text().HasFocus(); }));
+    EXPECT_TRUE(window().code().text().search().IsEmpty());
+}
+
+TEST_F(Code, leads_to_the_node_of_the_line_that_is_clicked)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    const reference_host::Work_document& document = *window().workspace().current();
+    const std::string text = "float a;\nvec3 tinted_grain = grain * 2.0;\n}\nfloat wear_2;\n";
+    const auto node_of_line = [&](int line) {
+        const reference_host::Node* node = document.node_near(text, line);
+        return node ? node->name : std::string();
+    };
+    EXPECT_EQ(node_of_line(2), "tinted_grain");
+    EXPECT_EQ(node_of_line(4), "tinted_grain") << "the nearest above";
+    EXPECT_EQ(node_of_line(1), "tinted_grain") << "else below";
+    EXPECT_FALSE(document.node_near("void main()\n", 1));
+    window().code().text().go_to_line(1);
+    click(window().code().text().text(), wxPoint(300, 45)); // in the head, which names the node
+    EXPECT_TRUE(wait_until([&] { return window().workspace().pointed_out() == "Varnished_wood"; }))
+        << window().workspace().pointed_out();
+}
+
+TEST_F(Code, is_made_once_for_another_exporter)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    int trials = 0;
+    window().workspace().listen([&trials](reference_host::Change change) {
+        trials += change == reference_host::Change::trial ? 1 : 0;
+    });
+    window().workspace().choose_exporter("Custom CgFX");
+    EXPECT_TRUE(wait_for_code("technique"));
+    const wxStopWatch watch;
+    wait_until([&] { return watch.Time() > 500; });
+    EXPECT_LE(trials, 2) << "once for the exporter, once for what its panel says";
 }
 
 TEST_F(Code, shows_its_difference_to_the_file_on_disk)

@@ -2,19 +2,24 @@
 #include "tests/window/program_window.h"
 
 #include "reference_host/window/document_tree.h"
+#include "reference_host/window/export_bar.h"
 #include "reference_host/window/exporter_view.h"
 #include "reference_host/window/message_list.h"
+#include "reference_host/window/preview_page.h"
 #include "reference_host/window/text_view.h"
 #include "reference_host/window/welcome_view.h"
 #include "reference_host/window/wx_text.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <functional>
 #include <limits>
 
 #include <malloc.h>
 
 #include <wx/app.h>
+#include <wx/dnd.h>
 #include <wx/listbox.h>
 #include <wx/notebook.h>
 #include <wx/simplebook.h>
@@ -27,7 +32,52 @@ namespace TEST
 namespace
 {
 
-using Documents = Program_window;
+using reference_host::to_bytes;
+using reference_host::to_text;
+
+struct Rounds {
+    size_t count;
+    size_t switches; // in each
+};
+
+class Documents : public Program_window
+{
+protected:
+    void open_two()
+    {
+        start();
+        open(sample("wood_textured"), "Autodesk Maya (CgFX)");
+        open(sample("plastic_two_lights"), "Autodesk Softimage (CgFX)");
+    }
+
+    // By how many bytes the memory in use has grown with each switch from one document to the other
+    // in the round in which it grew least. Ends when that is less than `enough`.
+    size_t least_growth(const Rounds& rounds, size_t enough, const std::function<void()>& look)
+    {
+        size_t before = switch_documents(rounds.switches, look);
+        size_t least = std::numeric_limits<size_t>::max();
+        for (size_t round = 0; round < rounds.count && least / rounds.switches >= enough; ++round) {
+            const size_t after = switch_documents(rounds.switches, look);
+            least = std::min(least, after > before ? after - before : 0);
+            before = after;
+        }
+        return least / rounds.switches;
+    }
+
+private:
+    size_t switch_documents(size_t count, const std::function<void()>& look)
+    {
+        for (size_t i = 0; i < count; ++i) {
+            const auto& documents = window().workspace().documents();
+            window().workspace().select(*documents[i % 2], "");
+            window().workspace().run_trial();
+            look();
+            handle_events();
+            wxTheApp->ProcessIdle(); // deletes windows that were closed
+        }
+        return mallinfo2().uordblks;
+    }
+};
 
 std::string node_of(const reference_host::Workspace& workspace)
 {
@@ -80,6 +130,51 @@ TEST_F(Documents, the_search_leaves_the_nodes_that_fit)
     type_text("mask");
     EXPECT_TRUE(wait_until([&] { return window().documents().tree().GetCount() < all; }));
     EXPECT_EQ(window().documents().tree().GetCount(), 3u); // document, group, node
+}
+
+TEST_F(Documents, escape_ends_the_search)
+{
+    start();
+    open(sample("marble_procedural"), "Custom GLSL");
+    const unsigned all = window().documents().tree().GetCount();
+    focus(window().documents().search());
+    type_text("mask");
+    ASSERT_TRUE(wait_until([&] { return window().documents().tree().GetCount() < all; }));
+    press_key("Escape");
+    EXPECT_TRUE(wait_until([&] { return window().documents().tree().GetCount() == all; }));
+    EXPECT_TRUE(window().documents().tree().HasFocus());
+}
+
+TEST_F(Documents, files_that_are_dropped_on_the_window_are_opened)
+{
+    start();
+    auto* target = dynamic_cast<wxFileDropTarget*>(window().GetDropTarget());
+    ASSERT_TRUE(target);
+    wxArrayString files;
+    files.Add(to_text(sample("wood_textured")));
+    files.Add(to_text(sample("marble_procedural")));
+    EXPECT_TRUE(target->OnDropFiles(10, 10, files));
+    EXPECT_EQ(window().workspace().documents().size(), 2u);
+    EXPECT_TRUE(wait_for_code("Marble")) << "the last one is shown";
+}
+
+// Names of files come in any language and length; names of nodes are identifiers.
+TEST_F(Documents, names_of_every_language_and_length_are_shown)
+{
+    start(wxSize(1024, 700));
+    const std::string folders = folder.path() + "/材質とテクスチャ/Материалы/" +
+                                std::string(120, 'x') + "/αβγδ/" + std::string(100, 'y');
+    std::filesystem::create_directories(folders);
+    const std::string file = folders + "/Дерево_лакированное_木材_خشب.mtlx";
+    std::filesystem::copy_file(sample("wood_textured"), file);
+    open(file, "Custom CgFX");
+    EXPECT_NE(to_bytes(window().GetTitle()).find("木材"), std::string::npos);
+    EXPECT_NE(window().workspace().command_line().find("Дерево"), std::string::npos);
+    EXPECT_LE(window().export_bar().GetScreenRect().GetRight(),
+              window().GetScreenRect().GetRight());
+    take_picture("long_names");
+    window().export_bar().export_current();
+    EXPECT_TRUE(std::filesystem::exists(folders + "/Wood.cgfx"));
 }
 
 TEST_F(Documents, the_node_chosen_in_the_tree_is_the_one_exported)
@@ -139,32 +234,25 @@ TEST_F(Documents, what_was_chosen_for_a_document_is_there_the_next_day)
 // toolkit's caches grow, too, until they are full: the round in which they grew least counts.
 TEST_F(Documents, switching_documents_leaves_no_memory_behind)
 {
-    constexpr size_t switches = 30;
-    constexpr size_t rounds =
-        20; // the toolkit fills its caches of fonts and styles in the first ten
+    // The toolkit fills its caches of fonts and styles in the first ten rounds.
+    const Rounds rounds = {20, 30};
     constexpr size_t of_a_switch = 16u
                                    << 10u; // the settings that two exporters leave take half of it
-    start();
-    open(sample("wood_textured"), "Autodesk Maya (CgFX)");
-    open(sample("plastic_two_lights"), "Autodesk Softimage (CgFX)");
-    const auto switch_documents = [this] {
-        for (size_t i = 0; i < switches; ++i) {
-            const auto& documents = window().workspace().documents();
-            window().workspace().select(*documents[i % 2], "");
-            window().workspace().run_trial();
-            handle_events();
-            wxTheApp->ProcessIdle(); // deletes windows that were closed
-        }
-        return mallinfo2().uordblks;
+    open_two();
+    EXPECT_LT(least_growth(rounds, of_a_switch, [] {}), of_a_switch);
+}
+
+TEST_F(Documents, switching_documents_leaves_nothing_of_their_pictures_behind)
+{
+    const Rounds rounds = {6, 6};
+    constexpr size_t of_a_switch = 64u << 10u; // a picture alone takes nine times as much
+    open_two();
+    press_key("Control_L", "2");
+    const auto wait_for_picture = [this] {
+        EXPECT_TRUE(wait_until([this] { return window().preview().is_fine(); }));
     };
-    size_t before = switch_documents();
-    size_t least = std::numeric_limits<size_t>::max();
-    for (size_t round = 0; round < rounds && least / switches >= of_a_switch; ++round) {
-        const size_t after = switch_documents();
-        least = std::min(least, after > before ? after - before : 0);
-        before = after;
-    }
-    EXPECT_LT(least / switches, of_a_switch);
+    wait_for_picture();
+    EXPECT_LT(least_growth(rounds, of_a_switch, wait_for_picture), of_a_switch);
 }
 
 TEST_F(Documents, switching_documents_leaves_no_window_behind)

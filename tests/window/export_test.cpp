@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <wx/button.h>
+#include <wx/progdlg.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
@@ -82,6 +83,31 @@ TEST_F(Export, to_all_fills_a_folder_for_each_exporter)
     EXPECT_TRUE(wait_for_result("Exported 8 of 8")) << result();
     EXPECT_TRUE(std::filesystem::exists(folder.file("all/custom_glsl/Wood_f.gl")));
     EXPECT_TRUE(std::filesystem::exists(folder.file("all/catia_cgfx/Wood.fx")));
+}
+
+// Escape comes when the first exporter is done: those after it are left out.
+TEST_F(Export, to_all_ends_with_escape)
+{
+    start();
+    open(sample("wood_textured"), "Custom CgFX");
+    bool is_pressed = false;
+    window().workspace().listen([&is_pressed](reference_host::Change change) {
+        if (change != reference_host::Change::messages || is_pressed)
+            return;
+        is_pressed = true;
+        for (wxWindow* other : wxTopLevelWindows) {
+            if (auto* progress = dynamic_cast<wxGenericProgressDialog*>(other)) {
+                take_focus(progress->GetHandle());
+                EXPECT_TRUE(wait_until([&] { return has_focus(progress->GetHandle()); }));
+                press_key("Escape");
+                EXPECT_TRUE(wait_until([&] { return progress->WasCancelled(); }));
+            }
+        }
+    });
+    window().export_bar().export_to_all(folder.file("all"));
+    EXPECT_TRUE(is_pressed);
+    EXPECT_TRUE(wait_for_result("Exported 1 of 8: cancelled")) << result();
+    EXPECT_FALSE(std::filesystem::exists(folder.file("all/custom_glsl")));
 }
 
 TEST_F(Export, goes_where_the_panel_says)

@@ -4,7 +4,9 @@
 
 #include "reference_host/window/graph_page.h"
 #include "reference_host/window/preview_page.h"
+#include "reference_host/window/text_view.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace QZ
@@ -16,13 +18,22 @@ namespace
 
 using Pictures = Program_window;
 
+// That of the README's pictures, or what TOVIRAEXPORT_PICTURE_SIZE says: "1024x700".
+wxSize picture_size()
+{
+    wxSize size(1280, 768);
+    if (const char* wanted = std::getenv("TOVIRAEXPORT_PICTURE_SIZE"))
+        std::sscanf(wanted, "%dx%d", &size.x, &size.y);
+    return size;
 }
+
+} // namespace
 
 TEST_F(Pictures, of_each_tab)
 {
     if (!std::getenv("TOVIRAEXPORT_PICTURES"))
         GTEST_SKIP() << "TOVIRAEXPORT_PICTURES names no folder";
-    start(wxSize(1280, 768));
+    start(picture_size());
     const char* documents = std::getenv("TOVIRAEXPORT_DOCUMENTS");
     open(documents ? documents + std::string("/wood_textured.mtlx") : sample("wood_textured"),
          "Custom CgFX");
@@ -33,6 +44,9 @@ TEST_F(Pictures, of_each_tab)
     press_key("Control_L", "2");
     ASSERT_TRUE(wait_until([this] { return window().preview().is_fine(); }));
     take_picture("preview");
+    press_key("Control_L", "4");
+    ASSERT_TRUE(wait_until([this] { return window().source().IsShownOnScreen(); }));
+    take_picture("document");
 }
 
 } // namespace TEST

@@ -194,8 +194,11 @@ void Program_window::take_picture(const std::string& name) const
         return;
     const wxStopWatch watch;
     wait_until([&] { return watch.Time() > 300; }); // what GTK takes for drawing
-    picture_of_screen(m_window->GetScreenRect())
-        .SaveFile(to_text(std::string(pictures) + "/" + name + ".png"), wxBITMAP_TYPE_PNG);
+    wxRect place = m_window->GetScreenRect();
+    const double scale = m_window->GetContentScaleFactor(); // of the toolkit's pixels
+    place = wxRect(place.GetPosition() * scale, place.GetSize() * scale);
+    picture_of_screen(place).SaveFile(to_text(std::string(pictures) + "/" + name + ".png"),
+                                      wxBITMAP_TYPE_PNG);
 }
 
 } // namespace TEST
