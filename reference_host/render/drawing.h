@@ -3,7 +3,7 @@
 #define REFERENCE_HOST_RENDER_DRAWING_H
 
 #include "reference_host/render/environment.h"
-#include "reference_host/render/host_conventions.h"
+#include "reference_host/render/target_conventions.h"
 #include "reference_host/render/image.h"
 #include "reference_host/render/linear_picture.h"
 #include "reference_host/render/mesh.h"
@@ -27,7 +27,7 @@ struct Drawing {
     Shader_source vertex;
     Shader_source fragment;
     Vertex_space space = Vertex_space::world;
-    Host_conventions conventions;
+    Target_conventions conventions;
     View view;
 
     // A matrix without values gets that of the scene which stands in `matrices`, else the one that

@@ -14,7 +14,7 @@
 // carries the texture's name where that file is not found. A cube map is made of the
 // latitude-longitude image that the file is; a simple sky stands in where there is none. How the
 // program holds textures for which a shader was exported is read from the shader, see
-// host_conventions.h.
+// target_conventions.h.
 #ifndef REFERENCE_HOST_RENDER_RENDER_H
 #define REFERENCE_HOST_RENDER_RENDER_H
 

@@ -165,7 +165,7 @@ private:
                 ", fragment profile " +
                 profile(m_options.fragment_shader_profile, m_words.fragment_profile),
             std::string("Internal space: ") + (world ? "world" : "camera")};
-        for (const std::string& line : host_conventions(m_options))
+        for (const std::string& line : target_conventions(m_options))
             lines.push_back(line);
         return text + copyright_comment(m_options.user_copyright) + head_comment(m_module, lines);
     }

@@ -72,7 +72,7 @@ private:
         std::vector<std::string> lines = {
             "Target: GLSL version " + version + ", " + stage + " shader",
             std::string("Internal space: ") + (world ? "world" : "camera")};
-        for (const std::string& line : host_conventions(m_options))
+        for (const std::string& line : target_conventions(m_options))
             lines.push_back(line);
         return "#version " + version + "\n" + copyright_comment(m_options.user_copyright) +
                head_comment(m_module, lines);

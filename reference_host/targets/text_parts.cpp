@@ -57,7 +57,7 @@ std::string copyright_comment(const std::string& text)
     return comment.empty() ? "" : comment + "\n";
 }
 
-std::vector<std::string> host_conventions(const Text_options& options)
+std::vector<std::string> target_conventions(const Text_options& options)
 {
     const std::pair<bool, const char*> rows[] = {{options.flip_tex2d_v, "flipped textures"},
                                                  {options.flip_vs_texture_v, "flipped mesh"},
@@ -65,7 +65,7 @@ std::vector<std::string> host_conventions(const Text_options& options)
     std::string words;
     for (const auto& [holds, word] : rows)
         if (holds)
-            words.append(words.empty() ? "Host: " : ", ").append(word);
+            words.append(words.empty() ? "Conventions: " : ", ").append(word);
     return words.empty() ? std::vector<std::string>() : std::vector<std::string>{words};
 }
 

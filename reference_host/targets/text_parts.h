@@ -15,9 +15,9 @@ namespace reference_host
 // The user's copyright text as comment lines, whatever is in it.
 std::string copyright_comment(const std::string& text);
 
-// What a program must do with textures that OpenGL does not, "Host: flipped textures, rotated cube
-// maps", for whoever draws the text; nothing where it is the same.
-std::vector<std::string> host_conventions(const Text_options& options);
+// What a program must do with textures that OpenGL does not, "Conventions: flipped textures,
+// rotated cube maps", for whoever draws the text; nothing where it is the same.
+std::vector<std::string> target_conventions(const Text_options& options);
 
 // What the text is, from which document and node it comes, and the given lines.
 std::string head_comment(const Module& module, const std::vector<std::string>& lines);

@@ -123,11 +123,12 @@ TEST_F(Text_options, flip_tex2d_v_turns_the_lookup_over)
 
 TEST_F(Text_options, flip_vs_texture_v_turns_the_stream_over)
 {
-    EXPECT_THAT(change({}, "flip_vs_texture_v", "true"),
-                UnorderedElementsAre(
-                    "+// Host: flipped mesh", "-    result.texture_coordinate0 = vertex.texcoord0;",
-                    "+    result.texture_coordinate0 = float2(vertex.texcoord0.x, 1.0 - "
-                    "vertex.texcoord0.y);"));
+    EXPECT_THAT(
+        change({}, "flip_vs_texture_v", "true"),
+        UnorderedElementsAre("+// Conventions: flipped mesh",
+                             "-    result.texture_coordinate0 = vertex.texcoord0;",
+                             "+    result.texture_coordinate0 = float2(vertex.texcoord0.x, 1.0 - "
+                             "vertex.texcoord0.y);"));
 }
 
 TEST_F(Text_options, generate_texture_parameters_moves_annotations_to_the_samplers)

@@ -189,17 +189,18 @@ TEST_F(Render_textures, stand_upright_when_found_beside_the_shader)
 TEST_F(Render_textures, stand_on_their_heads_for_flipped_lookups)
 {
     write_stripes(m_folder.path("stripes.png"));
-    expect_near(draw_stripes("// Host: flipped textures\n").at(middle, middle - 15),
+    expect_near(draw_stripes("// Conventions: flipped textures\n").at(middle, middle - 15),
                 {0, 0, 255, 255}, 8);
 }
 
 TEST_F(Render_textures, stand_on_their_heads_on_a_flipped_mesh_and_upright_with_both)
 {
     write_stripes(m_folder.path("stripes.png"));
-    expect_near(draw_stripes("// Host: flipped mesh\n").at(middle, middle - 15), {0, 0, 255, 255},
-                8);
-    expect_near(draw_stripes("// Host: flipped textures, flipped mesh\n").at(middle, middle - 15),
-                {255, 0, 0, 255}, 8);
+    expect_near(draw_stripes("// Conventions: flipped mesh\n").at(middle, middle - 15),
+                {0, 0, 255, 255}, 8);
+    expect_near(
+        draw_stripes("// Conventions: flipped textures, flipped mesh\n").at(middle, middle - 15),
+        {255, 0, 0, 255}, 8);
 }
 
 TEST_F(Render_textures, are_found_in_a_search_path)

@@ -46,7 +46,7 @@ int texcoord4 : Texcoord
 // Source: glazed_tile.mtlx, node Glaze (standard_surface)
 // Target: HLSL effect, vertex profile vs_3_0, fragment profile ps_3_0
 // Internal space: world
-// Host: flipped textures, flipped mesh
+// Conventions: flipped textures, flipped mesh
 
 // ---- transforms -------------------------------------------------------------
 float4x4 world_view_projection : WORLDVIEWPROJECTION < string UIWidget = "None"; >;

@@ -4,7 +4,7 @@ int NeedTandB = 1;
 // Source: glazed_tile.mtlx, node Glaze (standard_surface)
 // Target: CgFX, vertex profile vp40, fragment profile fp40
 // Internal space: camera
-// Host: rotated cube maps
+// Conventions: rotated cube maps
 
 // ---- transforms -------------------------------------------------------------
 float4x4 world_view_projection : WORLDVIEWPROJECTION < string UIWidget = "None"; >;

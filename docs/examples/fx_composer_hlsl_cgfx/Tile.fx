@@ -2,7 +2,7 @@
 // Source: glazed_tile.mtlx, node Glaze (standard_surface)
 // Target: HLSL effect, vertex profile vs_3_0, fragment profile ps_3_0
 // Internal space: world
-// Host: flipped textures, rotated cube maps
+// Conventions: flipped textures, rotated cube maps
 
 // ---- transforms -------------------------------------------------------------
 float4x4 world_view_projection : WORLDVIEWPROJECTION < string UIWidget = "None"; >;

@@ -1,13 +1,13 @@
-#include "reference_host/render/host_conventions.h"
+#include "reference_host/render/target_conventions.h"
 
 #include <algorithm>
 
 namespace reference_host
 {
 
-Host_conventions conventions_of(const std::string& shader_text)
+Target_conventions conventions_of(const std::string& shader_text)
 {
-    constexpr char mark[] = "// Host: ";
+    constexpr char mark[] = "// Conventions: ";
     std::size_t at = shader_text.find(mark);
     while (at != std::string::npos && at > 0 && shader_text[at - 1] != '\n')
         at = shader_text.find(mark, at + 1);
