@@ -59,13 +59,28 @@ void add_cone_cosines(const Scene_light& light, Graph_builder& builder,
         arguments.push_back(call(Builtin::cos, {light_input(builder, *light.node, angle)}));
 }
 
-// The standard's general light has the colour of its distribution, and an exposure in stops.
-Expr light_color(Graph_builder& builder, const Node& node, Lowering_context& context)
+// Notes, of a surface's lights, which parameter a host may fill with what a light of its scene has.
+Expr noted(const Expr& value, const Scene_light& light, const char* aspect,
+           Lowering_context& context)
 {
+    for (Module_parameter& parameter : context.module.parameters)
+        if (context.module.role == Shader_role::surface && parameter.of_scene &&
+            value->op == Op::variable && value->name == parameter.name) {
+            parameter.light = row_of(kind_of(light)).category;
+            parameter.aspect = aspect;
+        }
+    return value;
+}
+
+// The standard's general light has the colour of its distribution, and an exposure in stops.
+Expr light_color(const Scene_light& light, Graph_builder& builder, Lowering_context& context)
+{
+    const Node& node = *light.node;
     const bool is_general = node.definition && node.definition->find_input("edf");
     if (!is_general && !(node.definition && node.definition->find_input("intensity")))
         throw Refusal(context.origin_of(node), "no text can be made of such a light");
-    const Expr color = builder.shader_input(is_general ? "edf" : "color");
+    const Expr color = is_general ? builder.shader_input("edf")
+                                  : noted(builder.shader_input("color"), light, "color", context);
     const Expr bright = binary(Operator::multiply, color, builder.shader_input("intensity"));
     if (!is_general)
         return bright;
@@ -81,14 +96,16 @@ Expr light_value(const Scene_light& light, Graph_builder& builder, Lowering_cont
     std::vector<Expr> arguments = {state_variable()};
     const Light_kind kind = kind_of(light);
     if (kind != Light_kind::directional)
-        arguments.push_back(internal_position(input("position")));
+        arguments.push_back(
+            internal_position(noted(input("position"), light, "position", context)));
     if (kind != Light_kind::point)
-        arguments.push_back(internal_direction(input("direction")));
+        arguments.push_back(
+            internal_direction(noted(input("direction"), light, "direction", context)));
     if (kind != Light_kind::directional)
         arguments.push_back(input("decay_rate"));
     if (kind == Light_kind::spot)
         add_cone_cosines(light, builder, arguments);
-    arguments.push_back(light_color(builder, node, context));
+    arguments.push_back(light_color(light, builder, context));
     return context.library.call(row_of(kind).category, std::move(arguments));
 }
 

@@ -29,6 +29,8 @@ struct Module_parameter {
     Expr value;       // a literal: the default, in the working colour space
     Range range;
     std::optional<double> step;
+    std::string light;     // of which kind of light, "point_light", a host may set it; empty: none
+    std::string aspect;    // what it is of that light: "position", "direction" or "color"
     bool of_scene = false; // of a light, the environment or the volume
     bool constant = false; // a literal parameter: not to be changed after compilation
 };

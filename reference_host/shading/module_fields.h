@@ -25,10 +25,9 @@ inline constexpr Text_field<Module> source_fields[] = {
 };
 
 inline constexpr Text_field<Module_parameter> parameter_fields[] = {
-    {"kind", &Module_parameter::kind},
-    {"label", &Module_parameter::label},
-    {"folder", &Module_parameter::folder},
-    {"description", &Module_parameter::description},
+    {"kind", &Module_parameter::kind},     {"label", &Module_parameter::label},
+    {"folder", &Module_parameter::folder}, {"description", &Module_parameter::description},
+    {"light", &Module_parameter::light},   {"aspect", &Module_parameter::aspect},
 };
 
 struct Number_field {

@@ -67,6 +67,35 @@ std::string block(const std::vector<std::string>& lines)
     return text + ">";
 }
 
+// How programs call lights of their scenes and what these have: the words of 3ds Max, Maya and FX
+// Composer, which fill parameters so marked from a light that the artist chooses.
+struct Light_word {
+    const char *word, *object;
+};
+
+constexpr Light_word light_words[] = {
+    {"directional_light", "DirectionalLight"},
+    {"point_light", "PointLight"},
+    {"spot_light", "SpotLight"},
+};
+
+struct Aspect_word {
+    const char *word, *semantic;
+};
+
+constexpr Aspect_word aspect_words[] = {
+    {"position", "POSITION"},
+    {"direction", "DIRECTION"},
+    {"color", "DIFFUSE"},
+};
+
+template<class Row, std::size_t count>
+const Row& row_of(const std::string& word, const Row (&rows)[count])
+{
+    return *std::find_if(std::begin(rows), std::end(rows) - 1,
+                         [&](const Row& row) { return word == row.word; });
+}
+
 // What exporters name when nobody chose a map. They need not be there.
 constexpr const char* usual_maps[] = {"default.axml", "catia.axml"};
 
@@ -154,9 +183,18 @@ void Annotations::add(std::vector<std::string>& lines, const std::string& name, 
     add_line(lines, "float", name, float_text(value));
 }
 
+void Annotations::add_light(std::vector<std::string>& lines, const Module_parameter& parameter)
+{
+    lines.push_back("string Object = " + quoted(row_of(parameter.light, light_words).object));
+    if (parameter.aspect != "color")
+        lines.emplace_back("string Space = \"World\"");
+}
+
 std::string Annotations::of(const Module_parameter& parameter) const
 {
     std::vector<std::string> lines;
+    if (!parameter.light.empty())
+        add_light(lines, parameter);
     add(lines, "UIName", parameter.label);
     add(lines, "UIWidget", widget_of(parameter, m_sas));
     const bool is_slider = slides(parameter);
@@ -170,7 +208,11 @@ std::string Annotations::of(const Module_parameter& parameter) const
         add(lines, "UIStep", *step);
     add(lines, "UIFolder", parameter.folder);
     add(lines, "UIHelp", parameter.description);
-    return block(lines);
+    const std::string semantic =
+        parameter.light.empty()
+            ? ""
+            : std::string(" : ") + row_of(parameter.aspect, aspect_words).semantic;
+    return semantic + block(lines);
 }
 
 std::string Annotations::of(const Module_texture& texture, const std::string& path) const

@@ -31,6 +31,7 @@ public:
     Annotations(const Text_options& options, const std::string& folder, Diagnostics& diagnostics);
 
     // The block "< ... >" on lines of its own, with its end; empty when there is nothing to say.
+    // Before it, for what a host may take from a light of its scene, the semantic: " : POSITION".
     std::string of(const Module_parameter& parameter) const;
     std::string of(const Module_texture& texture, const std::string& path) const;
 
@@ -40,6 +41,7 @@ private:
     void add(std::vector<std::string>& lines, const std::string& name, double value) const;
     void add_line(std::vector<std::string>& lines, const std::string& type, const std::string& name,
                   const std::string& value) const;
+    static void add_light(std::vector<std::string>& lines, const Module_parameter& parameter);
     void read_map(const std::string& file, Diagnostics& diagnostics);
 
     bool m_sas;

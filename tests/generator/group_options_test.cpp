@@ -27,9 +27,10 @@ TEST_F(Group_options, each_light_has_parameters_called_after_it)
 {
     const std::string after = text({{"lights", "sun, bulb"}, {"resolve_unsized_arrays", "true"}});
     for (const char* part :
-         {"float3 sun_direction\n<", "float3 sun_color\n<", "float sun_intensity\n<",
-          "float3 bulb_position\n<", "string UIFolder = \"bulb\";",
-          "Light_iterator sun = directional_light(", "Light_iterator bulb = point_light("})
+         {"float3 sun_direction : DIRECTION\n<", "float3 sun_color : DIFFUSE\n<",
+          "float sun_intensity\n<", "float3 bulb_position : POSITION\n<",
+          "string UIFolder = \"bulb\";", "Light_iterator sun = directional_light(",
+          "Light_iterator bulb = point_light("})
         EXPECT_TRUE(contains(after, part)) << part;
     EXPECT_FALSE(contains(after, "[]"));
     EXPECT_FALSE(contains(after, ".length"));

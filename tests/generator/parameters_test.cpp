@@ -39,6 +39,23 @@ TEST(Parameters, values_of_the_surface_are_editable)
                                "    string UIWidget = \"Color\";\n> = float3(0.1, 0.2, 0.3);\n"));
 }
 
+TEST(Parameters, of_lights_say_what_of_a_light_of_the_scene_they_are)
+{
+    const auto graph = graph_of(painted_scene());
+    const std::string text = generate(*graph, "FX", {{"lights", "sun, bulb, spot"}}, {}).text();
+    const auto marked = [&](const std::string& parameter, const std::string& object,
+                            const std::string& space) {
+        return contains(text, "float3 " + parameter + "\n<\n    string Object = \"" + object +
+                                  "\";\n" + space + "    string UIName");
+    };
+    const std::string world = "    string Space = \"World\";\n";
+    EXPECT_TRUE(marked("sun_direction : DIRECTION", "DirectionalLight", world)) << text;
+    EXPECT_TRUE(marked("sun_color : DIFFUSE", "DirectionalLight", ""));
+    EXPECT_TRUE(marked("bulb_position : POSITION", "PointLight", world));
+    EXPECT_TRUE(marked("spot_position : POSITION", "SpotLight", world));
+    EXPECT_TRUE(marked("spot_direction : DIRECTION", "SpotLight", world));
+}
+
 TEST(Parameters, what_the_document_does_not_set_is_a_constant)
 {
     EXPECT_TRUE(contains(lit_text(""), "dielectric_albedo(state, 1.5, 0.04,"));

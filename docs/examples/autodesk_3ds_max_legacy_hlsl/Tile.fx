@@ -106,15 +106,18 @@ sampler2D relief_map_sampler = sampler_state
 };
 
 // ---- lights and surroundings ------------------------------------------------
-float3 sun_direction
+float3 sun_direction : DIRECTION
 <
+    string Object = "DirectionalLight";
+    string Space = "World";
     string UIName = "Sun direction";
     string UIWidget = "Numeric";
     string UIFolder = "sun";
 > = float3(-0.4, -0.5, -0.8);
 
-float3 sun_color
+float3 sun_color : DIFFUSE
 <
+    string Object = "DirectionalLight";
     string UIName = "Sun color";
     string UIWidget = "Color";
     string UIFolder = "sun";
