@@ -91,8 +91,7 @@ Export_bar::Export_bar(wxWindow* parent, Workspace& workspace)
     m_command =
         new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_READONLY);
     m_command->SetToolTip(wxT("The command line that does the same"));
-    wxButton* copy =
-        new wxButton(this, wxID_ANY, wxT("Cop&y"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    wxButton* copy = new wxButton(this, wxID_ANY, wxT("Cop&y"));
     copy->SetToolTip(wxT("Copy the command line"));
     wxBoxSizer* command_row = new wxBoxSizer(wxHORIZONTAL);
     command_row->Add(m_command, 1, wxALIGN_CENTER_VERTICAL);
