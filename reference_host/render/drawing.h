@@ -3,12 +3,12 @@
 #define REFERENCE_HOST_RENDER_DRAWING_H
 
 #include "reference_host/render/environment.h"
-#include "reference_host/render/target_conventions.h"
 #include "reference_host/render/image.h"
 #include "reference_host/render/linear_picture.h"
 #include "reference_host/render/mesh.h"
 #include "reference_host/render/scene.h"
 #include "reference_host/render/shader_source.h"
+#include "reference_host/render/target_conventions.h"
 
 #include <map>
 #include <memory>
