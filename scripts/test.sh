@@ -5,8 +5,8 @@
 #
 #   scripts/test.sh [--all]
 #
-# --all: also all tests under AddressSanitizer and UndefinedBehaviorSanitizer, and 20 seconds of new
-# inputs for each fuzz target. Takes twice as long.
+# --all: also all tests under AddressSanitizer and UndefinedBehaviorSanitizer, those with threads
+# under ThreadSanitizer, and 20 seconds of new inputs for each fuzz target. Takes several times as long.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -28,6 +28,9 @@ scripts/lint.sh
 build_and_test default
 echo "== check"
 build/reference_host/app/shader-export check build/plugin/toviraexport.so
-[ "$seconds" = 0 ] || build_and_test sanitize
+if [ "$seconds" != 0 ]; then
+    build_and_test sanitize
+    build_and_test thread
+fi
 echo "== fuzz"
 scripts/fuzz.sh "$seconds"

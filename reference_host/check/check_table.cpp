@@ -148,7 +148,8 @@ std::string checks_as_markdown()
         "failed.\n"
         "`--include` and `--exclude` choose by id or by its beginning, such as `faults`; `--seed`\n"
         "repeats random checks, `--repeat` runs each several times, `--jobs` several at once;\n"
-        "`--json` prints the results for programs.\n\n"
+        "`--json` prints the results for programs. All of them together take some minutes;\n"
+        "`panels.memory` and `graphs` take most of that, `--exclude` leaves them out.\n\n"
         "This page is the output of `shader-export check --markdown`.\n\n"
         "| Check | What it proves | Severity | Seconds at most |\n|---|---|---|---|\n";
     for (const Check& check : all_checks())

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <iterator>
 #include <map>
 #include <random>
 #include <regex>
@@ -105,23 +106,26 @@ protected:
                 "a/" + std::string(255, 'z')};
     }
 
+    // A material with an image, under hostile names.
+    static std::string material(const std::string& name, const std::string& prefix,
+                                const std::string& image)
+    {
+        const std::string here = attribute(name);
+        return document(
+            "<nodegraph name='g" + here + "' fileprefix='" + attribute(prefix) +
+            "'><image name='i' type='color3'><input name='file' type='filename' value='" +
+            attribute(image) + "'/></image><output name='o' type='color3' nodename='i'/>" +
+            "</nodegraph>\n<standard_surface name='s" + here +
+            "' type='surfaceshader'><input name='base_color' type='color3' nodegraph='g" + here +
+            "' output='o'/></standard_surface>\n<surfacematerial name='" + here +
+            "' type='material'><input name='surfaceshader' type='surfaceshader' nodename='s" +
+            here + "'/></surfacematerial>\n");
+    }
+
     // The name wherever a document has one.
     static std::string document_of(const std::string& name)
     {
-        const std::string here = attribute(name);
-        return document("<nodegraph name='g" + here + "' fileprefix='" + here +
-                        "/'><image name='i' type='color3'><input name='file' type='filename' "
-                        "value='" +
-                        here + "' fileprefix='" + here +
-                        "'/></image><output name='o' type='color3' nodename='i'/></nodegraph>\n"
-                        "<standard_surface name='s" +
-                        here +
-                        "' type='surfaceshader'><input name='base_color' type='color3' "
-                        "nodegraph='g" +
-                        here + "' output='o'/></standard_surface>\n<surfacematerial name='" + here +
-                        "' type='material'><input name='surfaceshader' type='surfaceshader' "
-                        "nodename='s" +
-                        here + "'/></surfacematerial>\n");
+        return material(name, name + "/", name);
     }
 
     // Documents of every odd kind, and what is no document, in the folder "in".
@@ -247,6 +251,25 @@ TEST_F(Containment, holds_for_hostile_names_of_documents)
         0, run({"batch", ".", "-e", "5", "--name", "{exporter}/{document}-{material}"}, m_output));
     expect_same(before);
     EXPECT_EQ(count, count_files(m_output, ".cgfx")) << m_said;
+}
+
+TEST_F(Containment, holds_for_images_that_are_copied)
+{
+    const std::string images[] = {"precious", "../precious", "../in/../box/precious",
+                                  m_folder.file("box/way/precious.cgfx")};
+    for (std::size_t i = 0; i < std::size(images); ++i)
+        m_folder.write("in/" + std::to_string(i) + ".mtlx", material("m", "", images[i]));
+    const auto before = tree_of(m_folder.path(), m_output);
+    EXPECT_EQ(0, run({"batch", ".", "-e", "5", "--texture-paths", "copy", "--name",
+                      "{document}/{material}"},
+                     m_output));
+    expect_same(before);
+    for (std::size_t i = 0; i < std::size(images); ++i) {
+        const std::string folder = m_output + "/" + std::to_string(i);
+        EXPECT_EQ(3, std::distance(fs::directory_iterator(folder), {}))
+            << "an effect, an image, the program's notes\n"
+            << m_said;
+    }
 }
 
 TEST_F(Containment, holds_for_odd_documents)

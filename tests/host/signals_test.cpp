@@ -72,7 +72,7 @@ protected:
     // An output folder in which some files are there already.
     void make_output(const Files& whole) const;
 
-    // The files that the program is for; and what it may only keep while it runs.
+    // The files that the program is for; and what it may keep only while it runs.
     Files output() const;
     std::vector<std::string> unfinished() const;
 
@@ -227,8 +227,10 @@ void Signals::interrupt(const std::vector<std::string>& arguments, const Files& 
     EXPECT_TRUE(fs::is_empty(m_folder.file("tmp")));
     for (const auto& [name, content] : output())
         EXPECT_TRUE(is_whole(name, content, whole)) << name << " is not whole: " << content.size();
-    if (signal == SIGKILL)
+    if (signal == SIGKILL) {
         EXPECT_EQ(0, run(arguments));
+        EXPECT_EQ(whole.size(), output().size());
+    }
     EXPECT_THAT(unfinished(), testing::IsEmpty());
 }
 
