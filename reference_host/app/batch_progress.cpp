@@ -1,5 +1,7 @@
 #include "reference_host/app/batch_progress.h"
 
+#include "reference_host/app/messages.h"
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -27,9 +29,9 @@ std::string note_of(State state, bool is_dry_run)
 // A document that cannot be read is an item without node and exporter.
 std::string title_of(const Export_item& item)
 {
-    return item.exporter_name.empty()
-               ? item.document
-               : item.document + ": " + item.node + " -> " + item.exporter_name;
+    return printable(item.exporter_name.empty()
+                         ? item.document
+                         : item.document + ": " + item.node + " -> " + item.exporter_name);
 }
 
 } // namespace
@@ -73,7 +75,7 @@ void Batch_progress::print(const Export_item& item, const Item_result& result)
                     result.seconds);
     for (const Result_file& file : result.files) {
         if (!m_verbosity.is_quiet)
-            std::printf("%s  %zu bytes%s\n", file.path.c_str(), file.size,
+            std::printf("%s  %zu bytes%s\n", printable(file.path).c_str(), file.size,
                         note_of(file.state, m_is_dry_run).c_str());
     }
     std::fflush(stdout); // before what goes to standard error
@@ -92,7 +94,7 @@ void Batch_progress::show_line(const Export_item& item) const
     const int left = static_cast<int>(seconds / static_cast<double>(m_done) *
                                       static_cast<double>(m_count - m_done));
     std::fprintf(stderr, "[%zu/%zu] %d:%02d left  %s", m_done, m_count, left / 60, left % 60,
-                 item.output.c_str());
+                 printable(item.output).c_str());
     std::fflush(stderr);
 }
 

@@ -29,7 +29,7 @@ void print_outcome(const Export_outcome& outcome, const Opened_document& documen
     print_messages(messages_of(outcome, document));
     for (const Exported_file& file : outcome.files) {
         const bool is_written = file.state == Exported_file::State::written;
-        std::printf("%s  %zu bytes%s%s\n", file.path.c_str(), file.content.size(),
+        std::printf("%s  %zu bytes%s%s\n", printable(file.path).c_str(), file.content.size(),
                     is_written ? "" : "  ", is_written ? "" : state_name(file.state));
     }
 }

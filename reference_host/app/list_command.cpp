@@ -2,6 +2,7 @@
 
 #include "exporters/exporter_table.h"
 #include "reference_host/app/exporter_options.h"
+#include "reference_host/app/messages.h"
 #include "reference_host/app/opened_document.h"
 #include "reference_host/app/plugin_library.h"
 #include "reference_host/desktop/wx_runtime.h"
@@ -92,8 +93,9 @@ int list_nodes(const Nodes_command& command)
                              {"file", place.file},
                              {"line", place.line}});
         else
-            std::printf("%s  %s  %s  %s:%d\n", full_name(*node).c_str(), node->category.c_str(),
-                        type_name(node->type), place.file.c_str(), place.line);
+            std::printf("%s  %s  %s  %s:%d\n", printable(full_name(*node)).c_str(),
+                        node->category.c_str(), type_name(node->type),
+                        printable(place.file).c_str(), place.line);
     }
     if (command.as_json)
         std::puts(nodes.dump(2, ' ', false, ordered_json::error_handler_t::replace).c_str());

@@ -5,6 +5,20 @@
 namespace reference_host
 {
 
+std::string printable(std::string text)
+{
+    for (size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        const bool is_second_set = byte == 0xc2 && next >= 0x80 && next < 0xa0; // in UTF-8
+        if (is_second_set)
+            text.erase(i + 1, 1);
+        if (is_second_set || byte == 0x7f || (byte < 0x20 && byte != '\n' && byte != '\t'))
+            text[i] = '?';
+    }
+    return text;
+}
+
 std::string line_of(const Message& message)
 {
     std::string place = message.place.file.empty() ? "shader-export" : message.place.file;
@@ -17,7 +31,7 @@ std::string line_of(const Message& message)
 void print_messages(const std::vector<Message>& messages)
 {
     for (const Message& message : messages)
-        std::fprintf(stderr, "%s\n", line_of(message).c_str());
+        std::fprintf(stderr, "%s\n", printable(line_of(message)).c_str());
 }
 
 void print_warning(const std::string& text)

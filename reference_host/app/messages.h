@@ -16,6 +16,10 @@ namespace reference_host
 
 using Message = Diagnostic;
 
+// A text for a terminal: control characters in it, which could steer the terminal, are question
+// marks. Names in documents may have any. Ends of lines and tabs stay.
+std::string printable(std::string text);
+
 std::string line_of(const Message& message);
 
 // Each message on a line of standard error.

@@ -253,6 +253,21 @@ TEST_F(Batch, names_the_item_of_a_message_and_tells_what_is_wrong_with_a_documen
     EXPECT_EQ(std::string::npos, m_errors.find("gone.png", told + 1)) << m_errors;
 }
 
+TEST_F(Batch, keeps_control_characters_of_names_from_the_terminal)
+{
+    m_folder.write("odd.mtlx", document(material("M\x1b[2J\xc2\x9b"
+                                                 "1m\x7f")));
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"nodes", "odd.mtlx"},
+          {"ir", "odd.mtlx", "--node", "none"},
+          {"batch", "odd.mtlx", "-v", "--plugin", PLUGIN, "-e", "5", "-o", "out"}}) {
+        run(arguments);
+        const std::string said = m_output + m_errors;
+        EXPECT_THAT(said, HasSubstr("M?[2J?1m?"));
+        EXPECT_EQ(std::string::npos, said.find_first_of("\x1b\x7f\x9b")) << said;
+    }
+}
+
 TEST_F(Batch, reports_what_its_schema_describes)
 {
     m_folder.write("in/bad.mtlx", "no XML");
