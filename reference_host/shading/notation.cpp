@@ -19,6 +19,28 @@ void require(bool holds, const std::string& otherwise)
         throw Notation_error(otherwise);
 }
 
+// Parser and printer, verifier and destructors follow expressions and statements down: a text may
+// not nest them deeper than this, nor string more operations together.
+constexpr int deepest_nesting = 1000;
+constexpr int longest_chain = 2000;
+
+// One step down for as long as it lives.
+class Nesting
+{
+public:
+    explicit Nesting(int& depth) : m_depth(depth)
+    {
+        require(m_depth < deepest_nesting, "the text is too deeply nested");
+        ++m_depth;
+    }
+    ~Nesting() { --m_depth; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+private:
+    int& m_depth;
+};
+
 class Notation_parser
 {
 public:
@@ -98,6 +120,7 @@ private:
 
     void statement(Statements& statements)
     {
+        const Nesting nesting(m_depth);
         if (m_words.accept("if"))
             return condition(statements);
         if (m_words.accept("for"))
@@ -209,6 +232,7 @@ private:
 
     Expr expression()
     {
+        const Nesting nesting(m_depth);
         Expr condition = operation(static_cast<int>(Level::either));
         if (!m_words.accept("?"))
             return condition;
@@ -243,10 +267,11 @@ private:
     Expr operation(int level)
     {
         Expr left = prefix();
-        for (;;) {
+        for (int links = 0;; ++links) {
             const Operator op = find_binary(m_words.peek());
             if (op == Operator::none || static_cast<int>(row_of(op).level) < level)
                 return left;
+            require(links < longest_chain, "an expression has too many operations");
             m_words.take();
             left = combine(op, left, operation(static_cast<int>(row_of(op).level) + 1));
         }
@@ -266,6 +291,7 @@ private:
 
     Expr prefix()
     {
+        const Nesting nesting(m_depth);
         if (m_words.accept("-"))
             return negate(prefix());
         if (m_words.accept("!"))
@@ -276,7 +302,8 @@ private:
     Expr postfix()
     {
         Expr parsed = primary();
-        for (;;) {
+        for (int links = 0;; ++links) {
+            require(links < longest_chain, "an expression has too many members");
             if (m_words.accept("[")) {
                 parsed = element(parsed, expression());
                 m_words.expect("]");
@@ -420,6 +447,7 @@ private:
     Notation_scope& m_scope;
     const Shading_type* m_result = nullptr; // of the function that is parsed
     std::map<std::string, Expr> m_locals;
+    int m_depth = 0;
 };
 
 // What the parser makes of the text. Mistakes get the text's place.

@@ -83,6 +83,26 @@ TEST(Notation, mistakes_are_errors_and_not_crashes)
     }
 }
 
+TEST(Notation, what_is_nested_too_deeply_is_an_error)
+{
+    const auto repeated = [](const std::string& text) {
+        std::string all;
+        for (int i = 0; i < 100000; ++i)
+            all += text;
+        return all;
+    };
+    for (const char* text : {"(", "-", "!", "sin(", "x ? x : ", "x + ", "x + (", "v[", "v.xyz"}) {
+        Scope_with_variables scope;
+        EXPECT_THROW(parse_expression(repeated(text) + "x", scope), Notation_error) << text;
+    }
+    for (const char* text : {"{", "if (x > 1.0) ", "for (int i = 0; i < n; i++) "}) {
+        Scope_with_variables scope;
+        const std::string function = "float f() { " + repeated(text) + "x = 1.0; }";
+        EXPECT_THROW(parse_function({function, {}}, scope), Notation_error) << text;
+    }
+    EXPECT_EQ(cg(std::string(300, '(') + "x" + std::string(300, ')')), "x");
+}
+
 TEST(Notation, numbers_out_of_range_are_errors)
 {
     EXPECT_THROW(cg("n + 2147483648"), Notation_error);
