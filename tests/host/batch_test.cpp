@@ -183,12 +183,11 @@ TEST_F(Batch, goes_on_where_it_was_killed_or_interrupted)
         const std::string folder = signal;
         EXPECT_EQ(0, shell("'" SHADER_EXPORT "' batch many.mtlx --plugin '" PLUGIN
                            "' -e 5 -e GLSL --light key --environment '" +
-                           sky() + "' --jobs 2 --output " + folder +
-                           " >log 2>&1 & id=$!; "
-                           "until grep -q bytes log; do sleep 0.01; done; kill -" +
-                           folder +
+                           sky() + "' --jobs 2 --output " + folder + " >" + folder +
+                           ".log 2>&1 & id=$!; until grep -qs bytes " + folder +
+                           ".log; do sleep 0.01; done; kill -" + folder +
                            " $id; wait $id; status=$?; [ $status = 137 ] || [ $status = 130 ]"))
-            << m_folder.read("log");
+            << m_folder.read(folder + ".log");
         EXPECT_GT(60u, contents(folder).size()) << "it was too quick";
         run_batch(with_output(folder));
         EXPECT_EQ(0, m_status) << m_errors;
