@@ -1,5 +1,7 @@
 #include "reference_host/system/temporary_folder.h"
 
+#include "reference_host/system/held_signals.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -48,29 +50,11 @@ void remove_folder(const std::string& path)
     _exit(0);
 }
 
-// No signal reaches this thread while one lives.
-class Signals_blocked
-{
-public:
-    Signals_blocked()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_BLOCK, &all, &m_before);
-    }
-    ~Signals_blocked() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
-    Signals_blocked(const Signals_blocked&) = delete;
-    Signals_blocked& operator=(const Signals_blocked&) = delete;
-
-private:
-    sigset_t m_before;
-};
-
 } // namespace
 
 Temporary_folder::Temporary_folder()
 {
-    const Signals_blocked blocked; // one that ends the program waits until the remover is there
+    const Held_signals held; // one that ends the program waits until the remover is there
     m_path = make_folder();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)

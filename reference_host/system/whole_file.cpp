@@ -1,6 +1,7 @@
 #include "reference_host/system/whole_file.h"
 
 #include "reference_host/system/file_access.h"
+#include "reference_host/system/held_signals.h"
 
 #include <cerrno>
 #include <csignal>
@@ -36,24 +37,6 @@ public:
 
 private:
     int m_number;
-};
-
-// While it lives, no signal ends the program but SIGKILL.
-class Held_signals
-{
-public:
-    Held_signals()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_BLOCK, &all, &m_before);
-    }
-    ~Held_signals() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
-    Held_signals(const Held_signals&) = delete;
-    Held_signals& operator=(const Held_signals&) = delete;
-
-private:
-    sigset_t m_before;
 };
 
 bool write_all(int descriptor, const std::string& content)
