@@ -7,6 +7,7 @@
 #include "reference_host/output/content_hash.h"
 #include "reference_host/output/staged_files.h"
 #include "reference_host/output/write_failure.h"
+#include "reference_host/system/file_access.h"
 #include "reference_host/system/temporary_folder.h"
 
 #include <algorithm>
@@ -76,16 +77,7 @@ int try_to_write(const std::string& file, const std::string& text)
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (descriptor < 0)
         return errno;
-    size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        done += static_cast<size_t>(count);
-    }
-    const int reason = done < text.size() ? errno : 0;
+    const int reason = write_all(descriptor, text) ? 0 : errno;
     return close(descriptor) == 0 || reason != 0 ? reason : errno;
 }
 

@@ -2,6 +2,7 @@
 
 #include "reference_host/app/interruption.h"
 #include "reference_host/app/item_json.h"
+#include "reference_host/system/file_access.h"
 
 #include <algorithm>
 #include <atomic>
@@ -55,13 +56,8 @@ private:
 
 void write_line(int pipe, const std::string& text)
 {
-    const std::string line = text + '\n';
-    for (size_t done = 0; done < line.size();) {
-        const ssize_t count = write(pipe, line.data() + done, line.size() - done);
-        if (count < 0 && errno != EINTR)
-            _exit(1); // nobody listens any more
-        done += count > 0 ? static_cast<size_t>(count) : 0;
-    }
+    if (!write_all(pipe, text + '\n'))
+        _exit(1); // nobody listens any more
 }
 
 // What a process does from its start to its end. Says which item it begins, then what came of it.

@@ -147,4 +147,17 @@ std::optional<std::string> read_whole_file(const std::string& path, std::uintmax
     return text;
 }
 
+bool write_all(int descriptor, std::string_view content)
+{
+    while (!content.empty()) {
+        const ssize_t count = write(descriptor, content.data(), content.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        content.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
 } // namespace reference_host

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace reference_host
 {
@@ -33,6 +34,10 @@ Opened_file open_to_write(const std::string& path);
 // reason is then in `reason`.
 std::optional<std::string> read_whole_file(const std::string& path, std::uintmax_t max_size,
                                            std::string& reason);
+
+// Writes all of it, however the system cuts it; an interruption is no failure. False when the rest
+// cannot be written: errno tells why.
+bool write_all(int descriptor, std::string_view content);
 
 // Why a file that another program opens cannot be read, or written; empty when it can, judged
 // without opening it.

@@ -1,6 +1,7 @@
 #include "reference_host/system/memory_file.h"
 
-#include <cerrno>
+#include "reference_host/system/file_access.h"
+
 #include <stdexcept>
 
 #include <sys/mman.h>
@@ -8,21 +9,6 @@
 
 namespace reference_host
 {
-namespace
-{
-
-bool write_all(int descriptor, const std::string& content)
-{
-    for (std::size_t at = 0; at < content.size();) {
-        const ssize_t count = write(descriptor, content.data() + at, content.size() - at);
-        if (count < 0 && errno != EINTR)
-            return false;
-        at += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    return true;
-}
-
-} // namespace
 
 Memory_file::Memory_file(const std::string& content)
     : m_descriptor(memfd_create("shader-export", MFD_CLOEXEC)),

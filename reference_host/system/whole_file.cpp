@@ -39,17 +39,6 @@ private:
     int m_number;
 };
 
-bool write_all(int descriptor, const std::string& content)
-{
-    for (std::size_t at = 0; at < content.size();) {
-        const ssize_t count = write(descriptor, content.data() + at, content.size() - at);
-        if (count < 0 && errno != EINTR)
-            return false;
-        at += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    return true;
-}
-
 std::string write_in_place(const std::string& path, const std::string& content)
 {
     Opened_file file = open_to_write(path);
