@@ -60,7 +60,8 @@ void Batch_progress::print_messages_of(const Export_item& item, const Item_resul
         const bool is_placed = !message.place.file.empty();
         if (!is_placed) {
             message.place.file = item.document;
-            message.text = item.node + " -> " + item.exporter_name + ": " + message.text;
+            if (!item.exporter_name.empty())
+                message.text = item.node + " -> " + item.exporter_name + ": " + message.text;
         }
         if (!is_placed || m_told.insert(line_of(message)).second)
             print_messages({message});

@@ -34,7 +34,8 @@ void save_picture(wxWindow& window, const std::string& file)
     target.Blit(0, 0, size.GetWidth(), size.GetHeight(), &source, 0, 0);
     target.SelectObject(wxNullBitmap);
     wxMemoryOutputStream stream;
-    picture.ConvertToImage().SaveFile(stream, wxBITMAP_TYPE_PNG);
+    if (!picture.ConvertToImage().SaveFile(stream, wxBITMAP_TYPE_PNG))
+        throw std::runtime_error("the panel cannot be made a picture");
     std::string content(stream.GetSize(), '\0');
     stream.CopyTo(content.data(), content.size());
     if (const std::string reason = write_whole_file(file, content); !reason.empty())

@@ -82,10 +82,8 @@ const std::vector<Check>& all_checks()
          error, 240, true, check_failing_system_calls},
         {"faults.reads",
          "Whichever call that reads user_copyright.txt fails, the files are written as ever and "
-         "the "
-         "text is handed on whole or not at all; when the call is only interrupted or cut short, "
-         "it "
-         "is handed on.",
+         "the text is handed on whole or not at all; when the call is only interrupted or cut "
+         "short, it is handed on.",
          error, 240, true, check_failing_reads},
         {"panels.life",
          "Panels are created, resized and removed in any order, also twice or never.", error, 120,

@@ -17,7 +17,7 @@ namespace
 {
 
 constexpr int rest_ms = 200;
-constexpr int quick_size = 384;    // pixels a side, with one sample each: twenty a second
+constexpr int quick_size = 384;    // pixels a side, with one sample each
 constexpr int fine_samples = 1024; // across a fine picture, as many a pixel as that leaves
 constexpr int most_samples = 3;    // as the command `render` takes
 constexpr double wide = 1.15;      // width to height, from which the parameters stand aside
