@@ -72,7 +72,7 @@ std::string image_of(const Input& input)
     const Value* value = input.value       ? &*input.value
                          : input.parameter ? &input.parameter->value
                                            : nullptr;
-    return value && value->type == Type::filename ? value->text : std::string();
+    return value && value->type == Value_type::filename ? value->text : std::string();
 }
 
 // The node and all that it reads, itself or through others.
@@ -98,7 +98,7 @@ std::string no_such_node(const Shader_graph& graph, const std::string& name)
         names.push_back(full_name(*node));
     std::string text = "the document has no node '" + name + "'" + suggestion(name, names);
     for (const auto& node : graph.nodes) {
-        if (node->category == "surfacematerial" || node->type == Type::surfaceshader)
+        if (node->category == "surfacematerial" || node->type == Value_type::surfaceshader)
             text += "\n  " + full_name(*node) + "  " + node->category;
     }
     return text + "\n  (the command 'nodes' lists all " + std::to_string(names.size()) + ")";
@@ -122,7 +122,7 @@ const Node* default_node(const Shader_graph& graph)
         first_of(graph, [](const Node& node) { return node.category == "surfacematerial"; });
     if (material)
         return material;
-    return first_of(graph, [](const Node& node) { return node.type == Type::surfaceshader; });
+    return first_of(graph, [](const Node& node) { return node.type == Value_type::surfaceshader; });
 }
 
 Opened_document::Opened_document(const Scene_request& request)

@@ -33,7 +33,7 @@ Light_request light_of(const std::string& text)
 
 bool is_light(const Node& node)
 {
-    return node.scope.empty() && node.type == Type::lightshader;
+    return node.scope.empty() && node.type == Value_type::lightshader;
 }
 
 bool is_material(const Node& node)

@@ -25,7 +25,7 @@ bool take_light(const std::string& text, Lighting_request& render)
 
 bool take_ambient(const std::string& text, Lighting_request& render)
 {
-    const std::optional<Value> color = parse_value(Type::color4, text);
+    const std::optional<Value> color = parse_value(Value_type::color4, text);
     if (color)
         std::copy_n(color->numbers.begin(), 4, render.ambient.begin());
     return color.has_value();

@@ -39,22 +39,22 @@ constexpr Dropped_input dropped_inputs[] = {
 struct Geometry_property {
     const char* name;
     const char* category;
-    Type type;
+    Value_type type;
     const char* space; // null: the node has no input "space"
     int index;         // of the set of texture coordinates
 };
 
 constexpr Geometry_property geometry_properties[] = {
-    {"Pobject", "position", Type::vector3, "object", 0},
-    {"Nobject", "normal", Type::vector3, "object", 0},
-    {"Tobject", "tangent", Type::vector3, "object", 0},
-    {"Bobject", "bitangent", Type::vector3, "object", 0},
-    {"Pworld", "position", Type::vector3, "world", 0},
-    {"Nworld", "normal", Type::vector3, "world", 0},
-    {"Tworld", "tangent", Type::vector3, "world", 0},
-    {"Bworld", "bitangent", Type::vector3, "world", 0},
-    {"UV0", "texcoord", Type::vector2, nullptr, 0},
-    {"UV1", "texcoord", Type::vector2, nullptr, 1},
+    {"Pobject", "position", Value_type::vector3, "object", 0},
+    {"Nobject", "normal", Value_type::vector3, "object", 0},
+    {"Tobject", "tangent", Value_type::vector3, "object", 0},
+    {"Bobject", "bitangent", Value_type::vector3, "object", 0},
+    {"Pworld", "position", Value_type::vector3, "world", 0},
+    {"Nworld", "normal", Value_type::vector3, "world", 0},
+    {"Tworld", "tangent", Value_type::vector3, "world", 0},
+    {"Bworld", "bitangent", Value_type::vector3, "world", 0},
+    {"UV0", "texcoord", Value_type::vector2, nullptr, 0},
+    {"UV1", "texcoord", Value_type::vector2, nullptr, 1},
 };
 
 // Integer inputs that say how often a loop runs or which form of the code is meant.
@@ -70,15 +70,15 @@ bool is_connected(const Element& element)
 bool is_shaping(const Input& input, const Parameter& parameter)
 {
     const auto is_named = [&](const char* name) { return input.name == name; };
-    return input.type == Type::string || !parameter.ui.enum_names.empty() ||
-           (input.type == Type::integer &&
+    return input.type == Value_type::string || !parameter.ui.enum_names.empty() ||
+           (input.type == Value_type::integer &&
             std::any_of(std::begin(shaping_inputs), std::end(shaping_inputs), is_named));
 }
 
-void check_type(const Element& from, Type given, const std::string& giver)
+void check_type(const Element& from, Value_type given, const std::string& giver)
 {
-    const Type wanted = declared_type(from);
-    if (given == Type::none) // told where it is declared
+    const Value_type wanted = declared_type(from);
+    if (given == Value_type::none) // told where it is declared
         return;
     if (wanted != given && from.attribute("channels").empty())
         throw Document_error(from.place(), describe(from) + ": wrong type: it is " +
@@ -274,7 +274,7 @@ std::optional<Connection_resolver::Hop> Connection_resolver::follow(const Hop& a
     if (member->second.scope)
         return follow_output(*member->second.scope, from);
     const Node* node = member->second.node;
-    if (node->type != Type::multioutput && is_known_category(node->category))
+    if (node->type != Value_type::multioutput && is_known_category(node->category))
         check_type(from, node->type, describe(*node));
     origin.node = node;
     origin.output = from.attribute("output");
@@ -321,7 +321,7 @@ Connection_resolver::Origin Connection_resolver::unconnected(const Scope& scope,
                                                              const Element& declaration,
                                                              const Element& given)
 {
-    const Type type = declared_type(declaration);
+    const Value_type type = declared_type(declaration);
     const Element& holder = given && given.has("value") ? given : declaration;
     const std::optional<Value> value = value_of(holder, type);
     Origin origin;
@@ -360,7 +360,7 @@ const Node* Connection_resolver::geometry_node(const Scope& scope, const Element
     node.place = declaration.place();
     Input input;
     input.name = row->space ? "space" : "index";
-    input.type = row->space ? Type::string : Type::integer;
+    input.type = row->space ? Value_type::string : Value_type::integer;
     input.value =
         Value{input.type, {static_cast<double>(row->index)}, row->space ? row->space : ""};
     node.inputs.push_back(std::move(input));

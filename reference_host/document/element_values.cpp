@@ -10,9 +10,9 @@ namespace reference_host
 namespace
 {
 
-bool is_text(Type type)
+bool is_text(Value_type type)
 {
-    return type == Type::string || type == Type::filename;
+    return type == Value_type::string || type == Value_type::filename;
 }
 
 std::string file_name_of(const Element& element, const std::string& text)
@@ -24,14 +24,14 @@ std::string file_name_of(const Element& element, const std::string& text)
     return folder.empty() || name.front() == '/' ? name : folder + "/" + name;
 }
 
-std::optional<Value> hint(const Element& element, const char* key, Type type)
+std::optional<Value> hint(const Element& element, const char* key, Value_type type)
 {
     if (!element.has(key) || component_count(type) == 0)
         return std::nullopt;
     const std::string text = element.attribute(key);
     if (std::optional<Value> value = parse_value(type, text))
         return value;
-    std::optional<Value> value = parse_value(Type::float1, text);
+    std::optional<Value> value = parse_value(Value_type::float1, text);
     if (value) {
         value->type = type;
         std::fill_n(value->numbers.begin(), component_count(type), value->numbers[0]);
@@ -66,7 +66,7 @@ std::string describe(const Element& element)
     return kind + " '" + parent.name() + "', " + own;
 }
 
-std::optional<Value> value_of(const Element& element, Type type)
+std::optional<Value> value_of(const Element& element, Value_type type)
 {
     if (!element.has("value"))
         return std::nullopt;
@@ -77,20 +77,20 @@ std::optional<Value> value_of(const Element& element, Type type)
     if (!value)
         throw Document_error(element.place(), describe(element) + ": '" + text.substr(0, 60) +
                                                   "' is not a value of type " + type_name(type));
-    if (type == Type::filename)
+    if (type == Value_type::filename)
         value->text = file_name_of(element, value->text);
     return value;
 }
 
-std::string color_space_of(const Element& element, Type type)
+std::string color_space_of(const Element& element, Value_type type)
 {
-    if (type != Type::color3 && type != Type::color4 && type != Type::filename)
+    if (type != Value_type::color3 && type != Value_type::color4 && type != Value_type::filename)
         return {};
     const std::string space = element.color_space();
     return space == "none" || space == "raw" || space == "Raw" ? std::string() : space;
 }
 
-Ui_hints ui_hints_of(const Element& element, Type type)
+Ui_hints ui_hints_of(const Element& element, Value_type type)
 {
     Ui_hints hints;
     hints.name = element.attribute("uiname");

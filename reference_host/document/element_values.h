@@ -18,15 +18,15 @@ std::string describe(const Element& element);
 // text is a value of texts only). The name of a file is put together from the file prefixes and the
 // folder of the file that names it, relative to the opened document. Throws Document_error when the
 // text is not a value of that type.
-std::optional<Value> value_of(const Element& element, Type type);
+std::optional<Value> value_of(const Element& element, Value_type type);
 
 // The colour space that holds for an input: its own, or that of what it stands in. Empty when none
 // is given or wanted ("none", "raw", "Raw"), and for types that have none.
-std::string color_space_of(const Element& element, Type type);
+std::string color_space_of(const Element& element, Value_type type);
 
 // Hints are for the eye alone: what cannot be read is left out. One number stands for all numbers
 // of a value.
-Ui_hints ui_hints_of(const Element& element, Type type);
+Ui_hints ui_hints_of(const Element& element, Value_type type);
 
 } // namespace reference_host
 

@@ -75,7 +75,8 @@ bool has_channels(const std::string& channels, int available)
     });
 }
 
-void check_connection(const Node& node, const Input& input, Type given, const std::string& giver)
+void check_connection(const Node& node, const Input& input, Value_type given,
+                      const std::string& giver)
 {
     const int available = component_count(given);
     if (!input.channels.empty() && !has_channels(input.channels, available))
@@ -94,7 +95,7 @@ void check_connection(const Node& node, const Input& input, Type given, const st
 
 bool is_checked(const Node& node)
 {
-    return node.type != Type::none && is_known_category(node.category);
+    return node.type != Value_type::none && is_known_category(node.category);
 }
 
 void check_input(const Node& node, const Input& input)

@@ -41,7 +41,8 @@ bool fits_library(const Element& element)
 {
     Node node;
     node.category = element.category();
-    node.type = element.has("type") ? type_from_name(element.attribute("type")) : Type::multioutput;
+    node.type =
+        element.has("type") ? type_from_name(element.attribute("type")) : Value_type::multioutput;
     for (const Element& child : element.children()) {
         if (child.is_input()) {
             Input& input = node.inputs.emplace_back();
@@ -53,7 +54,7 @@ bool fits_library(const Element& element)
 }
 
 // The type of a node. One of an unknown category may have an unknown type as well.
-Type type_of(const Element& element, const std::string& category)
+Value_type type_of(const Element& element, const std::string& category)
 {
     return is_known_category(category) ? declared_type(element)
                                        : type_from_name(element.attribute("type"));
@@ -153,7 +154,7 @@ private:
         if (element.has("type"))
             m_problems.attempt([&] { node.type = type_of(element, category); });
         else
-            node.type = Type::multioutput;
+            node.type = Value_type::multioutput;
     }
 
     void add_custom_node(Scope& scope, const Element& element, const Custom_definition& definition,
@@ -198,11 +199,11 @@ Scopes make_scopes(const Document_files& files, Shader_graph& graph, Document_pr
     return scopes;
 }
 
-Type declared_type(const Element& element)
+Value_type declared_type(const Element& element)
 {
     const std::string name = element.attribute("type");
-    const Type type = type_from_name(name);
-    if (type == Type::none) {
+    const Value_type type = type_from_name(name);
+    if (type == Value_type::none) {
         const std::string who = element.tag() + " '" + element.name() + "'";
         throw Document_error(element.place(), name.empty() ? who + " has no type"
                                                            : who + ": unknown type '" + name + "'");

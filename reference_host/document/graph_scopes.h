@@ -54,7 +54,7 @@ struct Scopes {
 Scopes make_scopes(const Document_files& files, Shader_graph& graph, Document_problems& problems);
 
 // The type that an element declares. Throws Document_error when it is missing or unknown.
-Type declared_type(const Element& element);
+Value_type declared_type(const Element& element);
 
 // "node 'name' (category)", for messages.
 std::string describe(const Node& node);

@@ -18,7 +18,7 @@ std::string output_type(const Element& nodedef)
         if (child.tag() != "output")
             continue;
         if (!type.empty())
-            return type_name(Type::multioutput);
+            return type_name(Value_type::multioutput);
         type = child.attribute("type");
     }
     return type.empty() ? nodedef.attribute("type") : type;
@@ -88,7 +88,7 @@ bool Node_definitions::fits(const Custom_definition& definition, const Element& 
 {
     const std::string type = node.attribute("type");
     const std::string defined = output_type(definition.nodedefs.front());
-    if (type != defined && !(type.empty() && defined == type_name(Type::multioutput)))
+    if (type != defined && !(type.empty() && defined == type_name(Value_type::multioutput)))
         return false;
     const std::vector<Element> children = node.children();
     return std::all_of(children.begin(), children.end(), [&](const Element& child) {

@@ -45,7 +45,7 @@ struct Node;
 
 struct Input {
     std::string name;
-    Type type = Type::none;
+    Value_type type = Value_type::none;
 
     // Exactly one of these three is set.
     std::optional<Value> value;
@@ -59,10 +59,10 @@ struct Input {
 };
 
 struct Node {
-    std::string name;       // as the artist wrote it; unique within its scope only
-    std::string scope;      // the node graphs it stands in, "/"-separated; empty: top level
-    std::string category;   // of the node library: "image", "standard_surface", ...
-    Type type = Type::none; // of the output
+    std::string name;     // as the artist wrote it; unique within its scope only
+    std::string scope;    // the node graphs it stands in, "/"-separated; empty: top level
+    std::string category; // of the node library: "image", "standard_surface", ...
+    Value_type type = Value_type::none;          // of the output
     const Node_definition* definition = nullptr; // null: its category is unknown
     std::vector<Input> inputs;                   // those that the document gives, in its order
     Place place;

@@ -48,14 +48,14 @@ std::optional<Number> parse_number(std::string_view word)
     return number;
 }
 
-std::optional<double> parse_component(Type type, std::string_view word)
+std::optional<double> parse_component(Value_type type, std::string_view word)
 {
-    if (type == Type::boolean) {
+    if (type == Value_type::boolean) {
         if (word == "true")
             return 1.0;
         return word == "false" ? std::optional<double>(0.0) : std::nullopt;
     }
-    if (type == Type::integer)
+    if (type == Value_type::integer)
         return parse_number<std::int32_t>(word);
     const std::optional<double> number = parse_number<double>(word);
     return number && std::isfinite(*number) ? number : std::nullopt;
@@ -63,11 +63,11 @@ std::optional<double> parse_component(Type type, std::string_view word)
 
 } // namespace
 
-std::optional<Value> parse_value(Type type, std::string_view text)
+std::optional<Value> parse_value(Value_type type, std::string_view text)
 {
     Value value;
     value.type = type;
-    if (type == Type::string || type == Type::filename) {
+    if (type == Value_type::string || type == Value_type::filename) {
         value.text = std::string(text);
         return value;
     }

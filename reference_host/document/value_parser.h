@@ -17,7 +17,7 @@ namespace reference_host
 // The value of a type from its text, or nothing when the text is none: a number that is missing,
 // surplus, not finite or out of range, a boolean other than "true" and "false", a type without
 // values (shaders and materials).
-std::optional<Value> parse_value(Type type, std::string_view text);
+std::optional<Value> parse_value(Value_type type, std::string_view text);
 
 } // namespace reference_host
 

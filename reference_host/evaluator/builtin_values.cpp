@@ -96,14 +96,14 @@ Shading_value sum(double x, const Shading_value& a, double y, const Shading_valu
 
 Shading_value scalar(double number)
 {
-    return {Kind::float1, {number}};
+    return {Base_type::float1, {number}};
 }
 
 Shading_value cross(const Shading_value& a, const Shading_value& b)
 {
     const auto& x = a.numbers;
     const auto& y = b.numbers;
-    return {Kind::float3,
+    return {Base_type::float3,
             {x[1] * y[2] - x[2] * y[1], x[2] * y[0] - x[0] * y[2], x[0] * y[1] - x[1] * y[0]}};
 }
 
@@ -123,7 +123,7 @@ Shading_value normalized(const Shading_value& a)
 
 std::size_t rows_of(const Shading_value& matrix)
 {
-    return matrix.type == Kind::matrix3 ? 3 : 4;
+    return matrix.type == Base_type::matrix3 ? 3 : 4;
 }
 
 Shading_value transposed(const Shading_value& matrix)
@@ -161,7 +161,7 @@ Shading_value matrix_times_vector(const Shading_value& matrix, const Shading_val
 
 Shading_value upper_left(const Shading_value& matrix)
 {
-    Shading_value result(Kind::matrix3);
+    Shading_value result(Base_type::matrix3);
     for (std::size_t i = 0; i < 3; ++i)
         for (std::size_t k = 0; k < 3; ++k)
             result.numbers[i * 3 + k] = matrix.numbers[i * 4 + k];

@@ -29,7 +29,7 @@ public:
             m_uniforms[parameter.name] = literal_value(*parameter.value);
         for (const Module_texture& texture : module.textures) {
             Shading_value& sampler = m_uniforms[texture.name];
-            sampler = Shading_value(texture.cube ? Kind::sampler_cube : Kind::sampler_2d);
+            sampler = Shading_value(texture.cube ? Base_type::sampler_cube : Base_type::sampler_2d);
             sampler.texture = texture.name;
         }
         for (const auto& [name, value] : inputs.variables)
@@ -87,7 +87,7 @@ private:
         case Statement::Kind::let:
         case Statement::Kind::declare:
             locals[statement.name] = statement.value ? value(*statement.value, locals)
-                                     : statement.type.kind == Kind::structure
+                                     : statement.type.base == Base_type::structure
                                          ? structure_value(statement.type.structure)
                                          : Shading_value(statement.type);
             return std::nullopt;
@@ -99,7 +99,7 @@ private:
                        locals);
         case Statement::Kind::loop:
             return run_loop(statement, locals);
-        case Statement::Kind::give_back:
+        case Statement::Kind::return_value:
             return value(*statement.value, locals);
         default: // what is clipped has a value all the same
             return std::nullopt;
@@ -109,7 +109,7 @@ private:
     std::optional<Shading_value> run_loop(const Statement& loop, Variables& locals)
     {
         for (int i = 0; i < value(*loop.value, locals).numbers[0]; ++i) {
-            locals[loop.name] = Shading_value(Kind::integer, {static_cast<double>(i)});
+            locals[loop.name] = Shading_value(Base_type::integer, {static_cast<double>(i)});
             if (std::optional<Shading_value> result = run(loop.body, locals))
                 return result;
         }
@@ -227,7 +227,7 @@ private:
     }
 
     static Shading_value row(const Shading_value& matrix, const Shading_value& position,
-                             const Shading_type& type)
+                             const Code_type& type)
     {
         Shading_value result(type);
         const auto first = static_cast<std::size_t>(position.numbers[0]) *
@@ -247,22 +247,22 @@ private:
     static Shading_value operation(Operator op, const Shading_value& a, const Shading_value& b)
     {
         const Shading_value& wider = a.size() >= b.size() ? a : b;
-        Shading_value result(is_arithmetic(op) ? wider.type : Shading_type(Kind::boolean));
+        Shading_value result(is_arithmetic(op) ? wider.type : Code_type(Base_type::boolean));
         for (int i = 0; i < wider.size(); ++i) {
             const auto component = static_cast<std::size_t>(i);
             const double x = a.numbers[a.size() == 1 ? 0 : component];
             const double y = b.numbers[b.size() == 1 ? 0 : component];
-            const double number =
-                result.type == Kind::natural ? natural_result(op, x, y) : row_of(op).fold(x, y);
-            result.numbers[component] = result.type == Kind::integer ? std::trunc(number) : number;
+            const double number = result.type == Base_type::natural ? natural_result(op, x, y)
+                                                                    : row_of(op).fold(x, y);
+            result.numbers[component] =
+                result.type == Base_type::integer ? std::trunc(number) : number;
         }
         return result;
     }
 
-    static Shading_value constructed(const Shading_type& type,
-                                     const std::vector<Shading_value>& parts)
+    static Shading_value constructed(const Code_type& type, const std::vector<Shading_value>& parts)
     {
-        if (type == Kind::matrix3 && parts[0].type == Kind::matrix4)
+        if (type == Base_type::matrix3 && parts[0].type == Base_type::matrix4)
             return upper_left(parts[0]);
         Shading_value result(type);
         std::size_t next = 0;
@@ -271,13 +271,13 @@ private:
                 result.numbers[next++] = part.numbers[static_cast<std::size_t>(i)];
         if (next == 1)
             result.numbers.fill(parts[0].numbers[0]);
-        if (type == Kind::integer)
+        if (type == Base_type::integer)
             result.numbers[0] = std::trunc(result.numbers[0]);
-        if (type == Kind::integer && parts[0].type == Kind::natural)
+        if (type == Base_type::integer && parts[0].type == Base_type::natural)
             result.numbers[0] = static_cast<std::int32_t>(natural_number(parts[0].numbers[0]));
-        if (type == Kind::natural)
+        if (type == Base_type::natural)
             result.numbers[0] = natural_number(result.numbers[0]);
-        if (type == Kind::boolean)
+        if (type == Base_type::boolean)
             result.numbers[0] = result.numbers[0] != 0.0 ? 1.0 : 0.0;
         return result;
     }
@@ -317,8 +317,8 @@ private:
         case Builtin::world_to_camera_at: {
             const auto& p = arguments[0].numbers;
             Shading_value moved = matrix_times_vector(host_matrix(Host_value::view_matrix),
-                                                      {Kind::float4, {p[0], p[1], p[2], 1.0}});
-            moved.type = Kind::float3;
+                                                      {Base_type::float4, {p[0], p[1], p[2], 1.0}});
+            moved.type = Base_type::float3;
             return moved;
         }
         default:

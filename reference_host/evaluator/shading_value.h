@@ -13,14 +13,14 @@ namespace reference_host
 {
 
 struct Shading_value {
-    Shading_type type;
+    Code_type type;
     std::array<double, 16> numbers{}; // as many as the type has components; of matrices by rows
     std::string texture;              // of a sampler: the name of its texture
     std::map<std::string, Shading_value> fields; // of a structure
 
     Shading_value() = default;
-    explicit Shading_value(const Shading_type& value_type) : type(value_type) {}
-    Shading_value(const Shading_type& value_type, std::initializer_list<double> values);
+    explicit Shading_value(const Code_type& value_type) : type(value_type) {}
+    Shading_value(const Code_type& value_type, std::initializer_list<double> values);
 
     int size() const { return component_count(type); }
 };

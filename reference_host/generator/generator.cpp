@@ -59,7 +59,7 @@ bool guarded(const Node& shader, Diagnostics& diagnostics, const Action& action)
 // The shader that a material has connected; the node itself when it is not a material.
 const Node* shader_below(const Node& node, Diagnostics& diagnostics)
 {
-    if (node.type != Type::material)
+    if (node.type != Value_type::material)
         return &node;
     const char* input = node.category == "volumematerial" ? "volumeshader" : "surfaceshader";
     const Input* connected = node.find_input(input);
@@ -71,12 +71,12 @@ const Node* shader_below(const Node& node, Diagnostics& diagnostics)
 
 bool is_light(const Node& node)
 {
-    return node.type == Type::lightshader;
+    return node.type == Value_type::lightshader;
 }
 
 bool is_volume(const Node& node)
 {
-    return node.type == Type::volumeshader || node.category == "volumematerial";
+    return node.type == Value_type::volumeshader || node.category == "volumematerial";
 }
 
 Language language_of(const std::string& target, const Text_options& options)
@@ -272,7 +272,7 @@ void find_scene(const Shader_graph& graph, Shader_request& request, Diagnostics&
 Shader_usage shader_usage(const Node& node)
 {
     Shader_usage usage;
-    if (node.type != Type::surfaceshader)
+    if (node.type != Value_type::surfaceshader)
         return usage;
     const Surface_usage surface = surface_usage(node);
     usage.lights_parameter = surface.is_lit;

@@ -165,7 +165,7 @@ public:
     Interface* get_interface(int id) override
     {
         used("get_interface");
-        if (id != QZ::TSDK::INTERFACE_SHADER_GROUP || m_node.type != Type::material)
+        if (id != QZ::TSDK::INTERFACE_SHADER_GROUP || m_node.type != Value_type::material)
             return nullptr;
         auto& group = m_objects.ledger().make<Shader_group>(m_objects, m_node);
         group.hand_out();

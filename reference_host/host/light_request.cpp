@@ -14,15 +14,18 @@ constexpr float full_circle = 360.0f; // degrees
 
 struct Key_row {
     const char* key;
-    Type type;
+    Value_type type;
     bool of_node; // otherwise of the light's place in the scene
     bool of_directional;
     bool of_point;
 };
 constexpr Key_row key_rows[] = {
-    {"position", Type::vector3, true, false, true}, {"direction", Type::vector3, true, true, false},
-    {"color", Type::color3, true, true, true},      {"intensity", Type::float1, true, true, true},
-    {"cone", Type::float1, false, false, false},    {"limit", Type::float1, false, true, true},
+    {"position", Value_type::vector3, true, false, true},
+    {"direction", Value_type::vector3, true, true, false},
+    {"color", Value_type::color3, true, true, true},
+    {"intensity", Value_type::float1, true, true, true},
+    {"cone", Value_type::float1, false, false, false},
+    {"limit", Value_type::float1, false, true, true},
 };
 
 bool fits(const Key_row& row, Light_kind kind)
@@ -58,7 +61,7 @@ std::vector<std::string> split_settings(const std::string& text)
 
 std::optional<float> parse_amount(const std::string& text)
 {
-    const std::optional<Value> value = parse_value(Type::float1, text);
+    const std::optional<Value> value = parse_value(Value_type::float1, text);
     if (!value || value->numbers[0] < 0.0)
         return std::nullopt;
     return static_cast<float>(value->numbers[0]);
@@ -143,7 +146,7 @@ private:
         const std::optional<Value> value = parse_value(row->type, text);
         if (!value)
             return wrong("the " + key + " '" + text + "' is not " +
-                         (row->type == Type::float1 ? "a number" : "three numbers"));
+                         (row->type == Value_type::float1 ? "a number" : "three numbers"));
         if (key == "direction" && value->numbers[0] == 0 && value->numbers[1] == 0 &&
             value->numbers[2] == 0)
             return wrong("the direction '" + text + "' leads nowhere");

@@ -20,7 +20,7 @@ float spread_of(const Node& node, Light_kind kind)
     constexpr const char* angle_name = "outer_angle";
     if (kind != Light_kind::spot)
         return 0.0f;
-    const Node_definition* usual = find_definition("spot_light", Type::lightshader, {});
+    const Node_definition* usual = find_definition("spot_light", Value_type::lightshader, {});
     const Input_definition* declared = usual ? usual->find_input(angle_name) : nullptr;
     double angle = declared ? declared->value.numbers[0] : 0.0;
     if (const Input* given = node.find_input(angle_name)) {
@@ -32,7 +32,8 @@ float spread_of(const Node& node, Light_kind kind)
     return static_cast<float>(2.0 * angle * degrees_per_radian);
 }
 
-Node& add_node(Shader_graph& graph, const std::string& name, const std::string& category, Type type)
+Node& add_node(Shader_graph& graph, const std::string& name, const std::string& category,
+               Value_type type)
 {
     Node& node = *graph.nodes.emplace_back(std::make_unique<Node>());
     node.name = name;
@@ -90,7 +91,7 @@ Render_light make_light(Shader_graph& graph, const Light_request& request, size_
     const Numbers& position = asked == request.inputs.end()
                                   ? light_places[index % std::size(light_places)]
                                   : asked->second;
-    Node& node = add_node(graph, request.name, row.category, Type::lightshader);
+    Node& node = add_node(graph, request.name, row.category, Value_type::lightshader);
     const bool decays = row.kind != Light_kind::directional;
     place(node, position, decays, row.kind != Light_kind::point);
     if (decays)
@@ -159,12 +160,13 @@ const Node* environment_named(Shader_graph& graph, const std::string& request)
     if (name.empty() || known)
         throw std::invalid_argument("the environment '" + request +
                                     "' needs a name that no node of the document has");
-    Node& node = add_node(graph, name, "environment_map", Type::color3);
+    Node& node = add_node(graph, name, "environment_map", Value_type::color3);
     Input file;
     file.name = "file";
-    file.type = Type::filename;
-    file.value = Value{
-        Type::filename, {}, colon == std::string::npos ? name + ".dds" : request.substr(colon + 1)};
+    file.type = Value_type::filename;
+    file.value = Value{Value_type::filename,
+                       {},
+                       colon == std::string::npos ? name + ".dds" : request.substr(colon + 1)};
     if (is_encoded(file.value->text))
         file.color_space = "srgb_texture";
     node.inputs.push_back(std::move(file));
@@ -176,7 +178,7 @@ const Node* volume_named(Shader_graph& graph, const std::string& name)
     if (name.empty())
         return nullptr;
     const Node* node = graph.find_node(name);
-    return node ? node : &add_node(graph, name, "fog", Type::volumeshader);
+    return node ? node : &add_node(graph, name, "fog", Value_type::volumeshader);
 }
 
 } // namespace

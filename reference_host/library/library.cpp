@@ -26,9 +26,9 @@ const Library_function* Library::find(const std::string& name) const
 }
 
 const Library_instance& Library::instance(const Library_function& function,
-                                          const Shading_type& generic) const
+                                          const Code_type& generic) const
 {
-    const auto known = m_instances.find({&function, generic.kind});
+    const auto known = m_instances.find({&function, generic.base});
     if (known != m_instances.end())
         return known->second;
     Library_scope scope(*this, generic);
@@ -37,7 +37,7 @@ const Library_instance& Library::instance(const Library_function& function,
     made.function.of_library = true;
     inline_result(made.function.body);
     made.calls = scope.used();
-    return m_instances[{&function, generic.kind}] = std::move(made);
+    return m_instances[{&function, generic.base}] = std::move(made);
 }
 
 const Library& standard_library()

@@ -44,7 +44,7 @@ public:
     // A function of this library, parsed when it is asked for first. `generic` is what T stands
     // for; none: there is no T. Throws Notation_error.
     const Library_instance& instance(const Library_function& function,
-                                     const Shading_type& generic) const;
+                                     const Code_type& generic) const;
 
     // All functions, for tests and for the names that are taken.
     const std::vector<Library_function>& functions() const { return m_functions; }
@@ -52,7 +52,7 @@ public:
 private:
     std::vector<Library_function> m_functions;
     std::unordered_map<std::string, std::size_t> m_by_name;
-    mutable std::map<std::pair<const Library_function*, Kind>, Library_instance> m_instances;
+    mutable std::map<std::pair<const Library_function*, Base_type>, Library_instance> m_instances;
 };
 
 // That of the files that the program is built with.

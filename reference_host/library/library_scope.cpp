@@ -11,15 +11,15 @@ namespace
 {
 
 // What T is in a call; none when the function has no T.
-Shading_type generic_type(const Function_head& head, const std::vector<Expr>& arguments)
+Code_type generic_type(const Function_head& head, const std::vector<Expr>& arguments)
 {
     for (std::size_t i = 0; i < arguments.size(); ++i)
         if (head.parameter_types[i] == "T")
             return arguments[i]->type;
-    return Kind::none;
+    return Base_type::none;
 }
 
-Expr fitting(const Expr& argument, const Shading_type& parameter)
+Expr fitting(const Expr& argument, const Code_type& parameter)
 {
     if (argument->type == parameter)
         return argument;
@@ -45,14 +45,14 @@ Expr Library_scope::find_variable(const std::string& name)
     return find_global(name);
 }
 
-Shading_type Library_scope::find_type(const std::string& name)
+Code_type Library_scope::find_type(const std::string& name)
 {
     if (name == "T")
         return m_generic;
-    return find_structure(name) ? Shading_type(name) : Shading_type();
+    return find_structure(name) ? Code_type(name) : Code_type();
 }
 
-Shading_type Library_scope::find_member(const std::string& structure, const std::string& member)
+Code_type Library_scope::find_member(const std::string& structure, const std::string& member)
 {
     return member_type(structure, member);
 }

@@ -15,14 +15,14 @@ class Library_scope : public Notation_scope
 {
 public:
     // The library must outlive the scope. `generic` is what T stands for; none: nothing.
-    explicit Library_scope(const Library& library = standard_library(), Shading_type generic = {})
+    explicit Library_scope(const Library& library = standard_library(), Code_type generic = {})
         : m_library(library), m_generic(std::move(generic))
     {
     }
 
     Expr find_variable(const std::string& name) override;
-    Shading_type find_type(const std::string& name) override;
-    Shading_type find_member(const std::string& structure, const std::string& member) override;
+    Code_type find_type(const std::string& name) override;
+    Code_type find_member(const std::string& structure, const std::string& member) override;
     Expr call(const std::string& function, std::vector<Expr> arguments) override;
 
     // The functions that the calls made so far need, each once, in the order of the first calls.
@@ -30,7 +30,7 @@ public:
 
 private:
     const Library& m_library;
-    Shading_type m_generic;
+    Code_type m_generic;
     std::vector<const Library_instance*> m_used;
 };
 

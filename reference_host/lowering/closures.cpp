@@ -9,7 +9,7 @@ namespace reference_host
 namespace
 {
 
-using K = Kind;
+using K = Base_type;
 
 constexpr const char* bsdf = "BSDF";
 constexpr const char* surface_shader = "surfaceshader";
@@ -97,7 +97,7 @@ const Lobe_kind* find_lobe_kind(const std::string& name)
 // The other functions: what they take, none for any closure, and give.
 struct Combination {
     const char* name;
-    std::vector<Kind> parameters;
+    std::vector<Base_type> parameters;
     const char* result; // null: the type of the first argument
 };
 
@@ -124,7 +124,7 @@ const Combination* find_combination(const std::string& name)
     return nullptr;
 }
 
-Expr fitted(const Expr& argument, Kind wanted)
+Expr fitted(const Expr& argument, Base_type wanted)
 {
     if (wanted == K::none ? is_closure(argument->type) : argument->type == wanted)
         return argument;
@@ -300,12 +300,12 @@ private:
 
 } // namespace
 
-bool is_closure(const Shading_type& type)
+bool is_closure(const Code_type& type)
 {
     return type.structure == bsdf || type.structure == surface_shader;
 }
 
-Expr nothing(const Shading_type& type)
+Expr nothing(const Code_type& type)
 {
     return call("nothing", type, {});
 }
@@ -317,7 +317,7 @@ bool is_closure_function(const std::string& name)
 
 Expr closure_call(const std::string& function, std::vector<Expr> arguments)
 {
-    std::vector<Kind> wanted = {K::float1, K::float3, K::float3};
+    std::vector<Base_type> wanted = {K::float1, K::float3, K::float3};
     const Combination* combination = find_combination(function);
     if (combination)
         wanted = combination->parameters;
@@ -327,9 +327,9 @@ Expr closure_call(const std::string& function, std::vector<Expr> arguments)
     if (arguments.size() != wanted.size())
         throw Notation_error("wrong number of arguments for \"" + function + "\"");
     std::transform(arguments.begin(), arguments.end(), wanted.begin(), arguments.begin(), fitted);
-    const Shading_type type = combination && !combination->result
-                                  ? arguments[0]->type
-                                  : Shading_type(combination ? combination->result : bsdf);
+    const Code_type type = combination && !combination->result
+                               ? arguments[0]->type
+                               : Code_type(combination ? combination->result : bsdf);
     return call(function, type, std::move(arguments));
 }
 

@@ -35,7 +35,7 @@ enum class Answers { part, all, surroundings, all_surroundings };
 
 struct Lobe_parameter {
     const char* name;
-    Kind type;
+    Base_type type;
 };
 
 // A row of the table of lobes. Its functions stand in the library:
@@ -73,8 +73,8 @@ struct Flat_surface {
     Expr opacity;            // float
 };
 
-bool is_closure(const Shading_type& type);
-Expr nothing(const Shading_type& type);
+bool is_closure(const Code_type& type);
+Expr nothing(const Code_type& type);
 
 // Whether there is such a function. A call of it throws Notation_error for wrong arguments.
 bool is_closure_function(const std::string& name);

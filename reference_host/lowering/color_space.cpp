@@ -61,7 +61,7 @@ Shading_value value_of(const Expr& expression, const Library_scope& scope)
     Module module;
     for (const Library_instance* used : scope.used())
         add_with_callees(*used, module.functions);
-    module.functions.push_back({expression->type, "value", {}, {give_back(expression)}});
+    module.functions.push_back({expression->type, "value", {}, {return_value(expression)}});
     return evaluate(module, {});
 }
 
@@ -84,13 +84,14 @@ Expr to_working_space(const Expr& color, const std::string& color_space, Notatio
         converted = scope.call("gamma_to_linear", {converted, literal(space->curve)});
     if (space->matrix_function)
         converted = scope.call(space->matrix_function, {converted});
-    return color->type == Kind::float4 ? construct(Kind::float4, {converted, swizzle(color, "w")})
-                                       : converted;
+    return color->type == Base_type::float4
+               ? construct(Base_type::float4, {converted, swizzle(color, "w")})
+               : converted;
 }
 
 Value to_working_space(const Value& color, const std::string& color_space)
 {
-    if (color.type != Type::color3 && color.type != Type::color4)
+    if (color.type != Value_type::color3 && color.type != Value_type::color4)
         return color;
     const Expr given = literal(color);
     Library_scope scope;

@@ -5,47 +5,47 @@
 namespace reference_host
 {
 
-Shading_type shading_type(Type type)
+Code_type code_type(Value_type type)
 {
     switch (type) {
-    case Type::boolean:
-        return Kind::boolean;
-    case Type::integer:
-        return Kind::integer;
-    case Type::float1:
-        return Kind::float1;
-    case Type::vector2:
-        return Kind::float2;
-    case Type::vector3:
-    case Type::color3:
-        return Kind::float3;
-    case Type::vector4:
-    case Type::color4:
-        return Kind::float4;
-    case Type::matrix33:
-        return Kind::matrix3;
-    case Type::matrix44:
-        return Kind::matrix4;
-    case Type::string:
-    case Type::filename:
-        return Kind::text;
-    case Type::edf: // its colour
-    case Type::vdf: // which nothing shows: there is one pass and no depth
-        return Kind::float3;
-    case Type::bsdf:
-    case Type::surfaceshader:
-        return Shading_type(type_name(type));
+    case Value_type::boolean:
+        return Base_type::boolean;
+    case Value_type::integer:
+        return Base_type::integer;
+    case Value_type::float1:
+        return Base_type::float1;
+    case Value_type::vector2:
+        return Base_type::float2;
+    case Value_type::vector3:
+    case Value_type::color3:
+        return Base_type::float3;
+    case Value_type::vector4:
+    case Value_type::color4:
+        return Base_type::float4;
+    case Value_type::matrix33:
+        return Base_type::matrix3;
+    case Value_type::matrix44:
+        return Base_type::matrix4;
+    case Value_type::string:
+    case Value_type::filename:
+        return Base_type::text;
+    case Value_type::edf: // its colour
+    case Value_type::vdf: // which nothing shows: there is one pass and no depth
+        return Base_type::float3;
+    case Value_type::bsdf:
+    case Value_type::surfaceshader:
+        return Code_type(type_name(type));
     default:
-        return Kind::none;
+        return Base_type::none;
     }
 }
 
 Expr literal(const Value& value)
 {
-    const Shading_type type = shading_type(value.type);
+    const Code_type type = code_type(value.type);
     if (is_closure(type))
         return nothing(type);
-    return type == Kind::text ? text_literal(value.text) : literal(type, value.numbers);
+    return type == Base_type::text ? text_literal(value.text) : literal(type, value.numbers);
 }
 
 } // namespace reference_host

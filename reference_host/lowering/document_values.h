@@ -10,7 +10,7 @@ namespace reference_host
 
 // The type in which a value of a document is computed. Colours and vectors of one size are the
 // same; none for shaders and materials.
-Shading_type shading_type(Type type);
+Code_type code_type(Value_type type);
 
 Expr literal(const Value& value);
 

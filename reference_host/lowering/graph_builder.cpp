@@ -30,12 +30,12 @@ bool gives_world_space(const Node& node)
 // Whether an input is a direction in which a surface lies.
 bool is_turned(const Node& node, const Input_definition& defined)
 {
-    return !defined.default_source.empty() && defined.type == Type::vector3 && node.definition &&
-           is_closure(shading_type(node.definition->outputs[0].type));
+    return !defined.default_source.empty() && defined.type == Value_type::vector3 &&
+           node.definition && is_closure(code_type(node.definition->outputs[0].type));
 }
 
 // Fits a value to the type that the document says it has.
-Expr as_type(const Expr& value, const Shading_type& type)
+Expr as_type(const Expr& value, const Code_type& type)
 {
     return value->type != type && component_count(value->type) == 1 && component_count(type) > 0
                ? construct(type, {value})
@@ -56,7 +56,7 @@ void Graph_builder::make_current(const Node& node)
     m_origin = m_context.origin_of(node);
 }
 
-Expr Graph_builder::noted_refusal(const Shading_type& type, const std::string& reason)
+Expr Graph_builder::noted_refusal(const Code_type& type, const std::string& reason)
 {
     m_context.module.has_refusals = true;
     return with_origin(refused(type, reason), m_origin);
@@ -112,7 +112,8 @@ bool Graph_builder::in_world_space(const Node& root) const
         if (gives_world_space(node))
             return true;
         for (const Input& given : node.inputs)
-            if (given.source && given.type == Type::vector3 && seen.insert(given.source).second)
+            if (given.source && given.type == Value_type::vector3 &&
+                seen.insert(given.source).second)
                 open.push_back(given.source);
     }
     return false;
@@ -143,7 +144,7 @@ void Graph_builder::compute(const Node& node)
     make_current(node);
     m_definition = node.definition;
     if (!m_definition) {
-        m_values[&node] = {noted_refusal(shading_type(node.type), no_such_node)};
+        m_values[&node] = {noted_refusal(code_type(node.type), no_such_node)};
         return;
     }
     for (const Output_definition& shared : m_definition->shared)
@@ -160,7 +161,7 @@ void Graph_builder::compute(const Node& node)
 Expr Graph_builder::compute(const Output_definition& output, const std::string& name)
 {
     const std::string outer_name = std::exchange(m_name, name);
-    const Shading_type type = shading_type(output.type);
+    const Code_type type = code_type(output.type);
     Expr value;
     try {
         if (output.implementation.text.empty())
@@ -206,12 +207,12 @@ Expr Graph_builder::find_variable(const std::string& name)
     return known ? with_origin(known, m_origin) : nullptr;
 }
 
-Shading_type Graph_builder::find_type(const std::string& name)
+Code_type Graph_builder::find_type(const std::string& name)
 {
-    return name == "T" ? shading_type(m_definition->generic) : m_context.library.find_type(name);
+    return name == "T" ? code_type(m_definition->generic) : m_context.library.find_type(name);
 }
 
-Shading_type Graph_builder::find_member(const std::string& structure, const std::string& member)
+Code_type Graph_builder::find_member(const std::string& structure, const std::string& member)
 {
     return m_context.library.find_member(structure, member);
 }
@@ -222,14 +223,14 @@ Expr Graph_builder::input(const Node& node, const Input_definition& defined)
     if (!given)
         return absent_value(node, defined);
     if (given->source) {
-        const Expr value = as_type(connected(*given), shading_type(defined.type));
+        const Expr value = as_type(connected(*given), code_type(defined.type));
         return is_turned(node, defined) && in_world_space(*given->source)
                    ? internal_direction(value)
                    : value;
     }
     if (given->parameter) {
-        const Type type = given->parameter->value.type;
-        return shading_type(type) == Kind::text
+        const Value_type type = given->parameter->value.type;
+        return code_type(type) == Base_type::text
                    ? text_literal(given->parameter->value.text)
                    : m_context.uniforms.exposed(*given->parameter, given->parameter->literal &&
                                                                        !m_context.ignores_literal);
@@ -261,9 +262,10 @@ Expr Graph_builder::given_value(const Node& node, const Input& input,
     // A document may spell out the default normal; read it as the geometric normal.
     if ((&node == &m_shader || is_turned(node, defined)) && !defined.default_source.empty())
         return find_scene_value(defined.default_source);
-    const bool steers = component_count(constant->type) == 0 || constant->type == Kind::integer;
+    const bool steers =
+        component_count(constant->type) == 0 || constant->type == Base_type::integer;
     // A weight that is left at zero adds nothing to a surface, and vectors are nothing to edit.
-    const bool idle = m_prefix.empty() && (value.type == Type::vector3 ||
+    const bool idle = m_prefix.empty() && (value.type == Value_type::vector3 ||
                                            (is_zero(constant) && is_zero(literal(defined.value))));
     return &node != &m_shader || steers || idle ? constant : editable(defined, value, input.ui);
 }
@@ -296,7 +298,7 @@ Expr Graph_builder::bound_input(const Input_definition& defined)
 {
     const auto bound = m_bound->find(defined.name);
     if (bound != m_bound->end())
-        return as_type(bound->second, shading_type(defined.type));
+        return as_type(bound->second, code_type(defined.type));
     return defined.default_source.empty() ? literal(defined.value)
                                           : find_scene_value(defined.default_source);
 }
@@ -316,7 +318,7 @@ Expr Graph_builder::node(const std::string& category, Named_values inputs)
     for (const Output_definition& shared : definition->shared)
         m_shared[shared.name] = compute(shared, m_name + "_" + shared.name);
     const Output_definition& output = definition->outputs[0];
-    const Expr value = as_type(parsed(output.implementation), shading_type(output.type));
+    const Expr value = as_type(parsed(output.implementation), code_type(output.type));
     m_definition = outer_definition;
     m_bound = outer_bound;
     m_shared = std::move(outer_shared);

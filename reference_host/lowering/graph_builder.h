@@ -41,8 +41,8 @@ public:
     Statements& statements() { return m_statements; }
 
     Expr find_variable(const std::string& name) override;
-    Shading_type find_type(const std::string& name) override;
-    Shading_type find_member(const std::string& structure, const std::string& member) override;
+    Code_type find_type(const std::string& name) override;
+    Code_type find_member(const std::string& structure, const std::string& member) override;
     Expr node(const std::string& category, Named_values inputs) override;
     Expr call(const std::string& function, std::vector<Expr> arguments) override;
 
@@ -69,7 +69,7 @@ private:
     Expr known_round(const std::vector<Expr>& arguments);
     void name_closure(const Expr& closure, const std::string& name);
     Expr let_value(const Expr& value) const;
-    Expr noted_refusal(const Shading_type& type, const std::string& reason);
+    Expr noted_refusal(const Code_type& type, const std::string& reason);
 
     Expr image(const std::vector<Expr>& arguments);
     Expr color_image(const std::vector<Expr>& arguments);

@@ -39,7 +39,7 @@ bool leaves_image(const std::string& address_mode)
 Graph_builder::File Graph_builder::file_of_current(const Expr& argument) const
 {
     for (const Input& input : m_current->inputs) {
-        if (input.type != Type::filename)
+        if (input.type != Value_type::filename)
             continue;
         if (input.value && input.value->text == argument->name)
             return {&input, argument->name, input.color_space};
@@ -59,8 +59,8 @@ std::string Graph_builder::texture_name(const File& file) const
 // Nodes of colours decode it.
 Expr Graph_builder::image(const std::vector<Expr>& arguments)
 {
-    const Type type = m_definition->generic;
-    return texel(arguments, type == Type::color3 || type == Type::color4);
+    const Value_type type = m_definition->generic;
+    return texel(arguments, type == Value_type::color3 || type == Value_type::color4);
 }
 
 Expr Graph_builder::color_image(const std::vector<Expr>& arguments)
@@ -83,7 +83,7 @@ Expr Graph_builder::decoded(const std::vector<Expr>& arguments)
 
 Expr Graph_builder::texel(const std::vector<Expr>& arguments, bool decodes)
 {
-    if (arguments.size() != 5 || arguments[0]->type != Kind::text)
+    if (arguments.size() != 5 || arguments[0]->type != Base_type::text)
         throw Notation_error("the file name must be known");
     const Expr& fallback = arguments[4];
     if (arguments[0]->name.empty())
@@ -98,7 +98,7 @@ Expr Graph_builder::texel(const std::vector<Expr>& arguments, bool decodes)
     const std::string& v = arguments[3]->name;
     Expr place = arguments[1];
     if (u != "periodic" || v != "periodic")
-        place = construct(Kind::float2,
+        place = construct(Base_type::float2,
                           {addressed(swizzle(place, "x"), u), addressed(swizzle(place, "y"), v)});
     place = choose(switch_variable(Switch::flips_images), call("flip_v", {place}), place);
     const auto channels = static_cast<std::size_t>(component_count(fallback->type));
@@ -122,7 +122,7 @@ Expr Graph_builder::addressed(const Expr& coordinate, const std::string& mode)
 // blurred as a surface of the roughness `blur` shows it. The smaller copies of the cube map do it.
 Expr Graph_builder::cube_image(const std::vector<Expr>& arguments)
 {
-    if (arguments.size() != 3 || arguments[0]->type != Kind::text)
+    if (arguments.size() != 3 || arguments[0]->type != Base_type::text)
         throw Notation_error("the file name must be known");
     const File file = file_of_current(arguments[0]);
     const Expr sampler =
@@ -175,7 +175,7 @@ Expr Graph_builder::channels_of(const std::vector<Expr>& arguments)
         else
             throw Refusal(m_origin, "there are no channels \"" + channels + "\"");
     }
-    return construct(float_kind(static_cast<int>(parts.size())), parts);
+    return construct(float_type(static_cast<int>(parts.size())), parts);
 }
 
 // transform_names(from, to): "to world", "to object", or "" between spaces that are the same.

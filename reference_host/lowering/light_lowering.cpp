@@ -17,14 +17,16 @@ namespace
 // What a light of each kind needs, and what stands for it where the node does not have it.
 struct Light_input {
     const char* name;
-    Kind type;
+    Base_type type;
     std::array<double, 16> fallback;
 };
 
 constexpr Light_input light_inputs[] = {
-    {"position", Kind::float3, {0.0, 0.0, 0.0}}, {"direction", Kind::float3, {0.0, 0.0, -1.0}},
-    {"decay_rate", Kind::float1, {2.0}},         {"inner_angle", Kind::float1, {0.4}},
-    {"outer_angle", Kind::float1, {0.5}},
+    {"position", Base_type::float3, {0.0, 0.0, 0.0}},
+    {"direction", Base_type::float3, {0.0, 0.0, -1.0}},
+    {"decay_rate", Base_type::float1, {2.0}},
+    {"inner_angle", Base_type::float1, {0.4}},
+    {"outer_angle", Base_type::float1, {0.5}},
 };
 
 Expr light_input(Graph_builder& builder, const Node& node, const std::string& name)
@@ -116,7 +118,7 @@ Statements light_body(const Node& light, const std::string& prefix, Lowering_con
     Graph_builder builder(context, light, prefix);
     const Expr value = light_value({&light, {}}, builder, context);
     Statements body = builder.statements();
-    body.push_back(give_back(value));
+    body.push_back(return_value(value));
     return body;
 }
 
@@ -142,7 +144,7 @@ Statement loop_over(const std::string& interface, const std::string& list,
                     const std::function<Statements(const Expr& element)>& body)
 {
     const Expr elements = find_global(list);
-    const Expr element = index(elements, variable(Kind::integer, "i"), Shading_type(interface));
+    const Expr element = index(elements, variable(Base_type::integer, "i"), Code_type(interface));
     Statement loop;
     loop.kind = Statement::Kind::loop;
     loop.name = "i";
@@ -153,7 +155,7 @@ Statement loop_over(const std::string& interface, const std::string& list,
 
 Statements lit_by_list(const Response& response)
 {
-    const Shading_type type("Light_iterator");
+    const Code_type type("Light_iterator");
     return {loop_over("Light", "lights", [&](const Expr& element) -> Statements {
         Statements body = {
             declare(type, "light", method(element, "eval", type, {state_variable()}))};

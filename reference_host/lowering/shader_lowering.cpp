@@ -16,11 +16,11 @@ namespace
 
 Shader_role role_of(const Node& shader)
 {
-    if (shader.type == Type::lightshader)
+    if (shader.type == Value_type::lightshader)
         return Shader_role::light;
-    if (shader.type == Type::volumeshader)
+    if (shader.type == Value_type::volumeshader)
         return Shader_role::volume;
-    return shader.type == Type::surfaceshader ? Shader_role::surface : Shader_role::pattern;
+    return shader.type == Value_type::surfaceshader ? Shader_role::surface : Shader_role::pattern;
 }
 
 // Where a module comes from, as texts tell it.
@@ -38,20 +38,20 @@ Statements pattern_body(const Node& node, Lowering_context& context)
     const Node_definition* definition = node.definition;
     if (!definition)
         throw Refusal(context.origin_of(node), "there is no such node");
-    const Shading_type type = shading_type(definition->outputs[0].type);
+    const Code_type type = code_type(definition->outputs[0].type);
     if (component_count(type) == 0 || component_count(type) > 4)
         throw Refusal(context.origin_of(node), "cannot be exported: its output is not a colour");
     Graph_builder builder(context, node, "");
     Expr value = builder.shader_expression(definition->outputs[0].implementation);
     if (component_count(type) == 1)
-        value = construct(Kind::float3, {construct(Kind::float1, {value})});
+        value = construct(Base_type::float3, {construct(Base_type::float1, {value})});
     else if (component_count(type) == 2)
-        value = construct(Kind::float3, {value, literal(0.0)});
-    const Expr alpha = type == Kind::float4 ? choose(switch_variable(Switch::has_alpha),
-                                                     swizzle(value, "w"), literal(1.0))
-                                            : literal(1.0);
+        value = construct(Base_type::float3, {value, literal(0.0)});
+    const Expr alpha = type == Base_type::float4 ? choose(switch_variable(Switch::has_alpha),
+                                                          swizzle(value, "w"), literal(1.0))
+                                                 : literal(1.0);
     Statements body = builder.statements();
-    body.push_back(give_back(construct(Kind::float4, {swizzle(value, "xyz"), alpha})));
+    body.push_back(return_value(construct(Base_type::float4, {swizzle(value, "xyz"), alpha})));
     return body;
 }
 
@@ -60,21 +60,21 @@ Statements volume_body(const Node& node, const std::string& prefix, Lowering_con
 {
     Graph_builder builder(context, node, prefix);
     const auto [color, passed] = volume_effect(node, builder, context);
-    const Expr white = literal(Kind::float3, {1.0, 1.0, 1.0});
+    const Expr white = literal(Base_type::float3, {1.0, 1.0, 1.0});
     Statements body = builder.statements();
-    body.push_back(give_back(
-        construct(Kind::float4, {call(Builtin::mix, {color, white, passed}), literal(1.0)})));
+    body.push_back(return_value(
+        construct(Base_type::float4, {call(Builtin::mix, {color, white, passed}), literal(1.0)})));
     return body;
 }
 
 Function entry(const Shader_request& request, Lowering_context& context)
 {
     const Module& module = context.module;
-    Function function{Kind::float4, module.name, {{Shading_type("State"), "state", ""}}, {}};
+    Function function{Base_type::float4, module.name, {{Code_type("State"), "state", ""}}, {}};
     switch (module.role) {
     case Shader_role::light:
         function.name = "eval";
-        function.type = Shading_type("Light_iterator");
+        function.type = Code_type("Light_iterator");
         function.body = light_body(*request.shader, module.name + "_", context);
         break;
     case Shader_role::volume:

@@ -48,7 +48,7 @@ public:
             m_builder.shader_expression(request_definition().outputs[0].implementation);
         m_surface = flattened(surface, [&](const Lobe& lobe) { return rest_of(lobe); });
         Statements filling = name_lobes();
-        Statements shading = {declare(Kind::float3, "color", own_light())};
+        Statements shading = {declare(Base_type::float3, "color", own_light())};
         append(shading, environment());
         append(shading, lights());
         shading.push_back(volumes());
@@ -76,7 +76,7 @@ private:
     {
         Expr& rest = m_rests[lobe.closure.get()];
         if (!rest)
-            rest = variable(Kind::float3,
+            rest = variable(Base_type::float3,
                             m_context.names.take(m_builder.closure_name(lobe.closure) + "_rest"));
         return rest;
     }
@@ -125,7 +125,7 @@ private:
                 named(made.name + "_" + lobe.kind->parameters[i].name, lobe.arguments[i], values));
         Expr& state = m_states[printed(lobe.normal)];
         if (!state) {
-            state = variable(Shading_type("State"), m_context.names.take(made.name + "_state"));
+            state = variable(Code_type("State"), m_context.names.take(made.name + "_state"));
             states.push_back(declare(state->type, state->name, state_variable()));
             states.push_back(assign(field_of(state, "normal"), lobe.normal));
         }
@@ -153,9 +153,10 @@ private:
                 named(names.name + "_albedo", of_lobe(top, "albedo", names.state), statements);
             Expr albedo = names.albedo;
             if (top.kind->lets_through == Lets_through::mean_rest)
-                albedo = construct(
-                    Kind::float3,
-                    {call(Builtin::dot, {albedo, literal(Kind::float3, {third, third, third})})});
+                albedo =
+                    construct(Base_type::float3,
+                              {call(Builtin::dot,
+                                    {albedo, literal(Base_type::float3, {third, third, third})})});
             statements.push_back(let(rest_of(top)->name, binary(Operator::subtract, literal(1.0),
                                                                 product(albedo, top.own_weight))));
         }
@@ -182,7 +183,7 @@ private:
     // Without lights: ambient light on diffuse lobes, and emission.
     Expr own_light()
     {
-        Expr reflected = literal(Kind::float3, {});
+        Expr reflected = literal(Base_type::float3, {});
         for (const Lobe& lobe : m_surface.lobes)
             if (lobe.kind->looks == Looks::around)
                 reflected = binary(Operator::add, reflected, m_named[lobe.closure.get()].weight);
@@ -197,8 +198,8 @@ private:
     Statements result()
     {
         const Expr has_alpha = switch_variable(Switch::has_alpha);
-        const Statement plain = give_back(
-            construct(Kind::float4, {m_color, choose(has_alpha, m_surface.opacity, literal(1.0))}));
+        const Statement plain = return_value(construct(
+            Base_type::float4, {m_color, choose(has_alpha, m_surface.opacity, literal(1.0))}));
         const auto transmits = [](const Lobe& lobe) {
             return lobe.kind->looks == Looks::through || lobe.kind->looks == Looks::ahead;
         };
@@ -220,12 +221,13 @@ private:
         const Expr highest = call(
             Builtin::max, {swizzle(m_color, "x"),
                            call(Builtin::max, {swizzle(m_color, "y"), swizzle(m_color, "z")})});
-        const Expr shown = variable(Kind::float1, m_context.names.take("shown"));
+        const Expr shown = variable(Base_type::float1, m_context.names.take("shown"));
         return {declare(shown->type, shown->name,
                         call(Builtin::mix,
                              {literal(1.0), call(Builtin::saturate, {highest}), transmission})),
                 assign(m_color, Operator::divide, call(Builtin::max, {shown, literal(0.0001)})),
-                give_back(construct(Kind::float4, {m_color, product(shown, m_surface.opacity)}))};
+                return_value(
+                    construct(Base_type::float4, {m_color, product(shown, m_surface.opacity)}))};
     }
 
     // The value of a lobe's parameter; null when it has none of that name.
@@ -320,9 +322,10 @@ private:
         Statement choice = condition(
             switch_variable(Switch::volume_list),
             {loop_over("Volume", "volumes", [&](const Expr& element) -> Statements {
-                return {assign(
-                    m_color, Operator::multiply,
-                    swizzle(method(element, "eval", Kind::float4, {state_variable()}), "xyz"))};
+                return {
+                    assign(m_color, Operator::multiply,
+                           swizzle(method(element, "eval", Base_type::float4, {state_variable()}),
+                                   "xyz"))};
             })});
         if (m_request.volume)
             choice.otherwise = volume(*m_request.volume);
@@ -345,7 +348,7 @@ private:
     Lowering_context& m_context;
     Graph_builder m_builder;
     Surroundings m_surroundings;
-    const Expr m_color = variable(Kind::float3, "color");
+    const Expr m_color = variable(Base_type::float3, "color");
     Flat_surface m_surface;
     std::map<const Expression*, Expr> m_rests; // by closure
     std::map<const Expression*, Named_lobe> m_named;
@@ -382,7 +385,7 @@ Surface_usage surface_usage(const Node& shader)
         return usage;
     Lowering_context context(false);
     Graph_builder builder(context, shader, "");
-    const Expr rest = variable(Kind::float3, "rest");
+    const Expr rest = variable(Base_type::float3, "rest");
     const Flat_surface surface =
         flattened(builder.shader_expression(shader.definition->outputs[0].implementation),
                   [&](const Lobe&) { return rest; });

@@ -34,20 +34,20 @@ Surroundings::Surroundings(const Shader_request& request, Lowering_context& cont
 Expr Surroundings::seen(const std::string& name, const Expr& state, const Expr& direction,
                         const Expr& blur, Statements& statements)
 {
-    const Expr looking = variable(Shading_type("State"), m_context.names.take(name + "_state"));
-    const Expr color = variable(Kind::float3, m_context.names.take(name));
+    const Expr looking = variable(Code_type("State"), m_context.names.take(name + "_state"));
+    const Expr color = variable(Base_type::float3, m_context.names.take(name));
     statements.push_back(declare(looking->type, looking->name, state));
     statements.push_back(assign(field_of(looking, "direction"), direction));
     if (are_known()) {
-        statements.push_back(
-            declare(color->type, color->name, call(m_function, Kind::float3, {looking, blur})));
+        statements.push_back(declare(color->type, color->name,
+                                     call(m_function, Base_type::float3, {looking, blur})));
         return color;
     }
-    statements.push_back(declare(color->type, color->name, literal(Kind::float3, {})));
+    statements.push_back(declare(color->type, color->name, literal(Base_type::float3, {})));
     statements.push_back(
         loop_over("Environment", "environments", [&](const Expr& element) -> Statements {
             return {assign(color, Operator::add,
-                           swizzle(method(element, "eval", Kind::float4, {looking}), "xyz"))};
+                           swizzle(method(element, "eval", Base_type::float4, {looking}), "xyz"))};
         }));
     return color;
 }
@@ -65,24 +65,24 @@ void Surroundings::add_environment()
 {
     const Node& node = *m_environment;
     Graph_builder builder(m_context, node, make_identifier(node.name, no_names()) + "_");
-    const Expr blur = variable(Kind::float1, "blur");
+    const Expr blur = variable(Base_type::float1, "blur");
     builder.set_blur(blur);
     m_function = m_context.names.take(node.name);
     const Node_definition* definition = node.definition;
     if (!definition)
         throw Refusal(m_context.origin_of(node), "there is no such node");
-    const Shading_type type = shading_type(definition->outputs[0].type);
+    const Code_type type = code_type(definition->outputs[0].type);
     if (!is_float(type))
         throw Refusal(m_context.origin_of(node),
                       "cannot be an environment: its output is not a colour");
     const Expr value = builder.shader_expression(definition->outputs[0].implementation);
-    Function function{Kind::float3,
+    Function function{Base_type::float3,
                       m_function,
-                      {{Shading_type("State"), "state", ""}, {Kind::float1, blur->name, ""}},
+                      {{Code_type("State"), "state", ""}, {Base_type::float1, blur->name, ""}},
                       builder.statements()};
-    function.body.push_back(give_back(component_count(type) >= 3
-                                          ? swizzle(value, "xyz")
-                                          : construct(Kind::float3, {swizzle(value, "x")})));
+    function.body.push_back(return_value(
+        component_count(type) >= 3 ? swizzle(value, "xyz")
+                                   : construct(Base_type::float3, {swizzle(value, "x")})));
     m_context.add_function(std::move(function));
 }
 

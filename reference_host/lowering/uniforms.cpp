@@ -84,7 +84,7 @@ Expr Uniforms::texture(const std::string& file, bool cube, const std::string& na
         const std::string taken = m_names.take(name + "_map");
         m_module.textures.push_back(
             {taken, ui.name.empty() ? label_from(name) : ui.name, ui.folder, file, cube});
-        known = variable(cube ? Kind::sampler_cube : Kind::sampler_2d, taken);
+        known = variable(cube ? Base_type::sampler_cube : Base_type::sampler_2d, taken);
     }
     return known;
 }

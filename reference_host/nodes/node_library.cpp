@@ -22,10 +22,10 @@ const Definitions_by_category& definitions_by_category()
     return index;
 }
 
-bool output_fits(const Node_definition& definition, Type type)
+bool output_fits(const Node_definition& definition, Value_type type)
 {
-    if (type == Type::none || type == Type::multioutput)
-        return type == Type::none || definition.outputs.size() > 1;
+    if (type == Value_type::none || type == Value_type::multioutput)
+        return type == Value_type::none || definition.outputs.size() > 1;
     return definition.outputs[0].type == type;
 }
 
@@ -66,7 +66,7 @@ const Node_definition* find_first_definition(const std::string& category)
     return found == definitions_by_category().end() ? nullptr : found->second[0];
 }
 
-const Node_definition* find_definition(const std::string& category, Type type,
+const Node_definition* find_definition(const std::string& category, Value_type type,
                                        const std::vector<Given_input>& given)
 {
     const auto found = definitions_by_category().find(category);

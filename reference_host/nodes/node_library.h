@@ -20,7 +20,7 @@ namespace reference_host
 
 struct Input_definition {
     std::string name;
-    Type type = Type::none;
+    Value_type type = Value_type::none;
     Value value;                // the default
     std::string default_source; // "texcoord", "position", "normal", ...: what an unconnected input
                                 // reads instead of a value; empty: the value
@@ -29,14 +29,14 @@ struct Input_definition {
 
 struct Output_definition {
     std::string name; // "out" when there is only one
-    Type type = Type::none;
+    Value_type type = Value_type::none;
     Shade_text implementation; // an expression of the inputs; empty for shaders and materials
     Place place;
 };
 
 struct Node_definition {
     std::string category;
-    Type generic = Type::none; // what T stands for in the implementations; none: no T
+    Value_type generic = Value_type::none; // what T stands for in the implementations; none: no T
     std::vector<Input_definition> inputs;
     std::vector<Output_definition> shared;  // values that several outputs name; no document does
     std::vector<Output_definition> outputs; // at least one
@@ -63,11 +63,11 @@ const Node_definition* find_first_definition(const std::string& category);
 // An input that a node of a document gives.
 struct Given_input {
     std::string name;
-    Type type;
+    Value_type type;
 };
 
 // The definition of a category that gives a type and has all of the inputs. Null when none fits.
-const Node_definition* find_definition(const std::string& category, Type type,
+const Node_definition* find_definition(const std::string& category, Value_type type,
                                        const std::vector<Given_input>& given);
 
 } // namespace reference_host

@@ -56,17 +56,17 @@ Input_pattern scan_input(Shade_scanner& scanner)
     return input;
 }
 
-Value identity(Type type)
+Value identity(Value_type type)
 {
     Value value{type, {}, {}};
-    const std::size_t size = type == Type::matrix33 ? 3 : 4;
+    const std::size_t size = type == Value_type::matrix33 ? 3 : 4;
     for (std::size_t i = 0; i < size; ++i)
         value.numbers[i * size + i] = 1.0;
     return value;
 }
 
 // One number stands for all numbers of a value.
-Value default_value(const Input_pattern& input, Type type)
+Value default_value(const Input_pattern& input, Value_type type)
 {
     if (input.is_identity)
         return identity(type);
@@ -82,10 +82,10 @@ Value default_value(const Input_pattern& input, Type type)
     return value;
 }
 
-Type concrete_type(const std::string& word, Type generic, const Place& place)
+Value_type concrete_type(const std::string& word, Value_type generic, const Place& place)
 {
-    const Type type = word == "T" ? generic : type_from_name(word);
-    if (type == Type::none)
+    const Value_type type = word == "T" ? generic : type_from_name(word);
+    if (type == Value_type::none)
         throw Shade_error(place, "unknown type \"" + word + "\"");
     return type;
 }
@@ -119,20 +119,20 @@ public:
 private:
     void read_types(Shade_scanner& scanner)
     {
-        std::vector<Type>& list = m_types[scanner.name("the name of a list of types")];
+        std::vector<Value_type>& list = m_types[scanner.name("the name of a list of types")];
         scanner.expect("=");
         while (!scanner.accept(";"))
             add_type(scanner, list);
     }
 
     // A type, or all of a list.
-    void add_type(Shade_scanner& scanner, std::vector<Type>& list) const
+    void add_type(Shade_scanner& scanner, std::vector<Value_type>& list) const
     {
         const Place place = scanner.place();
         const std::string word = scanner.name("a type");
         const auto named = m_types.find(word);
         if (named == m_types.end())
-            list.push_back(concrete_type(word, Type::none, place));
+            list.push_back(concrete_type(word, Value_type::none, place));
         else
             list.insert(list.end(), named->second.begin(), named->second.end());
     }
@@ -166,19 +166,19 @@ private:
     void read_node(Shade_scanner& scanner)
     {
         const std::string category = scanner.name("the category of a node");
-        std::vector<Type> types;
+        std::vector<Value_type> types;
         if (scanner.accept("<"))
             while (!scanner.accept(">"))
                 add_type(scanner, types);
         if (types.empty())
-            types.push_back(Type::none);
+            types.push_back(Value_type::none);
         scanner.expect("(");
         const Input_patterns inputs = input_list(scanner, ")");
         scanner.expect("{");
         std::size_t alternatives = 1;
         for (const Input_pattern& input : inputs)
             alternatives = std::max(alternatives, input.types.size());
-        for (const Type generic : types)
+        for (const Value_type generic : types)
             for (std::size_t alternative = 0; alternative < alternatives; ++alternative) {
                 Node_definition made{category, generic, {}, {}, {}};
                 add_inputs(inputs, alternative, made);
@@ -227,7 +227,7 @@ private:
             scanner.fail("the node \"" + made.category + "\" has no output");
     }
 
-    std::map<std::string, std::vector<Type>> m_types;
+    std::map<std::string, std::vector<Value_type>> m_types;
     std::map<std::string, Input_patterns> m_inputs;
 };
 

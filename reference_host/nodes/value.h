@@ -12,7 +12,7 @@ namespace reference_host
 
 // The types of values in a document. Colours and vectors of one size are different types to the
 // reader and the same to a shading language.
-enum class Type {
+enum class Value_type {
     none,
     boolean,
     integer,
@@ -38,14 +38,14 @@ enum class Type {
 };
 
 // The document's word for a type ("color3", "float", ...), and back; an unknown word is none.
-const char* type_name(Type type);
-Type type_from_name(const std::string& name);
+const char* type_name(Value_type type);
+Value_type type_from_name(const std::string& name);
 
 // The number of numbers in a value: 1 for float, integer and boolean, 9 for matrix33, 0 for texts.
-int component_count(Type type);
+int component_count(Value_type type);
 
 struct Value {
-    Type type = Type::none;
+    Value_type type = Value_type::none;
     std::array<double, 16> numbers{}; // the first component_count(type) are used; row by row
     std::string text;                 // of string and filename
 };

@@ -29,7 +29,7 @@ void run_passes(Module& module, const Pass_settings& settings, const std::string
 void specialise(Module& module, const Pass_settings& settings)
 {
     const auto decided = [&](const Expr& expression) {
-        if (expression->op != Op::variable || expression->type != Kind::boolean)
+        if (expression->op != Op::variable || expression->type != Base_type::boolean)
             return expression;
         const auto value = settings.switches.find(find_switch(expression->name));
         return value == settings.switches.end() ? expression : boolean_literal(value->second);

@@ -25,14 +25,14 @@ void visit_reads(const Expression& expression, const Reads_by_function& reads,
                  const On_field& on_field, const On_variable& on_variable)
 {
     if (expression.op == Op::variable) {
-        if (expression.type.kind == Kind::structure)
+        if (expression.type.base == Base_type::structure)
             on_field(expression, all_fields);
         else
             on_variable(expression.name);
         return;
     }
     for (const Expr& operand : expression.operands) {
-        if (operand->op != Op::variable || operand->type.kind != Kind::structure) {
+        if (operand->op != Op::variable || operand->type.base != Base_type::structure) {
             visit_reads(*operand, reads, on_field, on_variable);
             continue;
         }

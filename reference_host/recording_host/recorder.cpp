@@ -26,7 +26,7 @@ const std::string& Recorded_object::name_as_argument() const
     return m_name;
 }
 
-void Recorded_object::give_back() const
+void Recorded_object::count_release() const
 {
     m_recorder.write(m_name + ".release()");
     if (m_references > 0)

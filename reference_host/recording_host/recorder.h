@@ -49,7 +49,7 @@ public:
     const std::string& name_as_argument() const;
 
 protected:
-    void give_back() const;
+    void count_release() const;
     Recorder& m_recorder;
 
 private:
@@ -125,7 +125,7 @@ public:
         add_reference();
     }
 
-    void release() const override { give_back(); }
+    void release() const override { count_release(); }
 
     TSDK::Interface* get_interface(int id) override
     {

@@ -20,15 +20,15 @@ namespace
 enum class Result_of { type, argument, output };
 struct Node_function {
     const char* name;
-    std::vector<Kind> parameters; // none: any type
+    std::vector<Base_type> parameters; // none: any type
     Result_of result;
-    Kind type;
+    Base_type type;
     std::size_t argument;
 };
 
 const std::vector<Node_function>& node_functions()
 {
-    using K = Kind;
+    using K = Base_type;
     static const std::vector<Node_function> functions = {
         {"image", {K::text, K::float2, K::text, K::text, K::none}, Result_of::argument, {}, 4},
         {"color_image",
@@ -66,27 +66,27 @@ public:
     }
 
     void add_shared(const Output_definition& shared) { m_shared.insert(&shared); }
-    void expect(const Shading_type& type) { m_expected = type; }
+    void expect(const Code_type& type) { m_expected = type; }
 
     Expr find_variable(const std::string& name) override
     {
         if (const Input_definition* input = m_node.find_input(name))
-            return variable(shading_type(input->type), name);
+            return variable(code_type(input->type), name);
         for (const Output_definition* shared : m_shared)
             if (shared->name == name)
-                return variable(shading_type(shared->type), name);
+                return variable(code_type(shared->type), name);
         if (name == "blur")
-            return variable(Kind::float1, name);
+            return variable(Base_type::float1, name);
         const Expr source = find_scene_value(name);
         return source ? source : m_library.find_variable(name);
     }
 
-    Shading_type find_type(const std::string& name) override
+    Code_type find_type(const std::string& name) override
     {
-        return name == "T" ? shading_type(m_node.generic) : m_library.find_type(name);
+        return name == "T" ? code_type(m_node.generic) : m_library.find_type(name);
     }
 
-    Shading_type find_member(const std::string& structure, const std::string& member) override
+    Code_type find_member(const std::string& structure, const std::string& member) override
     {
         return m_library.find_member(structure, member);
     }
@@ -101,13 +101,13 @@ public:
             throw Notation_error("there is no node \"" + category + "\"");
         for (const auto& [name, value] : inputs) {
             const Input_definition* input = found->find_input(name);
-            const Shading_type type = input ? shading_type(input->type) : Shading_type();
+            const Code_type type = input ? code_type(input->type) : Code_type();
             if (value->type != type &&
                 !(component_count(value->type) == 1 && component_count(type) > 0))
                 throw Notation_error("\"" + category + "\" has no such input \"" + name + "\"");
         }
         const Output_definition& output = found->outputs[0];
-        return reference_host::call(category, shading_type(output.type), {});
+        return reference_host::call(category, code_type(output.type), {});
     }
 
     Expr call(const std::string& function, std::vector<Expr> arguments) override
@@ -123,13 +123,13 @@ public:
 private:
     Expr node_call(const Node_function& function, std::vector<Expr> arguments) const
     {
-        const auto fits = [](const Expr& argument, Kind parameter) {
-            return parameter == Kind::none || argument->type == parameter;
+        const auto fits = [](const Expr& argument, Base_type parameter) {
+            return parameter == Base_type::none || argument->type == parameter;
         };
         if (!std::equal(arguments.begin(), arguments.end(), function.parameters.begin(),
                         function.parameters.end(), fits))
             throw Notation_error("wrong arguments for \"" + std::string(function.name) + "\"");
-        Shading_type type = function.type;
+        Code_type type = function.type;
         if (function.result == Result_of::argument)
             type = arguments[function.argument]->type;
         else if (function.result == Result_of::output)
@@ -141,7 +141,7 @@ private:
     const std::vector<Node_definition>& m_nodes;
     Library_scope m_library;
     std::set<const Output_definition*> m_shared;
-    Shading_type m_expected;
+    Code_type m_expected;
 };
 
 class Shade_checker
@@ -182,9 +182,10 @@ private:
                                                        function.head.name + "\" of their own");
         const auto& types = function.head.parameter_types;
         const bool generic = std::count(types.begin(), types.end(), "T") > 0;
-        for (const Kind kind : {Kind::float1, Kind::float2, Kind::float3, Kind::float4}) {
+        for (const Base_type generic_type :
+             {Base_type::float1, Base_type::float2, Base_type::float3, Base_type::float4}) {
             Module module;
-            add_with_callees(m_library.instance(function, generic ? kind : Kind::none),
+            add_with_callees(m_library.instance(function, generic ? generic_type : Base_type::none),
                              module.functions);
             check_module(module, function.text.place);
             if (!generic)
@@ -220,7 +221,7 @@ private:
             if (input.default_source.empty())
                 continue;
             const Expr source = find_scene_value(input.default_source);
-            if (!source || source->type != shading_type(input.type))
+            if (!source || source->type != code_type(input.type))
                 throw Shade_error(node.outputs[0].place,
                                   "the scene has no \"" + input.default_source +
                                       "\" of the type of input \"" + input.name + "\"");
@@ -229,9 +230,9 @@ private:
 
     static void check_output(const Output_definition& output, Node_scope& scope)
     {
-        const Shading_type type = shading_type(output.type);
+        const Code_type type = code_type(output.type);
         if (output.implementation.text.empty()) {
-            if (type != Kind::none)
+            if (type != Base_type::none)
                 throw Shade_error(output.place, "\"" + output.name + "\" has no value");
             return;
         }

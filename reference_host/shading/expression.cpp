@@ -8,7 +8,7 @@ namespace reference_host
 namespace
 {
 
-std::shared_ptr<Expression> make(Op op, const Shading_type& type, const std::string& name,
+std::shared_ptr<Expression> make(Op op, const Code_type& type, const std::string& name,
                                  std::vector<Expr> operands)
 {
     auto made = std::make_shared<Expression>();
@@ -19,7 +19,7 @@ std::shared_ptr<Expression> make(Op op, const Shading_type& type, const std::str
     return made;
 }
 
-Expr make_operation(Operator oper, const Shading_type& type, std::vector<Expr> operands)
+Expr make_operation(Operator oper, const Code_type& type, std::vector<Expr> operands)
 {
     const Op op = operands.size() == 1 ? Op::unary : Op::binary;
     auto made = make(op, type, "", std::move(operands));
@@ -29,7 +29,7 @@ Expr make_operation(Operator oper, const Shading_type& type, std::vector<Expr> o
 
 bool all_numbers_are(const Expr& expression, double number)
 {
-    if (!is_literal(expression) || expression->type == Kind::text)
+    if (!is_literal(expression) || expression->type == Base_type::text)
         return false;
     return std::all_of(expression->numbers.begin(), expression->numbers.end(),
                        [&](double n) { return n == number; });
@@ -41,24 +41,25 @@ double component(const Expr& expression, int i)
         ->numbers[component_count(expression->type) == 1 ? 0 : static_cast<std::size_t>(i)];
 }
 
-const Shading_type& wider(const Expr& a, const Expr& b)
+const Code_type& wider(const Expr& a, const Expr& b)
 {
     return component_count(a->type) >= component_count(b->type) ? a->type : b->type;
 }
 
-Expr splat(const Expr& scalar, const Shading_type& type)
+Expr splat(const Expr& scalar, const Code_type& type)
 {
     return scalar->type == type ? scalar : construct(type, {scalar});
 }
 
 Expr fold_arithmetic(Operator op, const Expr& a, const Expr& b)
 {
-    const Shading_type& type = wider(a, b);
+    const Code_type& type = wider(a, b);
     std::array<double, 16> numbers{};
     for (int i = 0; i < component_count(type); ++i) {
-        double result = type == Kind::natural ? natural_result(op, component(a, i), component(b, i))
-                                              : row_of(op).fold(component(a, i), component(b, i));
-        if (type == Kind::integer)
+        double result = type == Base_type::natural
+                            ? natural_result(op, component(a, i), component(b, i))
+                            : row_of(op).fold(component(a, i), component(b, i));
+        if (type == Base_type::integer)
             result = std::trunc(result);
         if (!std::isfinite(result))
             return nullptr;
@@ -70,7 +71,7 @@ Expr fold_arithmetic(Operator op, const Expr& a, const Expr& b)
 // What is left of an arithmetic operation with a neutral operand, or null.
 Expr without_neutral(Operator op, const Expr& a, const Expr& b)
 {
-    const Shading_type& type = wider(a, b);
+    const Code_type& type = wider(a, b);
     if (component_count(type) > 4)
         return nullptr;
     const bool adds = op == Operator::add;
@@ -97,13 +98,13 @@ Expr comparison(Operator op, const Expr& a, const Expr& b)
 {
     if (is_literal(a) && is_literal(b)) {
         const bool wants_equal = op == Operator::equal;
-        if ((a->type == Kind::text) != (b->type == Kind::text))
+        if ((a->type == Base_type::text) != (b->type == Base_type::text))
             return boolean_literal(!wants_equal);
-        if (a->type == Kind::text)
+        if (a->type == Base_type::text)
             return boolean_literal((a->name == b->name) == wants_equal);
         return boolean_literal(row_of(op).fold(a->numbers[0], b->numbers[0]) != 0.0);
     }
-    return make_operation(op, Kind::boolean, {a, b});
+    return make_operation(op, Base_type::boolean, {a, b});
 }
 
 Expr logical(Operator op, const Expr& a, const Expr& b)
@@ -112,33 +113,33 @@ Expr logical(Operator op, const Expr& a, const Expr& b)
     for (const auto& [side, other] : {std::pair(a, b), std::pair(b, a)})
         if (is_literal(side))
             return is_true(side) == deciding ? side : other;
-    return make_operation(op, Kind::boolean, {a, b});
+    return make_operation(op, Base_type::boolean, {a, b});
 }
 
-Expr converted_literal(const Shading_type& type, const Expr& scalar)
+Expr converted_literal(const Code_type& type, const Expr& scalar)
 {
     double number = scalar->numbers[0];
-    if (type == Kind::integer)
+    if (type == Base_type::integer)
         number = std::trunc(number);
-    if (type == Kind::natural)
+    if (type == Base_type::natural)
         number = natural_number(number);
-    if (type == Kind::boolean)
+    if (type == Base_type::boolean)
         number = number != 0.0;
     std::array<double, 16> numbers{};
     std::fill_n(numbers.begin(), component_count(type), number);
     return literal(type, numbers);
 }
 
-Shading_type widest_type(const std::vector<Expr>& arguments)
+Code_type widest_type(const std::vector<Expr>& arguments)
 {
     const auto widest =
         std::max_element(arguments.begin(), arguments.end(), [](const Expr& a, const Expr& b) {
             return component_count(a->type) < component_count(b->type);
         });
-    return (*widest)->type == Kind::integer ? Shading_type(Kind::float1) : (*widest)->type;
+    return (*widest)->type == Base_type::integer ? Code_type(Base_type::float1) : (*widest)->type;
 }
 
-Shading_type result_type(const Builtin_row& row, const std::vector<Expr>& arguments)
+Code_type result_type(const Builtin_row& row, const std::vector<Expr>& arguments)
 {
     switch (row.result) {
     case Builtin_result::first:
@@ -146,9 +147,9 @@ Shading_type result_type(const Builtin_row& row, const std::vector<Expr>& argume
     case Builtin_result::second:
         return arguments[1]->type;
     case Builtin_result::texel:
-        return Kind::float4;
+        return Base_type::float4;
     case Builtin_result::scalar:
-        return Kind::float1;
+        return Base_type::float1;
     default:
         return widest_type(arguments);
     }
@@ -162,19 +163,20 @@ Expr narrowed(const Expr& argument)
     return uniform ? literal(argument->numbers[0]) : argument;
 }
 
-void fit_arguments(const Builtin_row& row, const Shading_type& widest, std::vector<Expr>& arguments)
+void fit_arguments(const Builtin_row& row, const Code_type& widest, std::vector<Expr>& arguments)
 {
     const auto may_stay = [&](std::size_t i) { return (row.keeps_scalars >> i & 1U) != 0; };
     bool all_scalar = true;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (arguments[i]->type == Kind::integer)
-            arguments[i] = construct(Kind::float1, {arguments[i]});
-        all_scalar = all_scalar && (!may_stay(i) || narrowed(arguments[i])->type == Kind::float1);
+        if (arguments[i]->type == Base_type::integer)
+            arguments[i] = construct(Base_type::float1, {arguments[i]});
+        all_scalar =
+            all_scalar && (!may_stay(i) || narrowed(arguments[i])->type == Base_type::float1);
     }
     for (std::size_t i = 0; i < arguments.size(); ++i)
         if (may_stay(i) && all_scalar)
             arguments[i] = narrowed(arguments[i]);
-        else if (arguments[i]->type == Kind::float1)
+        else if (arguments[i]->type == Base_type::float1)
             arguments[i] = construct(widest, {arguments[i]});
 }
 
@@ -182,10 +184,10 @@ void fit_arguments(const Builtin_row& row, const Shading_type& widest, std::vect
 
 Expr literal(double number)
 {
-    return literal(Kind::float1, {number});
+    return literal(Base_type::float1, {number});
 }
 
-Expr literal(const Shading_type& type, const std::array<double, 16>& numbers)
+Expr literal(const Code_type& type, const std::array<double, 16>& numbers)
 {
     auto made = std::make_shared<Expression>();
     made->type = type;
@@ -195,28 +197,28 @@ Expr literal(const Shading_type& type, const std::array<double, 16>& numbers)
 
 Expr integer_literal(int number)
 {
-    return literal(Kind::integer, {static_cast<double>(number)});
+    return literal(Base_type::integer, {static_cast<double>(number)});
 }
 
 Expr boolean_literal(bool truth)
 {
-    return literal(Kind::boolean, {truth ? 1.0 : 0.0});
+    return literal(Base_type::boolean, {truth ? 1.0 : 0.0});
 }
 
 Expr text_literal(const std::string& text)
 {
     auto made = std::make_shared<Expression>();
-    made->type = Kind::text;
+    made->type = Base_type::text;
     made->name = text;
     return made;
 }
 
-Expr variable(const Shading_type& type, const std::string& name)
+Expr variable(const Code_type& type, const std::string& name)
 {
     return make(Op::variable, type, name, {});
 }
 
-Expr member(const Expr& structure, const std::string& name, const Shading_type& type)
+Expr member(const Expr& structure, const std::string& name, const Code_type& type)
 {
     return make(Op::member, type, name, {structure});
 }
@@ -224,8 +226,8 @@ Expr member(const Expr& structure, const std::string& name, const Shading_type& 
 Expr swizzle(const Expr& vector, const std::string& channels)
 {
     const int count = static_cast<int>(channels.size());
-    const Shading_type type = float_kind(count);
-    if (vector->type == Kind::float1)
+    const Code_type type = float_type(count);
+    if (vector->type == Base_type::float1)
         return splat(vector, type);
     if (vector->type == type && std::string("xyzw").compare(0, channels.size(), channels) == 0)
         return vector;
@@ -248,7 +250,7 @@ Expr swizzle(const Expr& vector, const std::string& channels)
     return make(Op::swizzle, type, channels, {vector});
 }
 
-Expr index(const Expr& list, const Expr& position, const Shading_type& type)
+Expr index(const Expr& list, const Expr& position, const Code_type& type)
 {
     return make(Op::index, type, "", {list, position});
 }
@@ -268,7 +270,7 @@ Expr logical_not(const Expr& operand)
 {
     if (is_literal(operand))
         return boolean_literal(!is_true(operand));
-    return make_operation(Operator::invert, Kind::boolean, {operand});
+    return make_operation(Operator::invert, Base_type::boolean, {operand});
 }
 
 Expr binary(Operator op, const Expr& a, const Expr& b)
@@ -286,19 +288,19 @@ Expr choose(const Expr& condition, const Expr& a, const Expr& b)
     return make(Op::choose, a->type, "", {condition, a, b});
 }
 
-Expr call(const std::string& function, const Shading_type& type, std::vector<Expr> arguments)
+Expr call(const std::string& function, const Code_type& type, std::vector<Expr> arguments)
 {
     return make(Op::call, type, function, std::move(arguments));
 }
 
-Expr method(const Expr& object, const std::string& name, const Shading_type& type,
+Expr method(const Expr& object, const std::string& name, const Code_type& type,
             std::vector<Expr> arguments)
 {
     arguments.insert(arguments.begin(), object);
     return make(Op::method, type, name, std::move(arguments));
 }
 
-Expr construct(const Shading_type& type, std::vector<Expr> parts)
+Expr construct(const Code_type& type, std::vector<Expr> parts)
 {
     if (parts.size() == 1 && parts[0]->type == type)
         return parts[0];
@@ -320,7 +322,7 @@ Expr construct(const Shading_type& type, std::vector<Expr> parts)
     return make(Op::construct, type, "", std::move(parts));
 }
 
-Expr refused(const Shading_type& type, const std::string& reason)
+Expr refused(const Code_type& type, const std::string& reason)
 {
     return make(Op::refused, type, reason, {});
 }
@@ -330,9 +332,9 @@ Expr call(Builtin builtin, std::vector<Expr> arguments)
     const Builtin_row& row = row_of(builtin);
     if (arguments.size() != static_cast<std::size_t>(row.arguments))
         throw Notation_error(std::string("wrong number of arguments for \"") + row.name + "\"");
-    const Shading_type type = result_type(row, arguments);
+    const Code_type type = result_type(row, arguments);
     if (row.result == Builtin_result::widest || row.result == Builtin_result::scalar) {
-        const Shading_type widest = widest_type(arguments);
+        const Code_type widest = widest_type(arguments);
         if (!is_float(widest))
             throw Notation_error(std::string("wrong type of argument for \"") + row.name + "\"");
         fit_arguments(row, widest, arguments);
@@ -430,13 +432,13 @@ bool is_one(const Expr& expression)
 
 bool is_true(const Expr& expression)
 {
-    return is_literal(expression) && expression->type == Kind::boolean &&
+    return is_literal(expression) && expression->type == Base_type::boolean &&
            expression->numbers[0] != 0.0;
 }
 
 bool is_false(const Expr& expression)
 {
-    return is_literal(expression) && expression->type == Kind::boolean &&
+    return is_literal(expression) && expression->type == Base_type::boolean &&
            expression->numbers[0] == 0.0;
 }
 

@@ -51,7 +51,7 @@ struct Expression {
     Op op = Op::literal;
     Operator oper = Operator::none;
     Builtin builtin = Builtin::none;
-    Shading_type type;
+    Code_type type;
     std::string name;            // of a variable, member or function; of a literal its text
     std::vector<double> numbers; // of a literal
     std::vector<Expr> operands;
@@ -76,24 +76,24 @@ struct Refusal : std::runtime_error {
 };
 
 Expr literal(double number);
-Expr literal(const Shading_type& type, const std::array<double, 16>& numbers);
+Expr literal(const Code_type& type, const std::array<double, 16>& numbers);
 Expr integer_literal(int number);
 Expr boolean_literal(bool truth);
 Expr text_literal(const std::string& text);
 
-Expr variable(const Shading_type& type, const std::string& name);
-Expr member(const Expr& structure, const std::string& name, const Shading_type& type);
+Expr variable(const Code_type& type, const std::string& name);
+Expr member(const Expr& structure, const std::string& name, const Code_type& type);
 Expr swizzle(const Expr& vector, const std::string& channels); // of xyzw; a scalar has x only
-Expr index(const Expr& list, const Expr& position, const Shading_type& type);
+Expr index(const Expr& list, const Expr& position, const Code_type& type);
 Expr negate(const Expr& operand);
 Expr logical_not(const Expr& operand);
 Expr binary(Operator op, const Expr& a, const Expr& b);
 Expr choose(const Expr& condition, const Expr& a, const Expr& b);
-Expr call(const std::string& function, const Shading_type& type, std::vector<Expr> arguments);
-Expr method(const Expr& object, const std::string& name, const Shading_type& type,
+Expr call(const std::string& function, const Code_type& type, std::vector<Expr> arguments);
+Expr method(const Expr& object, const std::string& name, const Code_type& type,
             std::vector<Expr> arguments);
-Expr construct(const Shading_type& type, std::vector<Expr> parts);
-Expr refused(const Shading_type& type, const std::string& reason);
+Expr construct(const Code_type& type, std::vector<Expr> parts);
+Expr refused(const Code_type& type, const std::string& reason);
 
 // A call of a builtin: checks the number of arguments and fits their types. Throws Notation_error.
 Expr call(Builtin builtin, std::vector<Expr> arguments);

@@ -15,17 +15,17 @@ namespace
     throw Notation_error(mistake);
 }
 
-bool is_matrix(const Shading_type& type)
+bool is_matrix(const Code_type& type)
 {
-    return type == Kind::matrix3 || type == Kind::matrix4;
+    return type == Base_type::matrix3 || type == Base_type::matrix4;
 }
 
 // The vector that a matrix of this type has for a row; none for what is not a matrix.
-Shading_type row_type(const Shading_type& matrix)
+Code_type row_type(const Code_type& matrix)
 {
     if (!is_matrix(matrix))
-        return Kind::none;
-    return matrix == Kind::matrix3 ? Kind::float3 : Kind::float4;
+        return Base_type::none;
+    return matrix == Base_type::matrix3 ? Base_type::float3 : Base_type::float4;
 }
 
 std::string list_of_types(const std::vector<Expr>& operands)
@@ -36,9 +36,9 @@ std::string list_of_types(const std::vector<Expr>& operands)
     return text;
 }
 
-Shading_type literal_type(const Expression& e)
+Code_type literal_type(const Expression& e)
 {
-    const bool is_text = e.type == Kind::text;
+    const bool is_text = e.type == Base_type::text;
     if (!is_text && component_count(e.type) == 0)
         fail("no literal is of type " + type_text(e.type));
     if (e.numbers.size() != static_cast<std::size_t>(component_count(e.type)))
@@ -47,85 +47,84 @@ Shading_type literal_type(const Expression& e)
     return e.type;
 }
 
-Shading_type field_type(const Expression& e)
+Code_type field_type(const Expression& e)
 {
     const std::string& structure = e.operands[0]->type.structure;
     const bool is_list = structure.find('[') != std::string::npos;
     const bool has_fields = is_list || find_structure(structure);
-    const Shading_type type = has_fields ? member_type(structure, e.name) : Shading_type();
-    if (type == Kind::none)
+    const Code_type type = has_fields ? member_type(structure, e.name) : Code_type();
+    if (type == Base_type::none)
         fail(type_text(e.operands[0]->type) + " has no field \"" + e.name + "\"");
     return type;
 }
 
-Shading_type method_type(const Expression& e)
+Code_type method_type(const Expression& e)
 {
     const std::string& structure = e.operands[0]->type.structure;
-    const Shading_type type =
-        find_structure(structure) ? Shading_type() : member_type(structure, e.name);
-    const bool takes = e.operands.size() == 2 && e.operands[1]->type == Shading_type("State");
-    if (type == Kind::none || !takes)
+    const Code_type type = find_structure(structure) ? Code_type() : member_type(structure, e.name);
+    const bool takes = e.operands.size() == 2 && e.operands[1]->type == Code_type("State");
+    if (type == Base_type::none || !takes)
         fail(type_text(e.operands[0]->type) + " has no method \"" + e.name +
              "\" for these arguments");
     return type;
 }
 
-Shading_type swizzle_type(const Expression& e)
+Code_type swizzle_type(const Expression& e)
 {
-    const Shading_type& whole = e.operands[0]->type;
+    const Code_type& whole = e.operands[0]->type;
     const char* const missing = &"xyzw"[std::min(component_count(whole), 4)];
     if (!is_float(whole) || e.name.empty() || e.name.size() > 4 ||
         e.name.find_first_not_of("xyzw") != std::string::npos ||
         e.name.find_first_of(missing) != std::string::npos)
         fail(type_text(whole) + " has no components \"" + e.name + "\"");
-    return float_kind(static_cast<int>(e.name.size()));
+    return float_type(static_cast<int>(e.name.size()));
 }
 
-Shading_type index_type(const Expression& e)
+Code_type index_type(const Expression& e)
 {
-    const Shading_type& whole = e.operands[0]->type;
-    if (e.operands[1]->type != Kind::integer)
+    const Code_type& whole = e.operands[0]->type;
+    if (e.operands[1]->type != Base_type::integer)
         fail("an index is not an integer");
     if (is_matrix(whole))
         return row_type(whole);
     const std::size_t brackets = whole.structure.find("[]");
     if (brackets == std::string::npos)
         fail(type_text(whole) + " has no elements");
-    return Shading_type(whole.structure.substr(0, brackets));
+    return Code_type(whole.structure.substr(0, brackets));
 }
 
-Shading_type unary_type(const Expression& e)
+Code_type unary_type(const Expression& e)
 {
-    const Shading_type& type = e.operands[0]->type;
+    const Code_type& type = e.operands[0]->type;
     const bool fits = e.oper == Operator::invert
-                          ? type == Kind::boolean
-                          : component_count(type) > 0 && type != Kind::boolean;
+                          ? type == Base_type::boolean
+                          : component_count(type) > 0 && type != Base_type::boolean;
     if (!fits)
         fail(std::string("\"") + row_of(e.oper).sign + "\" takes no " + type_text(type));
     return type;
 }
 
-Shading_type binary_type(const Expression& e)
+Code_type binary_type(const Expression& e)
 {
-    const Shading_type& a = e.operands[0]->type;
-    const Shading_type& b = e.operands[1]->type;
-    const Shading_type type = operation_type(e.oper, a, b);
-    if (type == Kind::none)
+    const Code_type& a = e.operands[0]->type;
+    const Code_type& b = e.operands[1]->type;
+    const Code_type type = operation_type(e.oper, a, b);
+    if (type == Base_type::none)
         fail(std::string("\"") + row_of(e.oper).sign + "\" takes no " + type_text(a) + " and " +
              type_text(b));
     return type;
 }
 
-Shading_type choose_type(const Expression& e)
+Code_type choose_type(const Expression& e)
 {
-    if (e.operands[0]->type != Kind::boolean)
+    if (e.operands[0]->type != Base_type::boolean)
         fail("a condition is not true or false");
     if (e.operands[1]->type != e.operands[2]->type)
         fail("the two values are of different types: " + list_of_types(e.operands));
     return e.operands[1]->type;
 }
 
-Shading_type construct_type(const Expression& e)
+Code_type construct_type(const Expression& e)
 {
     const int wanted = component_count(e.type);
     int count = 0;
@@ -135,8 +134,8 @@ Shading_type construct_type(const Expression& e)
         all_have_components = all_have_components && component_count(part->type) > 0;
     }
     const bool repeats = e.operands.size() == 1 && count == 1 && !is_matrix(e.type);
-    const bool cuts_off =
-        e.operands.size() == 1 && e.type == Kind::matrix3 && e.operands[0]->type == Kind::matrix4;
+    const bool cuts_off = e.operands.size() == 1 && e.type == Base_type::matrix3 &&
+                          e.operands[0]->type == Base_type::matrix4;
     if (wanted == 0 || !all_have_components || (count != wanted && !repeats && !cuts_off))
         fail("no " + type_text(e.type) + " is made of " + list_of_types(e.operands));
     return e.type;
@@ -145,7 +144,7 @@ Shading_type construct_type(const Expression& e)
 // All arguments are of one type of floats, but for scalars that may stay when all of these do.
 bool fits_widest(const Builtin_row& row, const std::vector<Expr>& operands)
 {
-    Shading_type widest = operands[0]->type;
+    Code_type widest = operands[0]->type;
     for (const Expr& operand : operands)
         if (component_count(operand->type) > component_count(widest))
             widest = operand->type;
@@ -155,7 +154,8 @@ bool fits_widest(const Builtin_row& row, const std::vector<Expr>& operands)
         const bool may_stay = (row.keeps_scalars >> i & 1U) != 0;
         const bool is_widest = operands[i]->type == widest;
         all_widest = all_widest && is_widest;
-        some_scalar = some_scalar && (may_stay ? operands[i]->type == Kind::float1 : is_widest);
+        some_scalar =
+            some_scalar && (may_stay ? operands[i]->type == Base_type::float1 : is_widest);
     }
     return is_float(widest) && (all_widest || some_scalar);
 }
@@ -163,15 +163,15 @@ bool fits_widest(const Builtin_row& row, const std::vector<Expr>& operands)
 // Of the builtins that take arguments of their own types.
 bool fits_special(Builtin builtin, const std::vector<Expr>& operands)
 {
-    const Shading_type& a = operands[0]->type;
-    const Shading_type b = operands.size() > 1 ? operands[1]->type : Shading_type();
+    const Code_type& a = operands[0]->type;
+    const Code_type b = operands.size() > 1 ? operands[1]->type : Code_type();
     switch (builtin) {
     case Builtin::cross:
-        return a == Kind::float3 && b == Kind::float3;
+        return a == Base_type::float3 && b == Base_type::float3;
     case Builtin::reflect:
         return is_float(a) && a == b;
     case Builtin::refract:
-        return is_float(a) && a == b && operands[2]->type == Kind::float1;
+        return is_float(a) && a == b && operands[2]->type == Base_type::float1;
     case Builtin::transpose:
         return is_matrix(a);
     case Builtin::row_transform:
@@ -184,22 +184,23 @@ bool fits_special(Builtin builtin, const std::vector<Expr>& operands)
     case Builtin::camera_to_world:
     case Builtin::world_to_camera:
     case Builtin::world_to_camera_at:
-        return a == Kind::float3;
+        return a == Base_type::float3;
     case Builtin::texture_2d:
-        return a == Kind::sampler_2d && b == Kind::float2;
+        return a == Base_type::sampler_2d && b == Base_type::float2;
     case Builtin::texture_cube:
-        return a == Kind::sampler_cube && b == Kind::float3;
+        return a == Base_type::sampler_cube && b == Base_type::float3;
     case Builtin::texture_cube_wide:
-        return a == Kind::sampler_cube && b == Kind::float3 && operands[2]->type == Kind::float3 &&
-               operands[3]->type == Kind::float3;
+        return a == Base_type::sampler_cube && b == Base_type::float3 &&
+               operands[2]->type == Base_type::float3 && operands[3]->type == Base_type::float3;
     case Builtin::texture_cube_bias:
-        return a == Kind::sampler_cube && b == Kind::float3 && operands[2]->type == Kind::float1;
+        return a == Base_type::sampler_cube && b == Base_type::float3 &&
+               operands[2]->type == Base_type::float1;
     default:
         return true;
     }
 }
 
-Shading_type builtin_type(const Expression& e)
+Code_type builtin_type(const Expression& e)
 {
     const Builtin_row& row = row_of(e.builtin);
     const bool by_widest =
@@ -213,9 +214,9 @@ Shading_type builtin_type(const Expression& e)
     case Builtin_result::second:
         return e.operands[1]->type;
     case Builtin_result::texel:
-        return Kind::float4;
+        return Base_type::float4;
     case Builtin_result::scalar:
-        return Kind::float1;
+        return Base_type::float1;
     default:
         return (*std::max_element(e.operands.begin(), e.operands.end(),
                                   [](const Expr& a, const Expr& b) {
@@ -227,42 +228,47 @@ Shading_type builtin_type(const Expression& e)
 
 } // namespace
 
-std::string type_text(const Shading_type& type)
+std::string type_text(const Code_type& type)
 {
-    return type.kind == Kind::structure ? type.structure : type_word(type.kind);
+    return type.base == Base_type::structure ? type.structure : type_word(type.base);
 }
 
-Shading_type operation_type(Operator op, const Shading_type& a, const Shading_type& b)
+Code_type operation_type(Operator op, const Code_type& a, const Code_type& b)
 {
     switch (row_of(op).level) {
     case Level::either:
     case Level::both:
-        return a == Kind::boolean && b == Kind::boolean ? Kind::boolean : Kind::none;
+        return a == Base_type::boolean && b == Base_type::boolean ? Base_type::boolean
+                                                                  : Base_type::none;
     case Level::equality:
-        return a == b && (a == Kind::text || component_count(a) == 1) ? Kind::boolean : Kind::none;
+        return a == b && (a == Base_type::text || component_count(a) == 1) ? Base_type::boolean
+                                                                           : Base_type::none;
     case Level::order:
-        return a == b && component_count(a) == 1 && a != Kind::boolean ? Kind::boolean : Kind::none;
+        return a == b && component_count(a) == 1 && a != Base_type::boolean ? Base_type::boolean
+                                                                            : Base_type::none;
     default:
         break;
     }
-    const auto is_whole = [](const Shading_type& t) {
-        return t == Kind::integer || t == Kind::natural;
+    const auto is_whole = [](const Code_type& t) {
+        return t == Base_type::integer || t == Base_type::natural;
     };
-    const auto is_number = [&](const Shading_type& t) {
+    const auto is_number = [&](const Code_type& t) {
         return is_float(t) || is_matrix(t) || is_whole(t);
     };
     if (is_of_bits(op)) {
         const bool shifts = row_of(op).level == Level::shift;
-        return a == Kind::natural && b == (shifts ? Kind::integer : Kind::natural) ? a : Kind::none;
+        return a == Base_type::natural && b == (shifts ? Base_type::integer : Base_type::natural)
+                   ? a
+                   : Base_type::none;
     }
     if (!is_number(a) || !is_number(b))
-        return Kind::none;
-    if (a == b || b == Kind::float1)
-        return is_whole(a) && b == Kind::float1 ? Shading_type() : a;
-    return a == Kind::float1 && !is_whole(b) ? b : Shading_type();
+        return Base_type::none;
+    if (a == b || b == Base_type::float1)
+        return is_whole(a) && b == Base_type::float1 ? Code_type() : a;
+    return a == Base_type::float1 && !is_whole(b) ? b : Code_type();
 }
 
-Shading_type type_by_operands(const Expression& e)
+Code_type type_by_operands(const Expression& e)
 {
     switch (e.op) {
     case Op::literal:

@@ -11,14 +11,14 @@ namespace reference_host
 
 // The type of an arithmetic operation, a comparison or a combination of truths; none when there is
 // no such operation. Integers and floats are not combined.
-Shading_type operation_type(Operator op, const Shading_type& a, const Shading_type& b);
+Code_type operation_type(Operator op, const Code_type& a, const Code_type& b);
 
 // The type of a value that does not depend on what is declared around it: of all but variables and
 // calls of functions. Throws Notation_error when its operands do not fit.
-Shading_type type_by_operands(const Expression& expression);
+Code_type type_by_operands(const Expression& expression);
 
 // "float3", "State", "Light[]".
-std::string type_text(const Shading_type& type);
+std::string type_text(const Code_type& type);
 
 } // namespace reference_host
 

@@ -44,7 +44,7 @@ Statement let(const std::string& name, const Expr& value)
     return statement;
 }
 
-Statement declare(const Shading_type& type, const std::string& name, const Expr& value)
+Statement declare(const Code_type& type, const std::string& name, const Expr& value)
 {
     Statement statement = made(Statement::Kind::declare, value);
     statement.type = type;
@@ -65,9 +65,9 @@ Statement assign(const Expr& target, Operator op, const Expr& value)
     return statement;
 }
 
-Statement give_back(const Expr& value)
+Statement return_value(const Expr& value)
 {
-    return made(Statement::Kind::give_back, value);
+    return made(Statement::Kind::return_value, value);
 }
 
 Statement empty_line()
@@ -123,7 +123,7 @@ void inline_result(Statements& statements)
     const Statement& named = statements[statements.size() - 2];
     Statement& last = statements.back();
     const bool names_result = named.kind == Statement::Kind::declare && named.value &&
-                              last.kind == Statement::Kind::give_back &&
+                              last.kind == Statement::Kind::return_value &&
                               last.value->op == Op::variable && last.value->name == named.name &&
                               named.value->type == named.type;
     if (!names_result)

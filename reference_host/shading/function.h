@@ -13,19 +13,19 @@ namespace reference_host
 
 struct Statement {
     enum class Kind {
-        let,       // type name = value; the value of a node, never assigned
-        declare,   // type name = value; value may be null
-        assign,    // target = value, or target op= value
-        condition, // if (value) body else otherwise
-        loop,      // for (int name = 0; name < value; name++) body
-        give_back, // return value
-        clip,      // ends the fragment where value is below zero
-        empty_line // between paragraphs
+        let,          // type name = value; the value of a node, never assigned
+        declare,      // type name = value; value may be null
+        assign,       // target = value, or target op= value
+        condition,    // if (value) body else otherwise
+        loop,         // for (int name = 0; name < value; name++) body
+        return_value, // return value
+        clip,         // ends the fragment where value is below zero
+        empty_line    // between paragraphs
     };
 
     Kind kind = Kind::empty_line;
     std::string name;
-    Shading_type type;
+    Code_type type;
     Operator oper = Operator::none; // of an assignment; none: "="
     Expr target;
     Expr value;
@@ -36,21 +36,21 @@ struct Statement {
 using Statements = std::vector<Statement>;
 
 Statement let(const std::string& name, const Expr& value);
-Statement declare(const Shading_type& type, const std::string& name, const Expr& value);
+Statement declare(const Code_type& type, const std::string& name, const Expr& value);
 Statement assign(const Expr& target, const Expr& value);
 Statement assign(const Expr& target, Operator op, const Expr& value);
-Statement give_back(const Expr& value);
+Statement return_value(const Expr& value);
 Statement empty_line();
 Statement condition(const Expr& truth, Statements body);
 
 struct Variable_declaration {
-    Shading_type type;
+    Code_type type;
     std::string name;
     std::string note; // a comment beside it, may be empty
 };
 
 struct Function {
-    Shading_type type;
+    Code_type type;
     std::string name;
     std::vector<Variable_declaration> parameters;
     Statements body;

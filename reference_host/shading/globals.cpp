@@ -11,10 +11,10 @@ namespace reference_host
 const std::vector<Variable_declaration>& scene_variables()
 {
     static const std::vector<Variable_declaration> variables = {
-        {Kind::float4, "scene_ambient", ""},
-        {Shading_type("Light[]"), "lights", ""},
-        {Shading_type("Environment[]"), "environments", ""},
-        {Shading_type("Volume[]"), "volumes", ""},
+        {Base_type::float4, "scene_ambient", ""},
+        {Code_type("Light[]"), "lights", ""},
+        {Code_type("Environment[]"), "environments", ""},
+        {Code_type("Volume[]"), "volumes", ""},
     };
     return variables;
 }

@@ -32,33 +32,38 @@ enum class Host_value {
 struct Host_value_row {
     Host_value value;
     const char* name;
-    Kind type;
+    Base_type type;
     const char* semantic;    // in effects
     const char* sas_address; // the Standard Annotations and Semantics of DirectX; may be empty
 };
 
 // In the order of the enumeration.
 constexpr Host_value_row host_values[] = {
-    {Host_value::world_view_projection, "world_view_projection", Kind::matrix4,
+    {Host_value::world_view_projection, "world_view_projection", Base_type::matrix4,
      "WORLDVIEWPROJECTION", "Sas.Camera.ObjectToProjection"},
-    {Host_value::world_view, "world_view", Kind::matrix4, "WORLDVIEW", "Sas.Camera.ObjectToView"},
-    {Host_value::world_view_it, "world_view_it", Kind::matrix4, "WORLDVIEWINVERSETRANSPOSE", ""},
-    {Host_value::world, "world", Kind::matrix4, "WORLD", "Sas.Skeleton.MeshToJointToWorld[0]"},
-    {Host_value::world_it, "world_it", Kind::matrix4, "WORLDINVERSETRANSPOSE", ""},
-    {Host_value::world_inverse, "world_inverse", Kind::matrix4, "WORLDINVERSE", ""},
-    {Host_value::world_view_inverse, "world_view_inverse", Kind::matrix4, "WORLDVIEWINVERSE", ""},
-    {Host_value::world_view_projection_inverse, "world_view_projection_inverse", Kind::matrix4,
+    {Host_value::world_view, "world_view", Base_type::matrix4, "WORLDVIEW",
+     "Sas.Camera.ObjectToView"},
+    {Host_value::world_view_it, "world_view_it", Base_type::matrix4, "WORLDVIEWINVERSETRANSPOSE",
+     ""},
+    {Host_value::world, "world", Base_type::matrix4, "WORLD", "Sas.Skeleton.MeshToJointToWorld[0]"},
+    {Host_value::world_it, "world_it", Base_type::matrix4, "WORLDINVERSETRANSPOSE", ""},
+    {Host_value::world_inverse, "world_inverse", Base_type::matrix4, "WORLDINVERSE", ""},
+    {Host_value::world_view_inverse, "world_view_inverse", Base_type::matrix4, "WORLDVIEWINVERSE",
+     ""},
+    {Host_value::world_view_projection_inverse, "world_view_projection_inverse", Base_type::matrix4,
      "WORLDVIEWPROJECTIONINVERSE", ""},
-    {Host_value::view_matrix, "view_matrix", Kind::matrix4, "VIEW", "Sas.Camera.WorldToView"},
-    {Host_value::view_inverse, "view_inverse", Kind::matrix4, "VIEWINVERSE",
+    {Host_value::view_matrix, "view_matrix", Base_type::matrix4, "VIEW", "Sas.Camera.WorldToView"},
+    {Host_value::view_inverse, "view_inverse", Base_type::matrix4, "VIEWINVERSE",
      "Sas.Camera.ViewToWorld"},
-    {Host_value::view_projection, "view_projection", Kind::matrix4, "VIEWPROJECTION",
+    {Host_value::view_projection, "view_projection", Base_type::matrix4, "VIEWPROJECTION",
      "Sas.Camera.WorldToProjection"},
-    {Host_value::view_projection_inverse, "view_projection_inverse", Kind::matrix4,
+    {Host_value::view_projection_inverse, "view_projection_inverse", Base_type::matrix4,
      "VIEWPROJECTIONINVERSE", ""},
-    {Host_value::projection, "projection", Kind::matrix4, "PROJECTION", "Sas.Camera.Projection"},
-    {Host_value::projection_inverse, "projection_inverse", Kind::matrix4, "PROJECTIONINVERSE", ""},
-    {Host_value::time, "time", Kind::float1, "TIME", "Sas.Time.Now"},
+    {Host_value::projection, "projection", Base_type::matrix4, "PROJECTION",
+     "Sas.Camera.Projection"},
+    {Host_value::projection_inverse, "projection_inverse", Base_type::matrix4, "PROJECTIONINVERSE",
+     ""},
+    {Host_value::time, "time", Base_type::float1, "TIME", "Sas.Time.Now"},
 };
 
 constexpr bool host_values_in_order()

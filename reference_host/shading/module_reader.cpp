@@ -18,7 +18,7 @@ class Module_scope : public Notation_scope
 public:
     explicit Module_scope(Module& module) : m_module(module) { module.origins = m_origins; }
 
-    void add_uniform(const Shading_type& type, const std::string& name)
+    void add_uniform(const Code_type& type, const std::string& name)
     {
         m_uniforms[name] = variable(type, name);
     }
@@ -29,12 +29,12 @@ public:
         return uniform == m_uniforms.end() ? find_global(name) : uniform->second;
     }
 
-    Shading_type find_type(const std::string& name) override
+    Code_type find_type(const std::string& name) override
     {
-        return find_structure(name) ? Shading_type(name) : Shading_type();
+        return find_structure(name) ? Code_type(name) : Code_type();
     }
 
-    Shading_type find_member(const std::string& structure, const std::string& member) override
+    Code_type find_member(const std::string& structure, const std::string& member) override
     {
         return member_type(structure, member);
     }
@@ -51,11 +51,11 @@ public:
         throw Notation_error("no function \"" + name + "\" for these arguments");
     }
 
-    Expr refused_value(const Shading_type& type, const std::vector<Expr>& arguments) override
+    Expr refused_value(const Code_type& type, const std::vector<Expr>& arguments) override
     {
-        const auto is_text = [](const Expr& argument) { return argument->type == Kind::text; };
+        const auto is_text = [](const Expr& argument) { return argument->type == Base_type::text; };
         const bool has_origin = arguments.size() == 4 && is_text(arguments[1]) &&
-                                is_text(arguments[2]) && arguments[3]->type == Kind::integer;
+                                is_text(arguments[2]) && arguments[3]->type == Base_type::integer;
         if (arguments.empty() || !is_text(arguments[0]) || (arguments.size() > 1 && !has_origin))
             throw Notation_error("wrong arguments for \"refused\"");
         m_module.has_refusals = true;
@@ -173,7 +173,7 @@ private:
     void read_parameter()
     {
         Module_parameter parameter;
-        const Shading_type type = kind_from_word(m_scanner.name("the type of a parameter"));
+        const Code_type type = base_type_from_word(m_scanner.name("the type of a parameter"));
         parameter.name = m_scanner.name("the name of a parameter");
         while (read_field(parameter, parameter_fields) || read_number_or_flag(parameter)) {
         }
@@ -188,10 +188,10 @@ private:
     void read_texture()
     {
         Module_texture texture;
-        const Shading_type type = kind_from_word(m_scanner.name("the type of a texture"));
+        const Code_type type = base_type_from_word(m_scanner.name("the type of a texture"));
         if (!is_sampler(type))
             m_scanner.fail("no texture is of this type");
-        texture.cube = type == Kind::sampler_cube;
+        texture.cube = type == Base_type::sampler_cube;
         texture.name = m_scanner.name("the name of a texture");
         while (read_field(texture, texture_fields)) {
         }

@@ -35,7 +35,7 @@ std::string parameter_text(Module_parameter parameter)
 
 std::string texture_text(const Module_texture& texture)
 {
-    const Kind sampler = texture.cube ? Kind::sampler_cube : Kind::sampler_2d;
+    const Base_type sampler = texture.cube ? Base_type::sampler_cube : Base_type::sampler_2d;
     return std::string("texture ") + type_word(sampler) + " " + texture.name +
            fields_text(texture, texture_fields) + ";\n";
 }

@@ -45,8 +45,8 @@ const Reserved_names& notation_names()
                       "let", "struct", "true", "false",  "refused"};
         for (int i = 0; i < static_cast<int>(Builtin::none); ++i)
             made.words.insert(row_of(static_cast<Builtin>(i)).name);
-        for (int i = 0; i <= static_cast<int>(Kind::structure); ++i)
-            made.words.insert(type_word(static_cast<Kind>(i)));
+        for (int i = 0; i <= static_cast<int>(Base_type::structure); ++i)
+            made.words.insert(type_word(static_cast<Base_type>(i)));
         add_names<Switch>(made.taken);
         add_names<Host_value>(made.taken);
         for (const Structure& structure : shading_structures())

@@ -81,17 +81,17 @@ public:
     }
 
 private:
-    Shading_type type(std::string_view name)
+    Code_type type(std::string_view name)
     {
         const std::string word(name);
-        const Shading_type basic = kind_from_word(word);
-        return basic != Kind::none || name == "void" ? basic : m_scope.find_type(word);
+        const Code_type basic = base_type_from_word(word);
+        return basic != Base_type::none || name == "void" ? basic : m_scope.find_type(word);
     }
 
-    Shading_type known_type(std::string_view name)
+    Code_type known_type(std::string_view name)
     {
-        const Shading_type known = type(name);
-        require(known != Kind::none || name == "void",
+        const Code_type known = type(name);
+        require(known != Base_type::none || name == "void",
                 "unknown type \"" + std::string(name) + "\"");
         return known;
     }
@@ -99,10 +99,10 @@ private:
     bool is_type(std::string_view name)
     {
         return !name.empty() && std::isalpha(static_cast<unsigned char>(name[0])) &&
-               type(name) != Kind::none;
+               type(name) != Base_type::none;
     }
 
-    void declare_local(const Shading_type& type, const std::string& name)
+    void declare_local(const Code_type& type, const std::string& name)
     {
         m_locals[name] = variable(type, name);
     }
@@ -136,7 +136,7 @@ private:
             parsed.kind = Statement::Kind::let;
             require(parsed.value != nullptr, "\"" + parsed.name + "\" has no value");
         } else if (m_words.accept("return")) {
-            parsed = give_back(expression());
+            parsed = return_value(expression());
             require(!m_result || parsed.value->type == *m_result,
                     "the value is not of the function's type");
         } else if (is_type(m_words.peek()) && m_words.peek(1) != "(") {
@@ -169,7 +169,7 @@ private:
 
     Statement declaration()
     {
-        const Shading_type declared = known_type(m_words.take());
+        const Code_type declared = known_type(m_words.take());
         const std::string name(m_words.take());
         const Expr value = m_words.accept("=") ? fitting(expression(), declared) : nullptr;
         require(!value || value->type == declared, "the value is not of the variable's type");
@@ -183,7 +183,7 @@ private:
         Statement parsed;
         parsed.kind = Statement::Kind::condition;
         parsed.value = expression();
-        require(parsed.value->type == Kind::boolean, "the condition is not true or false");
+        require(parsed.value->type == Base_type::boolean, "the condition is not true or false");
         m_words.expect(")");
         const bool known = is_literal(parsed.value);
         const bool taken = !known || is_true(parsed.value);
@@ -208,7 +208,7 @@ private:
         m_words.expect("(");
         m_words.expect("int");
         parsed.name = m_words.take();
-        declare_local(Kind::integer, parsed.name);
+        declare_local(Base_type::integer, parsed.name);
         m_words.expect("=");
         m_words.expect("0");
         m_words.expect(";");
@@ -224,7 +224,7 @@ private:
     }
 
     // A scalar where a vector is wanted is repeated, an integer where a float is wanted converted.
-    Expr fitting(const Expr& value, const Shading_type& wanted)
+    Expr fitting(const Expr& value, const Code_type& wanted)
     {
         const bool number = component_count(value->type) == 1 && is_float(wanted);
         return number && value->type != wanted ? construct(wanted, {value}) : value;
@@ -236,13 +236,13 @@ private:
         Expr condition = operation(static_cast<int>(Level::either));
         if (!m_words.accept("?"))
             return condition;
-        require(condition->type == Kind::boolean, "the condition is not true or false");
+        require(condition->type == Base_type::boolean, "the condition is not true or false");
         if (is_true(condition) || is_false(condition))
             return taken_branch(is_true(condition));
         const Expr a = expression();
         m_words.expect(":");
         const Expr b = expression();
-        const Shading_type& wider =
+        const Code_type& wider =
             component_count(a->type) >= component_count(b->type) ? a->type : b->type;
         const Expr first = fitting(a, wider);
         const Expr second = fitting(b, wider);
@@ -280,11 +280,11 @@ private:
     // Integers and floats are kept apart: a shading language may have no conversion between them.
     static Expr combine(Operator op, const Expr& a, const Expr& b)
     {
-        const bool converts_a = a->type == Kind::integer && is_float(b->type);
-        const bool converts_b = b->type == Kind::integer && is_float(a->type);
-        const Expr first = converts_a ? construct(Kind::float1, {a}) : a;
-        const Expr second = converts_b ? construct(Kind::float1, {b}) : b;
-        require(operation_type(op, first->type, second->type) != Kind::none,
+        const bool converts_a = a->type == Base_type::integer && is_float(b->type);
+        const bool converts_b = b->type == Base_type::integer && is_float(a->type);
+        const Expr first = converts_a ? construct(Base_type::float1, {a}) : a;
+        const Expr second = converts_b ? construct(Base_type::float1, {b}) : b;
+        require(operation_type(op, first->type, second->type) != Base_type::none,
                 "wrong types of operands for \"" + std::string(row_of(op).sign) + "\"");
         return binary(op, first, second);
     }
@@ -317,26 +317,27 @@ private:
 
     static Expr element(const Expr& list, const Expr& position)
     {
-        if (list->type == Kind::matrix3 || list->type == Kind::matrix4)
-            return index(list, position, list->type == Kind::matrix3 ? Kind::float3 : Kind::float4);
+        if (list->type == Base_type::matrix3 || list->type == Base_type::matrix4)
+            return index(list, position,
+                         list->type == Base_type::matrix3 ? Base_type::float3 : Base_type::float4);
         std::string name = list->type.structure;
         name.resize(name.size() - std::min<std::size_t>(2, name.size())); // without "[]"
-        return index(list, position, Shading_type(name));
+        return index(list, position, Code_type(name));
     }
 
     Expr selected(const Expr& whole, const std::string& name)
     {
-        if (whole->type.kind != Kind::structure) {
+        if (whole->type.base != Base_type::structure) {
             if (!is_float(whole->type) || name.empty() || name.size() > 4 ||
                 name.find_first_not_of("xyzw") != std::string::npos)
                 throw Notation_error("no component \"" + name + "\"");
             return swizzle(whole, name);
         }
         const bool is_list = whole->type.structure.find('[') != std::string::npos;
-        const Shading_type found = is_list && name == "length"
-                                       ? Shading_type(Kind::integer)
-                                       : m_scope.find_member(whole->type.structure, name);
-        if (found == Kind::none)
+        const Code_type found = is_list && name == "length"
+                                    ? Code_type(Base_type::integer)
+                                    : m_scope.find_member(whole->type.structure, name);
+        if (found == Base_type::none)
             throw Notation_error("no member \"" + name + "\" in " + whole->type.structure);
         return m_words.accept("(") ? method(whole, name, found, arguments())
                                    : member(whole, name, found);
@@ -396,15 +397,15 @@ private:
     Expr refused()
     {
         const std::string_view word = m_words.take();
-        const Shading_type refused_type =
-            word == type_word(Kind::text) ? Kind::text : known_type(word);
+        const Code_type refused_type =
+            word == type_word(Base_type::text) ? Base_type::text : known_type(word);
         m_words.expect(">");
         m_words.expect("(");
         return m_scope.refused_value(refused_type, arguments());
     }
 
     // One part is repeated, converted or cut off; several have as many components as the whole.
-    static Expr constructed(const Shading_type& type, const std::vector<Expr>& parts)
+    static Expr constructed(const Code_type& type, const std::vector<Expr>& parts)
     {
         int count = 0;
         for (const Expr& part : parts)
@@ -418,7 +419,7 @@ private:
     {
         if (word.back() == 'u')
             return literal(
-                Kind::natural,
+                Base_type::natural,
                 {static_cast<double>(parsed<std::uint32_t>(word.substr(0, word.size() - 1)))});
         if (word.find('.') == std::string::npos)
             return integer_literal(parsed<int>(word));
@@ -445,7 +446,7 @@ private:
 
     Word_stream m_words;
     Notation_scope& m_scope;
-    const Shading_type* m_result = nullptr; // of the function that is parsed
+    const Code_type* m_result = nullptr; // of the function that is parsed
     std::map<std::string, Expr> m_locals;
     int m_depth = 0;
 };
@@ -470,7 +471,7 @@ Result parsed(const Shade_text& text, Notation_scope& scope, Result (Notation_pa
 
 } // namespace
 
-Expr Notation_scope::refused_value(const Shading_type&, const std::vector<Expr>&)
+Expr Notation_scope::refused_value(const Code_type&, const std::vector<Expr>&)
 {
     throw Notation_error("nothing can be refused here");
 }

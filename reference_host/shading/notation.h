@@ -48,10 +48,10 @@ public:
     virtual Expr find_variable(const std::string& name) = 0;
 
     // None when there is no such type. The types of the notation itself are not asked for.
-    virtual Shading_type find_type(const std::string& name) = 0;
+    virtual Code_type find_type(const std::string& name) = 0;
 
     // The type of a field, or of what a method returns; none when there is no such member.
-    virtual Shading_type find_member(const std::string& structure, const std::string& member) = 0;
+    virtual Code_type find_member(const std::string& structure, const std::string& member) = 0;
 
     // A node with values of its inputs; throws Notation_error where there are no nodes.
     virtual Expr node(const std::string& category, Named_values inputs);
@@ -61,7 +61,7 @@ public:
 
     // A value that cannot be expressed: the reason and, where that is known, the name, file and
     // line of its origin. Throws Notation_error where there is no such thing.
-    virtual Expr refused_value(const Shading_type& type, const std::vector<Expr>& arguments);
+    virtual Expr refused_value(const Code_type& type, const std::vector<Expr>& arguments);
 };
 
 Expr parse_expression(const Shade_text& text, Notation_scope& scope);

@@ -95,10 +95,9 @@ std::string wrapped_line(const std::string& text, int depth)
     return lines + rest + "\n";
 }
 
-std::string Notation_printer::type(const Shading_type& shading_type) const
+std::string Notation_printer::type(const Code_type& code_type) const
 {
-    return shading_type.kind == Kind::structure ? shading_type.structure
-                                                : type_word(shading_type.kind);
+    return code_type.base == Base_type::structure ? code_type.structure : type_word(code_type.base);
 }
 
 std::string Notation_printer::expression(const Expr& expression) const
@@ -191,11 +190,11 @@ bool Notation_printer::repeats_one_component() const
 std::string Notation_printer::component(const Expression& literal, int i) const
 {
     const double value = literal.numbers[static_cast<std::size_t>(i)];
-    if (literal.type == Kind::boolean)
+    if (literal.type == Base_type::boolean)
         return value != 0.0 ? "true" : "false";
-    if (literal.type == Kind::integer)
+    if (literal.type == Base_type::integer)
         return std::to_string(static_cast<long>(std::clamp(value, -2147483647.0, 2147483647.0)));
-    if (literal.type == Kind::natural)
+    if (literal.type == Base_type::natural)
         return std::to_string(natural_number(value)) + "u";
     return number(value);
 }
@@ -203,7 +202,7 @@ std::string Notation_printer::component(const Expression& literal, int i) const
 std::string Notation_printer::literal(const Expression& literal) const
 {
     const int count = component_count(literal.type);
-    if (literal.type == Kind::text)
+    if (literal.type == Base_type::text)
         return in_quotes(literal.name);
     if (count == 1)
         return component(literal, 0);
@@ -295,7 +294,7 @@ std::string Notation_printer::statement(const Statement& statement, int depth) c
                                 "++)",
                             depth) +
                block(statement.body, depth);
-    case Statement::Kind::give_back:
+    case Statement::Kind::return_value:
         return wrapped_line("return " + expression(statement.value) + ";", depth);
     case Statement::Kind::clip:
         return clip(statement, depth);

@@ -15,7 +15,7 @@ class Notation_printer
 public:
     virtual ~Notation_printer() = default;
 
-    virtual std::string type(const Shading_type& shading_type) const;
+    virtual std::string type(const Code_type& code_type) const;
     std::string expression(const Expr& expression) const;
 
     // Indented by `depth` times four spaces, each line with its end. Lines that would become too

@@ -13,43 +13,43 @@ using Source = State_source;
 
 // In the order of the enumeration.
 constexpr State_field_row fields[] = {
-    {Field::position, "position", Kind::float3, Source::position, Space::camera,
+    {Field::position, "position", Base_type::float3, Source::position, Space::camera,
      Attribute::position, ""},
-    {Field::normal, "normal", Kind::float3, Source::direction, Space::camera, Attribute::normal,
-     ""},
-    {Field::direction, "direction", Kind::float3, Source::derived, Space::camera, Attribute::none,
-     "from the eye to the point"},
-    {Field::eye_distance, "eye_distance", Kind::float1, Source::derived, Space::camera,
-     Attribute::none, ""},
-    {Field::texture_tangent, "texture_tangent", Kind::float3, Source::direction, Space::camera,
-     Attribute::tangent, ""},
-    {Field::texture_binormal, "texture_binormal", Kind::float3, Source::direction, Space::camera,
-     Attribute::binormal, ""},
-    {Field::texture_coordinate0, "texture_coordinate0", Kind::float2, Source::plain, Space::object,
-     Attribute::texcoord0, ""},
-    {Field::texture_coordinate1, "texture_coordinate1", Kind::float2, Source::plain, Space::object,
-     Attribute::texcoord1, ""},
-    {Field::texture_coordinate2, "texture_coordinate2", Kind::float2, Source::plain, Space::object,
-     Attribute::texcoord2, ""},
-    {Field::texture_coordinate3, "texture_coordinate3", Kind::float2, Source::plain, Space::object,
-     Attribute::texcoord3, ""},
-    {Field::world_position, "world_position", Kind::float3, Source::position, Space::world,
-     Attribute::position, ""},
-    {Field::object_position, "object_position", Kind::float3, Source::position, Space::object,
-     Attribute::position, ""},
-    {Field::object_normal, "object_normal", Kind::float3, Source::direction, Space::object,
+    {Field::normal, "normal", Base_type::float3, Source::direction, Space::camera,
      Attribute::normal, ""},
-    {Field::object_tangent, "object_tangent", Kind::float3, Source::direction, Space::object,
-     Attribute::tangent, ""},
-    {Field::object_binormal, "object_binormal", Kind::float3, Source::direction, Space::object,
-     Attribute::binormal, ""},
-    {Field::vertex_color, "vertex_color", Kind::float4, Source::plain, Space::object,
-     Attribute::color, ""},
-    {Field::light_to_surface, "light_to_surface", Kind::float3, Source::lights, Space::camera,
-     Attribute::none, "filled by lights"},
-    {Field::light_distance, "light_distance", Kind::float1, Source::lights, Space::camera,
+    {Field::direction, "direction", Base_type::float3, Source::derived, Space::camera,
+     Attribute::none, "from the eye to the point"},
+    {Field::eye_distance, "eye_distance", Base_type::float1, Source::derived, Space::camera,
      Attribute::none, ""},
-    {Field::light_dotnl, "light_dotnl", Kind::float1, Source::lights, Space::camera,
+    {Field::texture_tangent, "texture_tangent", Base_type::float3, Source::direction, Space::camera,
+     Attribute::tangent, ""},
+    {Field::texture_binormal, "texture_binormal", Base_type::float3, Source::direction,
+     Space::camera, Attribute::binormal, ""},
+    {Field::texture_coordinate0, "texture_coordinate0", Base_type::float2, Source::plain,
+     Space::object, Attribute::texcoord0, ""},
+    {Field::texture_coordinate1, "texture_coordinate1", Base_type::float2, Source::plain,
+     Space::object, Attribute::texcoord1, ""},
+    {Field::texture_coordinate2, "texture_coordinate2", Base_type::float2, Source::plain,
+     Space::object, Attribute::texcoord2, ""},
+    {Field::texture_coordinate3, "texture_coordinate3", Base_type::float2, Source::plain,
+     Space::object, Attribute::texcoord3, ""},
+    {Field::world_position, "world_position", Base_type::float3, Source::position, Space::world,
+     Attribute::position, ""},
+    {Field::object_position, "object_position", Base_type::float3, Source::position, Space::object,
+     Attribute::position, ""},
+    {Field::object_normal, "object_normal", Base_type::float3, Source::direction, Space::object,
+     Attribute::normal, ""},
+    {Field::object_tangent, "object_tangent", Base_type::float3, Source::direction, Space::object,
+     Attribute::tangent, ""},
+    {Field::object_binormal, "object_binormal", Base_type::float3, Source::direction, Space::object,
+     Attribute::binormal, ""},
+    {Field::vertex_color, "vertex_color", Base_type::float4, Source::plain, Space::object,
+     Attribute::color, ""},
+    {Field::light_to_surface, "light_to_surface", Base_type::float3, Source::lights, Space::camera,
+     Attribute::none, "filled by lights"},
+    {Field::light_distance, "light_distance", Base_type::float1, Source::lights, Space::camera,
+     Attribute::none, ""},
+    {Field::light_dotnl, "light_dotnl", Base_type::float1, Source::lights, Space::camera,
      Attribute::none, ""},
 };
 
@@ -92,7 +92,7 @@ const State_field_row& row_of(State_field field)
 
 Expr state_variable()
 {
-    static const Expr state = variable(Shading_type("State"), "state");
+    static const Expr state = variable(Code_type("State"), "state");
     return state;
 }
 
@@ -106,12 +106,12 @@ const std::vector<Structure>& shading_structures()
     static const std::vector<Structure> structures = {
         state_structure(),
         {"Light_iterator",
-         {{Kind::float4, "tsl_raw_contribution", ""},
-          {Kind::float4, "tsl_contribution", ""},
-          {Kind::float3, "tsl_point", ""},
-          {Kind::float1, "tsl_distance", ""},
-          {Kind::float1, "tsl_dot_nl", ""},
-          {Kind::float3, "tsl_direction", "towards the light"}}},
+         {{Base_type::float4, "tsl_raw_contribution", ""},
+          {Base_type::float4, "tsl_contribution", ""},
+          {Base_type::float3, "tsl_point", ""},
+          {Base_type::float1, "tsl_distance", ""},
+          {Base_type::float1, "tsl_dot_nl", ""},
+          {Base_type::float3, "tsl_direction", "towards the light"}}},
     };
     return structures;
 }
@@ -124,9 +124,9 @@ const Structure* find_structure(const std::string& name)
     return nullptr;
 }
 
-Shading_type member_type(const std::string& structure, const std::string& member)
+Code_type member_type(const std::string& structure, const std::string& member)
 {
-    using Types_by_name = std::unordered_map<std::string, Shading_type>;
+    using Types_by_name = std::unordered_map<std::string, Code_type>;
     static const auto members = [] {
         std::unordered_map<std::string, Types_by_name> made;
         for (const Structure& known : shading_structures())
@@ -134,17 +134,17 @@ Shading_type member_type(const std::string& structure, const std::string& member
                 made[known.name][field.name] = field.type;
         for (const Method_row& method : methods) {
             made[method.structure][method.name] = method.structure_type
-                                                      ? Shading_type(method.structure_type)
-                                                      : Shading_type(Kind::float4);
-            made[std::string(method.structure) + "[]"]["length"] = Kind::integer;
+                                                      ? Code_type(method.structure_type)
+                                                      : Code_type(Base_type::float4);
+            made[std::string(method.structure) + "[]"]["length"] = Base_type::integer;
         }
         return made;
     }();
     const auto known = members.find(structure);
     if (known == members.end())
-        return Kind::none;
+        return Base_type::none;
     const auto found = known->second.find(member);
-    return found == known->second.end() ? Shading_type() : found->second;
+    return found == known->second.end() ? Code_type() : found->second;
 }
 
 Expr field_of(const Expr& structure, const std::string& name)

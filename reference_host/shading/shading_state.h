@@ -63,7 +63,7 @@ enum class Attribute {
 struct State_field_row {
     State_field field;
     const char* name;
-    Kind type;
+    Base_type type;
     State_source source;
     Space space; // of positions and directions; Space::camera stands for the internal one
     Attribute attribute;
@@ -82,7 +82,7 @@ const Structure* find_structure(const std::string& name);
 
 // The type of a field, or of what the method of an interface or list gives; none when there is no
 // such member.
-Shading_type member_type(const std::string& structure, const std::string& member);
+Code_type member_type(const std::string& structure, const std::string& member);
 
 // A field of a known structure.
 Expr field_of(const Expr& structure, const std::string& name);

@@ -32,7 +32,7 @@ Switch find_switch(const std::string& name)
 
 Expr switch_variable(Switch which)
 {
-    return variable(Kind::boolean, name_of(which));
+    return variable(Base_type::boolean, name_of(which));
 }
 
 } // namespace reference_host

@@ -10,54 +10,54 @@ namespace
 {
 
 struct Type_row {
-    Kind kind;
+    Base_type type;
     const char* word;
     int components;
 };
 
 // In the order of the enumeration.
 constexpr Type_row rows[] = {
-    {Kind::none, "void", 0},
-    {Kind::boolean, "bool", 1},
-    {Kind::integer, "int", 1},
-    {Kind::natural, "uint", 1},
-    {Kind::float1, "float", 1},
-    {Kind::float2, "float2", 2},
-    {Kind::float3, "float3", 3},
-    {Kind::float4, "float4", 4},
-    {Kind::matrix3, "float3x3", 9},
-    {Kind::matrix4, "float4x4", 16},
-    {Kind::sampler_2d, "sampler2D", 0},
-    {Kind::sampler_cube, "samplerCUBE", 0},
-    {Kind::text, "text", 0},
-    {Kind::structure, "struct", 0},
+    {Base_type::none, "void", 0},
+    {Base_type::boolean, "bool", 1},
+    {Base_type::integer, "int", 1},
+    {Base_type::natural, "uint", 1},
+    {Base_type::float1, "float", 1},
+    {Base_type::float2, "float2", 2},
+    {Base_type::float3, "float3", 3},
+    {Base_type::float4, "float4", 4},
+    {Base_type::matrix3, "float3x3", 9},
+    {Base_type::matrix4, "float4x4", 16},
+    {Base_type::sampler_2d, "sampler2D", 0},
+    {Base_type::sampler_cube, "samplerCUBE", 0},
+    {Base_type::text, "text", 0},
+    {Base_type::structure, "struct", 0},
 };
 
-const Type_row& row_of(Kind kind)
+const Type_row& row_of(Base_type type)
 {
-    return rows[static_cast<std::size_t>(kind)];
+    return rows[static_cast<std::size_t>(type)];
 }
 
 } // namespace
 
-int component_count(const Shading_type& type)
+int component_count(const Code_type& type)
 {
-    return row_of(type.kind).components;
+    return row_of(type.base).components;
 }
 
-bool is_float(const Shading_type& type)
+bool is_float(const Code_type& type)
 {
-    return type.kind >= Kind::float1 && type.kind <= Kind::float4;
+    return type.base >= Base_type::float1 && type.base <= Base_type::float4;
 }
 
-bool is_sampler(const Shading_type& type)
+bool is_sampler(const Code_type& type)
 {
-    return type.kind == Kind::sampler_2d || type.kind == Kind::sampler_cube;
+    return type.base == Base_type::sampler_2d || type.base == Base_type::sampler_cube;
 }
 
-Kind float_kind(int components)
+Base_type float_type(int components)
 {
-    return static_cast<Kind>(static_cast<int>(Kind::float1) + components - 1);
+    return static_cast<Base_type>(static_cast<int>(Base_type::float1) + components - 1);
 }
 
 std::uint32_t natural_number(double number)
@@ -67,22 +67,22 @@ std::uint32_t natural_number(double number)
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(number));
 }
 
-const char* type_word(Kind kind)
+const char* type_word(Base_type type)
 {
-    return row_of(kind).word;
+    return row_of(type).word;
 }
 
-Kind kind_from_word(const std::string& word)
+Base_type base_type_from_word(const std::string& word)
 {
-    static const auto kinds = [] {
-        std::unordered_map<std::string, Kind> made;
+    static const auto types = [] {
+        std::unordered_map<std::string, Base_type> made;
         for (const Type_row& row : rows)
-            if (row.kind != Kind::text && row.kind != Kind::structure)
-                made[row.word] = row.kind;
+            if (row.type != Base_type::text && row.type != Base_type::structure)
+                made[row.word] = row.type;
         return made;
     }();
-    const auto found = kinds.find(word);
-    return found == kinds.end() ? Kind::none : found->second;
+    const auto found = types.find(word);
+    return found == types.end() ? Base_type::none : found->second;
 }
 
 } // namespace reference_host

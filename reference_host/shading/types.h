@@ -1,4 +1,4 @@
-// The types of values in generated code.
+// The types of values in generated code. What a document calls a type is in nodes/value.h.
 #ifndef REFERENCE_HOST_SHADING_TYPES_H
 #define REFERENCE_HOST_SHADING_TYPES_H
 
@@ -8,7 +8,8 @@
 namespace reference_host
 {
 
-enum class Kind {
+// What a type is made of.
+enum class Base_type {
     none,
     boolean,
     integer,
@@ -25,34 +26,35 @@ enum class Kind {
     structure
 };
 
-struct Shading_type {
-    Kind kind = Kind::none;
+// The type of a value in generated code.
+struct Code_type {
+    Base_type base = Base_type::none;
     std::string structure; // the name of a structure, or of one with "[]": a list of them
 
-    Shading_type() = default;
-    Shading_type(Kind type_kind) : kind(type_kind) {}
-    explicit Shading_type(std::string name) : kind(Kind::structure), structure(std::move(name)) {}
+    Code_type() = default;
+    Code_type(Base_type base_type) : base(base_type) {}
+    explicit Code_type(std::string name) : base(Base_type::structure), structure(std::move(name)) {}
 
-    bool operator==(const Shading_type& other) const
+    bool operator==(const Code_type& other) const
     {
-        return kind == other.kind && structure == other.structure;
+        return base == other.base && structure == other.structure;
     }
-    bool operator!=(const Shading_type& other) const { return !(*this == other); }
+    bool operator!=(const Code_type& other) const { return !(*this == other); }
 };
 
 // 1 to 4 for floats, 9 and 16 for matrices, 1 for whole numbers and boolean, 0 otherwise.
-int component_count(const Shading_type& type);
-bool is_float(const Shading_type& type); // float1 to float4
-bool is_sampler(const Shading_type& type);
-Kind float_kind(int components); // 1 to 4
+int component_count(const Code_type& type);
+bool is_float(const Code_type& type); // float1 to float4
+bool is_sampler(const Code_type& type);
+Base_type float_type(int components); // 1 to 4
 
 // A whole number, also a negative one, as 32 bits.
 std::uint32_t natural_number(double number);
 
 // The word of the shading notation for a type ("float3", "void"), and back; an unknown word is
 // none.
-const char* type_word(Kind kind);
-Kind kind_from_word(const std::string& word);
+const char* type_word(Base_type type);
+Base_type base_type_from_word(const std::string& word);
 
 } // namespace reference_host
 

@@ -35,7 +35,7 @@ using Functions_by_name = std::unordered_multimap<std::string_view, const Functi
 
 // What a name stands for at a place of a function.
 struct Declared {
-    Shading_type type;
+    Code_type type;
     bool can_be_assigned;
 };
 
@@ -89,20 +89,20 @@ private:
         return m_function.of_library || uniform == m_uniforms.end() ? nullptr : &uniform->second;
     }
 
-    void declare(const std::string& name, const Shading_type& type, bool can_be_assigned)
+    void declare(const std::string& name, const Code_type& type, bool can_be_assigned)
     {
         if (find(name) || find_global(name))
             fail("\"" + name + "\" is declared twice");
-        const bool is_known = type.kind == Kind::structure
+        const bool is_known = type.base == Base_type::structure
                                   ? find_structure(type.structure) != nullptr
-                                  : type != Kind::none;
+                                  : type != Base_type::none;
         if (!is_known)
             fail("no variable is of type " + type_text(type));
         m_locals.insert({name, {type, can_be_assigned}});
         m_names.push_back(name);
     }
 
-    Shading_type variable_type(const Expression& e) const
+    Code_type variable_type(const Expression& e) const
     {
         if (const Declared* declared = find(e.name))
             return declared->type;
@@ -112,7 +112,7 @@ private:
         return global->type;
     }
 
-    Shading_type call_type(const Expression& e) const
+    Code_type call_type(const Expression& e) const
     {
         const auto [first, last] = m_known.equal_range(e.name);
         for (auto known = first; known != last; ++known)
@@ -121,7 +121,7 @@ private:
         fail("no function \"" + e.name + "\" for these arguments is defined before", e.origin);
     }
 
-    Shading_type expected_type(const Expression& e) const
+    Code_type expected_type(const Expression& e) const
     {
         if (e.op == Op::variable)
             return variable_type(e);
@@ -138,7 +138,7 @@ private:
     {
         for (const Expr& operand : e.operands)
             check(*operand);
-        const Shading_type type = expected_type(e);
+        const Code_type type = expected_type(e);
         if (type != e.type)
             fail("a value of type " + type_text(type) + " is said to be of type " +
                      type_text(e.type),
@@ -158,8 +158,8 @@ private:
     {
         check_target(*statement.target);
         check(*statement.target);
-        const Shading_type& target = statement.target->type;
-        const Shading_type& value = statement.value->type;
+        const Code_type& target = statement.target->type;
+        const Code_type& value = statement.value->type;
         const bool fits = statement.oper == Operator::none
                               ? value == target
                               : is_arithmetic(statement.oper) &&
@@ -182,7 +182,7 @@ private:
     {
         if (statement.value)
             check(*statement.value);
-        const Shading_type value = statement.value ? statement.value->type : Shading_type();
+        const Code_type value = statement.value ? statement.value->type : Code_type();
         switch (statement.kind) {
         case Statement::Kind::let:
         case Statement::Kind::declare:
@@ -191,17 +191,17 @@ private:
             require(statement.target && statement.value, "an assignment lacks a side");
             return check_assignment(statement);
         case Statement::Kind::condition:
-            require(value == Kind::boolean, "the condition is not true or false");
+            require(value == Base_type::boolean, "the condition is not true or false");
             check(statement.body);
             return check(statement.otherwise);
         case Statement::Kind::loop:
-            require(value == Kind::integer, "the number of rounds is not an integer");
+            require(value == Base_type::integer, "the number of rounds is not an integer");
             return check_loop(statement);
-        case Statement::Kind::give_back:
+        case Statement::Kind::return_value:
             require(value == m_function.type, "the value is not of the function's type");
             return;
         case Statement::Kind::clip:
-            require(value == Kind::float1, "what is clipped by is not a number");
+            require(value == Base_type::float1, "what is clipped by is not a number");
             return;
         case Statement::Kind::empty_line:
             return;
@@ -211,7 +211,7 @@ private:
     void check_loop(const Statement& loop)
     {
         const std::size_t outer = m_names.size();
-        declare(loop.name, Kind::integer, false);
+        declare(loop.name, Base_type::integer, false);
         check(loop.body);
         forget(outer);
     }
@@ -243,7 +243,7 @@ private:
     static bool returns(const Statements& statements)
     {
         return std::any_of(statements.begin(), statements.end(), [](const Statement& statement) {
-            return statement.kind == Statement::Kind::give_back ||
+            return statement.kind == Statement::Kind::return_value ||
                    (statement.kind == Statement::Kind::condition && returns(statement.body) &&
                     returns(statement.otherwise));
         });
@@ -261,7 +261,7 @@ private:
 Declared_by_name uniforms_of(const Module& module)
 {
     Declared_by_name uniforms;
-    const auto add = [&](const Shading_type& type, const std::string& name) {
+    const auto add = [&](const Code_type& type, const std::string& name) {
         if (find_global(name) || !uniforms.insert({name, {type, false}}).second)
             throw Module_error("\"" + name + "\" is declared twice");
     };
@@ -272,7 +272,7 @@ Declared_by_name uniforms_of(const Module& module)
         add(parameter.value->type, parameter.name);
     }
     for (const Module_texture& texture : module.textures)
-        add(texture.cube ? Kind::sampler_cube : Kind::sampler_2d, texture.name);
+        add(texture.cube ? Base_type::sampler_cube : Base_type::sampler_2d, texture.name);
     return uniforms;
 }
 

@@ -29,7 +29,8 @@ const std::map<std::string, std::string> sas_names = {{"UIName", "SasUiLabel"},
 
 bool slides(const Module_parameter& parameter)
 {
-    return parameter.value->type == Kind::float1 || parameter.value->type == Kind::integer;
+    return parameter.value->type == Base_type::float1 ||
+           parameter.value->type == Base_type::integer;
 }
 
 const char* widget_of(const Module_parameter& parameter, bool sas)
@@ -38,7 +39,7 @@ const char* widget_of(const Module_parameter& parameter, bool sas)
         return sas ? "ColorPicker" : "Color";
     if (slides(parameter))
         return "Slider";
-    if (parameter.value->type == Kind::boolean)
+    if (parameter.value->type == Base_type::boolean)
         return sas ? "Any" : "CheckBox";
     return "Numeric";
 }
@@ -50,7 +51,7 @@ std::optional<double> step_of(const Module_parameter& parameter)
     const Range& range = parameter.range;
     if (parameter.step || !range.min || !range.max || *range.max <= *range.min)
         return parameter.step;
-    if (parameter.value->type == Kind::integer)
+    if (parameter.value->type == Base_type::integer)
         return 1.0;
     constexpr double rounding = 1e-9; // of the logarithm
     const double digits = std::log10((*range.max - *range.min) / 100.0);

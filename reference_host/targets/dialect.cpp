@@ -226,13 +226,13 @@ const char* spelling(Builtin builtin, Language language)
     return text == same ? row_of(builtin).name : text;
 }
 
-std::string type_name(const Shading_type& type, const Dialect& dialect)
+std::string type_name(const Code_type& type, const Dialect& dialect)
 {
-    if (type.kind == Kind::structure)
+    if (type.base == Base_type::structure)
         return type.structure;
-    if (type.kind == Kind::text)
+    if (type.base == Base_type::text)
         throw Notation_error("a text that is not known at generation");
-    return dialect.type_names[static_cast<std::size_t>(type.kind)];
+    return dialect.type_names[static_cast<std::size_t>(type.base)];
 }
 
 const Reserved_names& reserved_names()

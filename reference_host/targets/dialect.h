@@ -31,7 +31,7 @@ struct Dialect {
     Language language;
 
     // Expressions and statements.
-    const char* const* type_names;    // by Kind
+    const char* const* type_names;    // by Base_type
     bool spreads_by_swizzle;          // "x.xxx" makes a vector of a scalar
     bool repeats_one_component;       // "vec3(0.0)" is a constant
     bool casts_matrices;              // "(float3x3)m" is the upper left of a matrix
@@ -68,7 +68,7 @@ const Dialect& dialect_of(Language language);
 const char* spelling(Builtin builtin, Language language);
 
 // "float3", "vec3", a structure's name. Throws Notation_error for types that have no name.
-std::string type_name(const Shading_type& type, const Dialect& dialect);
+std::string type_name(const Code_type& type, const Dialect& dialect);
 
 // What no text of any language may call its own: a shader's parameters have the same names in all
 // its files.

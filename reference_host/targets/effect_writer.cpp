@@ -145,7 +145,7 @@ private:
 
     Expr back_face() const
     {
-        return binary(Operator::less, variable(Kind::float1, "face"), literal(0.0));
+        return binary(Operator::less, variable(Base_type::float1, "face"), literal(0.0));
     }
 
     std::string profile(const std::string& wanted, const char* usual) const

@@ -54,7 +54,7 @@ public:
     }
 
 private:
-    static Expr back_face() { return logical_not(variable(Kind::boolean, "gl_FrontFacing")); }
+    static Expr back_face() { return logical_not(variable(Base_type::boolean, "gl_FrontFacing")); }
 
     std::string fragment_main() const
     {
@@ -97,7 +97,7 @@ private:
         if (used.count(rotation->name))
             text += uniform(rotation, "");
         if (used.count("scene_ambient"))
-            text += uniform(variable(Kind::float4, "scene_ambient"),
+            text += uniform(variable(Base_type::float4, "scene_ambient"),
                             "vec4" + m_options.scene_ambient.substr(6));
         return section("scene", text);
     }

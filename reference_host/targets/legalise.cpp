@@ -26,10 +26,10 @@ void spell_out_spaces(Module& module, const Text_plan& plan)
             if (plan.dialect.passes_rotations)
                 return call(Builtin::host_untransform, {camera_rotation(plan), value});
             const Expr view = host_matrix(Host_value::view_matrix, plan);
-            return call(Builtin::host_transform, {construct(Kind::matrix3, {view}), value});
+            return call(Builtin::host_transform, {construct(Base_type::matrix3, {view}), value});
         }
         case Builtin::world_to_camera_at: {
-            const Expr position = construct(Kind::float4, {value, literal(1.0)});
+            const Expr position = construct(Base_type::float4, {value, literal(1.0)});
             const Expr view = host_matrix(Host_value::view_matrix, plan);
             return swizzle(call(Builtin::host_transform, {view, position}), "xyz");
         }
@@ -65,11 +65,11 @@ void pass_lights(Module& module, const Text_plan& plan)
         Uses uses;
         uses.add(entry.body);
         if (uses.variables.count("lights"))
-            entry.parameters.push_back({Shading_type("Light_list"), "lights", ""});
+            entry.parameters.push_back({Code_type("Light_list"), "lights", ""});
         return;
     }
     replace(entry.body, [&](const Expr& e) {
-        const bool is_list = e->op == Op::variable && e->type == Shading_type("Light[]");
+        const bool is_list = e->op == Op::variable && e->type == Code_type("Light[]");
         return is_list ? variable(e->type, plan.options.light_list_name) : e;
     });
 }
@@ -96,16 +96,16 @@ void check_derivatives(const Module& module)
 Expr host_matrix(Host_value value, const Text_plan& plan)
 {
     if (value == Host_value::view_matrix && plan.has_light_interface())
-        return variable(Kind::matrix4, shared_view_matrix);
+        return variable(Base_type::matrix4, shared_view_matrix);
     // The matrix for normals has no other use, so that its rotation alone may be passed.
     if (value == Host_value::world_view_it && plan.dialect.passes_rotations)
-        return variable(Kind::matrix3, name_of(value));
+        return variable(Base_type::matrix3, name_of(value));
     return host_variable(value);
 }
 
 Expr eye(const Text_plan& plan)
 {
-    const Expr origin = literal(Kind::float4, {0.0, 0.0, 0.0, 1.0});
+    const Expr origin = literal(Base_type::float4, {0.0, 0.0, 0.0, 1.0});
     const Expr view_inverse = host_matrix(Host_value::view_inverse, plan);
     return swizzle(call(Builtin::host_transform, {view_inverse, origin}), "xyz");
 }
@@ -113,8 +113,8 @@ Expr eye(const Text_plan& plan)
 Expr camera_rotation(const Text_plan& plan)
 {
     if (plan.dialect.passes_rotations)
-        return variable(Kind::matrix3, "camera_to_world");
-    return construct(Kind::matrix3, {host_matrix(Host_value::view_inverse, plan)});
+        return variable(Base_type::matrix3, "camera_to_world");
+    return construct(Base_type::matrix3, {host_matrix(Host_value::view_inverse, plan)});
 }
 
 void legalise(Module& module, const Text_plan& plan)

@@ -14,9 +14,9 @@ bool is_pattern_product(const std::string& pattern)
 
 } // namespace
 
-std::string Printer::type(const Shading_type& shading_type) const
+std::string Printer::type(const Code_type& code_type) const
 {
-    return type_name(shading_type, m_dialect);
+    return type_name(code_type, m_dialect);
 }
 
 Level Printer::level_of(const Expression& expression) const
@@ -58,7 +58,7 @@ std::string Printer::construct(const Expression& construct) const
 {
     const Expr& first = construct.operands[0];
     if (construct.operands.size() == 1 && m_dialect.casts_matrices &&
-        construct.type == Kind::matrix3)
+        construct.type == Base_type::matrix3)
         return "(" + type(construct.type) + ")" + operand(first, Level::closest);
     const int count = component_count(construct.type);
     if (construct.operands.size() == 1 && m_dialect.spreads_by_swizzle && count > 1 &&

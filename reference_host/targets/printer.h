@@ -16,7 +16,7 @@ public:
     explicit Printer(Language language) : m_dialect(dialect_of(language)) {}
 
     const Dialect& dialect() const { return m_dialect; }
-    std::string type(const Shading_type& shading_type) const override;
+    std::string type(const Code_type& code_type) const override;
     std::string structure(const Structure& structure) const;
 
 private:

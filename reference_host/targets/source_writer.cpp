@@ -88,11 +88,11 @@ private:
     std::string matrices_text() const
     {
         const Expr identity =
-            literal(Kind::matrix4, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
+            literal(Base_type::matrix4, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
         std::string text;
         for (int i = 0; i < static_cast<int>(Host_value::none); ++i) {
             const Expr matrix = host_variable(static_cast<Host_value>(i));
-            if (matrix->type == Kind::matrix4 && m_uses.variables.count(matrix->name))
+            if (matrix->type == Base_type::matrix4 && m_uses.variables.count(matrix->name))
                 text += wrapped_line(m_printer.type(matrix->type) + " " + matrix->name + " = " +
                                          m_printer.expression(identity) + ";",
                                      0);

@@ -11,21 +11,21 @@ namespace
 struct Attribute_row {
     Attribute attribute;
     const char* name;
-    Kind type;
+    Base_type type;
     const char* semantic; // null: an option has it
 };
 
 // In the order of the enumeration.
 constexpr Attribute_row attribute_rows[] = {
-    {Attribute::position, "position", Kind::float3, "POSITION"},
-    {Attribute::normal, "normal", Kind::float3, "NORMAL"},
-    {Attribute::tangent, "tangent", Kind::float3, nullptr},
-    {Attribute::binormal, "binormal", Kind::float3, nullptr},
-    {Attribute::texcoord0, "texcoord0", Kind::float2, nullptr},
-    {Attribute::texcoord1, "texcoord1", Kind::float2, nullptr},
-    {Attribute::texcoord2, "texcoord2", Kind::float2, nullptr},
-    {Attribute::texcoord3, "texcoord3", Kind::float2, nullptr},
-    {Attribute::color, "color", Kind::float4, "COLOR0"},
+    {Attribute::position, "position", Base_type::float3, "POSITION"},
+    {Attribute::normal, "normal", Base_type::float3, "NORMAL"},
+    {Attribute::tangent, "tangent", Base_type::float3, nullptr},
+    {Attribute::binormal, "binormal", Base_type::float3, nullptr},
+    {Attribute::texcoord0, "texcoord0", Base_type::float2, nullptr},
+    {Attribute::texcoord1, "texcoord1", Base_type::float2, nullptr},
+    {Attribute::texcoord2, "texcoord2", Base_type::float2, nullptr},
+    {Attribute::texcoord3, "texcoord3", Base_type::float2, nullptr},
+    {Attribute::color, "color", Base_type::float4, "COLOR0"},
 };
 
 bool is_texcoord(Attribute attribute)
@@ -142,7 +142,7 @@ Expr Streams::attribute(Attribute attribute)
 }
 
 // Hands a value over to the fragment program and gives it back as it arrives there.
-Expr Streams::handed_over(const std::string& name, const Shading_type& type, const Expr& value)
+Expr Streams::handed_over(const std::string& name, const Code_type& type, const Expr& value)
 {
     m_varyings.push_back({name, type, "TEXCOORD" + std::to_string(m_varyings.size())});
     m_vertex_body.push_back(assign(variable(type, m_plan.dialect.result_prefix + name), value));
@@ -153,15 +153,15 @@ void Streams::add_clip_position()
 {
     const Text_options& options = m_plan.options;
     const Expr given = attribute(Attribute::position);
-    m_vertex_body.push_back(
-        declare(Kind::float4, "position", construct(Kind::float4, {given, literal(1.0)})));
+    m_vertex_body.push_back(declare(Base_type::float4, "position",
+                                    construct(Base_type::float4, {given, literal(1.0)})));
     const Host_value projection = projection_of(options.vertex_stream_space);
     Expr projected = projection == Host::none ? m_position
                                               : call(Builtin::host_transform,
                                                      {host_matrix(projection, m_plan), m_position});
     if (options.screen_space_vertices || covers_screen(options))
         projected =
-            construct(Kind::float4, {swizzle(m_position, "xy"), literal(1.0), literal(1.0)});
+            construct(Base_type::float4, {swizzle(m_position, "xy"), literal(1.0), literal(1.0)});
     m_vertex_body.push_back(assign(m_clip_position, projected));
 }
 
@@ -169,7 +169,7 @@ void Streams::add_clip_position()
 void Streams::add_screen_ray()
 {
     const Expr inverse = host_matrix(Host::view_projection_inverse, m_plan);
-    m_vertex_body.push_back(declare(Kind::float4, "far_point",
+    m_vertex_body.push_back(declare(Base_type::float4, "far_point",
                                     call(Builtin::host_transform, {inverse, m_clip_position})));
 }
 
@@ -195,7 +195,7 @@ Expr Streams::transformed_direction(const Expr& direction, bool is_normal, Space
     if (matrix == Host::none || stream == Space::screen)
         return direction;
     return call(Builtin::host_transform,
-                {construct(Kind::matrix3, {host_matrix(matrix, m_plan)}), direction});
+                {construct(Base_type::matrix3, {host_matrix(matrix, m_plan)}), direction});
 }
 
 Expr Streams::vertex_value(const State_field_row& row)
@@ -207,7 +207,7 @@ Expr Streams::vertex_value(const State_field_row& row)
     Expr value = attribute(row.attribute);
     if (is_texcoord(row.attribute) && options.flip_vs_texture_v)
         return construct(
-            Kind::float2,
+            Base_type::float2,
             {swizzle(value, "x"), binary(Operator::subtract, literal(1.0), swizzle(value, "y"))});
     if (row.source != State_source::direction)
         return value;
@@ -250,11 +250,11 @@ void Streams::add_field(State_field field)
 // One pass of depth peeling: what is not behind the layer that was drawn before is left out.
 void Streams::add_oit()
 {
-    const Expr clip = handed_over("clip_position", Kind::float4, m_clip_position);
+    const Expr clip = handed_over("clip_position", Base_type::float4, m_clip_position);
     const Expr sampler =
-        variable(Kind::sampler_2d,
+        variable(Base_type::sampler_2d,
                  m_plan.dialect.splits_textures ? "oit_depth_map_sampler" : "oit_depth_map");
-    const Expr peeled = variable(Kind::float3, "peeled");
+    const Expr peeled = variable(Base_type::float3, "peeled");
     const auto halved = [](const Expr& value) {
         return binary(Operator::add, binary(Operator::multiply, value, literal(0.5)), literal(0.5));
     };
@@ -265,7 +265,7 @@ void Streams::add_oit()
     const bool from_zero = m_plan.dialect.depth_from_zero;
     const Expr place =
         from_zero ? binary(Operator::add,
-                           binary(Operator::multiply, xy, literal(Kind::float2, {0.5, -0.5})),
+                           binary(Operator::multiply, xy, literal(Base_type::float2, {0.5, -0.5})),
                            literal(0.5))
                   : halved(xy);
     const Expr in_front = swizzle(call(Builtin::texture_2d, {sampler, place}), "x");
@@ -275,7 +275,7 @@ void Streams::add_oit()
         binary(Operator::subtract, binary(Operator::subtract, from_zero ? z : halved(z), in_front),
                literal(0.00001));
     m_fragment_body.insert(m_fragment_body.begin(),
-                           {declare(Kind::float3, "peeled", divided_by_w(clip)), clipping});
+                           {declare(Base_type::float3, "peeled", divided_by_w(clip)), clipping});
 }
 
 Statements Streams::fragment_body(const Expr& back_face) const

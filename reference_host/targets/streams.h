@@ -14,7 +14,7 @@ namespace reference_host
 
 struct Stream {
     std::string name;
-    Shading_type type;
+    Code_type type;
     std::string semantic; // in effects
 };
 
@@ -41,7 +41,7 @@ public:
 private:
     bool reads(State_field field) const;
     Expr attribute(Attribute attribute);
-    Expr handed_over(const std::string& name, const Shading_type& type, const Expr& value);
+    Expr handed_over(const std::string& name, const Code_type& type, const Expr& value);
     Expr transformed_position(Space target);
     Expr transformed_direction(const Expr& direction, bool is_normal, Space target);
     Expr vertex_value(const State_field_row& row);
@@ -54,9 +54,9 @@ private:
     void check_semantics(const std::string& shader) const;
 
     const Text_plan& m_plan;
-    const Expr m_position = variable(Kind::float4, "position");   // in the stream's space
-    const Expr m_far_point = variable(Kind::float4, "far_point"); // of the ray through a pixel
-    const Expr m_clip_position = variable(Kind::float4, m_plan.dialect.clip_position);
+    const Expr m_position = variable(Base_type::float4, "position");   // in the stream's space
+    const Expr m_far_point = variable(Base_type::float4, "far_point"); // of the ray through a pixel
+    const Expr m_clip_position = variable(Base_type::float4, m_plan.dialect.clip_position);
     std::vector<State_field> m_fields;
     std::vector<Stream> m_attributes;
     std::vector<Stream> m_varyings;

@@ -63,8 +63,9 @@ void read_lights(const wxConfigBase& store, const wxString& group, Lighting_requ
     }
     render.environment = to_bytes(store.Read(group + wxT("/environment"), wxString()));
     render.volume = to_bytes(store.Read(group + wxT("/volume"), wxString()));
-    const auto color = parse_value(
-        Type::color4, to_bytes(store.Read(group + wxT("/ambient"), wxString(wxT("0,0,0,1")))));
+    const auto color =
+        parse_value(Value_type::color4,
+                    to_bytes(store.Read(group + wxT("/ambient"), wxString(wxT("0,0,0,1")))));
     if (color)
         std::copy_n(color->numbers.begin(), 4, render.ambient.begin());
 }

@@ -21,13 +21,13 @@ struct Node_group {
 
 // Every node is in the first group that holds it.
 constexpr Node_group groups[] = {
-    {"Materials", [](const Node& node) { return node.type == Type::material; }},
+    {"Materials", [](const Node& node) { return node.type == Value_type::material; }},
     {"Shaders",
      [](const Node& node) {
-         return node.type == Type::surfaceshader || node.type == Type::volumeshader ||
-                node.type == Type::displacementshader;
+         return node.type == Value_type::surfaceshader || node.type == Value_type::volumeshader ||
+                node.type == Value_type::displacementshader;
      }},
-    {"Lights", [](const Node& node) { return node.type == Type::lightshader; }},
+    {"Lights", [](const Node& node) { return node.type == Value_type::lightshader; }},
     {"Other nodes", [](const Node&) { return true; }},
 };
 

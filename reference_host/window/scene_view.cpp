@@ -179,7 +179,7 @@ void Scene_view::take_scene()
     scene.render.lights = lights();
     scene.render.environment = to_bytes(m_environment->GetValue());
     scene.render.volume = to_bytes(m_volume->GetValue());
-    if (const auto color = parse_value(Type::color4, to_bytes(m_ambient->GetValue())))
+    if (const auto color = parse_value(Value_type::color4, to_bytes(m_ambient->GetValue())))
         std::copy_n(color->numbers.begin(), 4, scene.render.ambient.begin());
     scene.search_path.clear();
     for (wxStringTokenizer folders(m_search_path->GetValue(), wxT(";")); folders.HasMoreTokens();)

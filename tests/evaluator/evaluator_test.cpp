@@ -141,10 +141,10 @@ TEST(Evaluator, agrees_with_cpp_and_glsl_on_every_material)
 TEST(Evaluator, agrees_with_glsl_on_derivatives)
 {
     Evaluation_inputs inputs;
-    inputs.variables["has_derivatives"] = {Kind::boolean, {1}};
+    inputs.variables["has_derivatives"] = {Base_type::boolean, {1}};
     inputs.neighbours = {inputs.state, inputs.state};
     const Point_function place = [](double x, double y) {
-        return Shading_value(Kind::float2, {0.25 + x * 0.0625, 0.5 + y * 0.125 + x * 0.03125});
+        return Shading_value(Base_type::float2, {0.25 + x * 0.0625, 0.5 + y * 0.125 + x * 0.03125});
     };
     const char* const texts[] = {
         "return float4(height_to_normal(sin(state.texture_coordinate0.x * 3.0), 20.0, "
@@ -168,9 +168,9 @@ TEST(Evaluator, gives_what_is_worked_out_by_hand)
 {
     using Numbers = std::vector<double>;
     Evaluation_inputs inputs;
-    inputs.state.fields["normal"] = {Kind::float3, {0, 0, 2}};
+    inputs.state.fields["normal"] = {Base_type::float3, {0, 0, 2}};
     inputs.look_up = [](const std::string& texture, const Shading_value& place) {
-        return Shading_value(Kind::float4,
+        return Shading_value(Base_type::float4,
                              {place.numbers[0] + (texture == "wood" ? 1 : 0), 5, 6, 7});
     };
     EXPECT_EQ(numbers_of("return float4(1.0 + 2.0 * 3.0, 7.0 - 1.0, 0.5, float(7 / 2));"),
@@ -183,7 +183,8 @@ TEST(Evaluator, gives_what_is_worked_out_by_hand)
                          "float4(sum); sum += float(i); } return float4(9.0);"),
               (Numbers{3, 3, 3, 3}));
     // Row vectors stand before matrices of documents, column vectors behind those of the host.
-    inputs.variables["world"] = {Kind::matrix4, {1, 2, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1}};
+    inputs.variables["world"] = {Base_type::matrix4,
+                                 {1, 2, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1}};
     EXPECT_EQ(numbers_of("return host_transform(world, float4(1.0, 10.0, 0.0, 1.0));", inputs),
               (Numbers{21, 10, 0, 6}));
     EXPECT_EQ(numbers_of("return row_transform(float4(1.0, 10.0, 0.0, 1.0), world);", inputs),

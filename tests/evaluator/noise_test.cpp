@@ -51,8 +51,8 @@ Statistics statistics(const Noise_node& node, const std::string& target)
         Evaluation_inputs inputs;
         const double x = place(random);
         const double y = place(random);
-        inputs.state.fields["texture_coordinate0"] = {Kind::float2, {x, y}};
-        inputs.state.fields["object_position"] = {Kind::float3, {x, y, place(random)}};
+        inputs.state.fields["texture_coordinate0"] = {Base_type::float2, {x, y}};
+        inputs.state.fields["object_position"] = {Base_type::float3, {x, y, place(random)}};
         const double value = evaluate(*module, inputs).numbers[0];
         sum += value;
         squares += value * value;

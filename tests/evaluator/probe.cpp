@@ -46,7 +46,7 @@ const std::vector<Text_choice>& text_choices()
 const Text_choice* choice_of(const Input_definition& input)
 {
     for (const Text_choice& choice : text_choices())
-        if (input.name == choice.input && shading_type(input.type) == Kind::text)
+        if (input.name == choice.input && code_type(input.type) == Base_type::text)
             return &choice;
     return nullptr;
 }
@@ -83,21 +83,21 @@ std::string text_of(const Input_definition& input, const Node_case& tested)
 
 std::string value_text(const Value& value)
 {
-    if (value.type == Type::boolean)
+    if (value.type == Value_type::boolean)
         return value.numbers[0] != 0.0 ? "true" : "false";
     std::string text;
     for (int i = 0; i < component_count(value.type); ++i) {
         const double number = value.numbers[static_cast<std::size_t>(i)];
-        text += (i > 0 ? ", " : "") + (value.type == Type::integer
+        text += (i > 0 ? ", " : "") + (value.type == Value_type::integer
                                            ? std::to_string(static_cast<int>(number))
                                            : std::to_string(number));
     }
     return text;
 }
 
-bool is_whole(Type type)
+bool is_whole(Value_type type)
 {
-    return type == Type::integer || type == Type::boolean;
+    return type == Value_type::integer || type == Value_type::boolean;
 }
 
 std::string tested_node(const Node_case& tested, std::string& interface)
@@ -109,7 +109,7 @@ std::string tested_node(const Node_case& tested, std::string& interface)
     for (const Input_definition& input : definition.inputs) {
         const std::string head =
             "<input name='" + input.name + "' type='" + std::string(type_name(input.type)) + "' ";
-        if (shading_type(input.type) == Kind::text)
+        if (code_type(input.type) == Base_type::text)
             text += head + "value='" + text_of(input, tested) + "'/>";
         else if (is_whole(input.type) && !tested.exposes_whole)
             text += head + "value='" + value_text(input.value) + "'/>";
@@ -132,7 +132,7 @@ std::string document_of(const Node_case& tested, int row)
     const std::string connected = "<input name='in' type='" + type + "' nodename='tested'" +
                                   (single ? "" : " output='" + tested.output.name + "'") + "/>";
     const bool is_matrix = component_count(tested.output.type) > 4;
-    const std::string row_type = tested.output.type == Type::matrix33 ? "vector3" : "vector4";
+    const std::string row_type = tested.output.type == Value_type::matrix33 ? "vector3" : "vector4";
     const std::string shown = is_matrix
                                   ? "<extract name='shown' type='" + row_type + "'>" + connected +
                                         "<input name='index' type='integer' value='" +
@@ -176,9 +176,9 @@ Probe probe_of(const Node_case& tested, int row, Module module)
 // False when the node cannot be expressed.
 bool add_probes(const Node_case& tested, std::vector<Probe>& probes)
 {
-    const int rows = tested.output.type == Type::matrix33   ? 3
-                     : tested.output.type == Type::matrix44 ? 4
-                                                            : 1;
+    const int rows = tested.output.type == Value_type::matrix33   ? 3
+                     : tested.output.type == Value_type::matrix44 ? 4
+                                                                  : 1;
     for (int row = 0; row < rows; ++row) {
         std::unique_ptr<Module> module = module_of(tested, row);
         if (!module && tested.exposes_whole) // some must be known
@@ -195,7 +195,7 @@ bool add_probes(const Node_case& tested, std::vector<Probe>& probes)
 // Gives a structure that is asked for its fields.
 Expr local_structure(const std::string& type, const std::string& name, Module& module)
 {
-    const Expr local = variable(Shading_type(type), name);
+    const Expr local = variable(Code_type(type), name);
     Statements& body = module.functions.back().body;
     body.push_back(declare(local->type, name, nullptr));
     for (const Variable_declaration& field : find_structure(type)->fields)
@@ -206,15 +206,15 @@ Expr local_structure(const std::string& type, const std::string& name, Module& m
 
 Expr as_four(const Expr& value)
 {
-    switch (value->type.kind) {
-    case Kind::float4:
+    switch (value->type.base) {
+    case Base_type::float4:
         return value;
-    case Kind::float3:
-        return construct(Kind::float4, {value, literal(1.0)});
-    case Kind::float2:
-        return construct(Kind::float4, {value, literal(0.0), literal(1.0)});
+    case Base_type::float3:
+        return construct(Base_type::float4, {value, literal(1.0)});
+    case Base_type::float2:
+        return construct(Base_type::float4, {value, literal(0.0), literal(1.0)});
     default:
-        return construct(Kind::float4, {construct(Kind::float1, {value})});
+        return construct(Base_type::float4, {construct(Base_type::float1, {value})});
     }
 }
 
@@ -222,14 +222,14 @@ Expr as_four(const Expr& value)
 std::vector<Expr> parts_of(const Expr& result)
 {
     std::vector<Expr> parts;
-    if (result->type.kind == Kind::structure)
+    if (result->type.base == Base_type::structure)
         for (const Variable_declaration& field : find_structure(result->type.structure)->fields)
             parts.push_back(as_four(field_of(result, field.name)));
     else if (component_count(result->type) > 4)
-        for (int i = 0; i < (result->type == Kind::matrix3 ? 3 : 4); ++i)
-            parts.push_back(
-                as_four(index(result, integer_literal(i),
-                              result->type == Kind::matrix3 ? Kind::float3 : Kind::float4)));
+        for (int i = 0; i < (result->type == Base_type::matrix3 ? 3 : 4); ++i)
+            parts.push_back(as_four(
+                index(result, integer_literal(i),
+                      result->type == Base_type::matrix3 ? Base_type::float3 : Base_type::float4)));
     else
         parts.push_back(as_four(result));
     return parts;
@@ -241,12 +241,13 @@ void add_library_probes(const Library_instance& instance, std::vector<Probe>& pr
     module.role = Shader_role::pattern;
     module.name = "probe";
     add_with_callees(instance, module.functions);
-    module.functions.push_back({Kind::float4, "probe", {{Shading_type("State"), "state", ""}}, {}});
+    module.functions.push_back(
+        {Base_type::float4, "probe", {{Code_type("State"), "state", ""}}, {}});
     std::vector<Expr> arguments;
     for (const Variable_declaration& parameter : instance.function.parameters)
-        if (parameter.type == Shading_type("State"))
+        if (parameter.type == Code_type("State"))
             arguments.push_back(state_variable());
-        else if (parameter.type.kind == Kind::structure)
+        else if (parameter.type.base == Base_type::structure)
             arguments.push_back(
                 local_structure(parameter.type.structure, "p_" + parameter.name, module));
         else
@@ -257,7 +258,7 @@ void add_library_probes(const Library_instance& instance, std::vector<Probe>& pr
     int number = 0;
     for (const Expr& part : parts_of(result)) {
         Module asked = module;
-        asked.functions.back().body.push_back(give_back(part));
+        asked.functions.back().body.push_back(return_value(part));
         run_passes(asked, {all_switches(), nullptr, "", {}}, "prune");
         Probe probe{instance.function.name + " " + std::to_string(number++), asked, {}, false};
         for (const Module_parameter& parameter : asked.parameters)
@@ -289,9 +290,11 @@ std::vector<Probe> library_probes()
     for (const Library_function& function : standard_library().functions()) {
         const auto& types = function.head.parameter_types;
         const bool generic = std::count(types.begin(), types.end(), "T") > 0;
-        for (const Kind kind : {Kind::float1, Kind::float2, Kind::float3, Kind::float4}) {
-            add_library_probes(standard_library().instance(function, generic ? kind : Kind::none),
-                               probes);
+        for (const Base_type generic_type :
+             {Base_type::float1, Base_type::float2, Base_type::float3, Base_type::float4}) {
+            add_library_probes(
+                standard_library().instance(function, generic ? generic_type : Base_type::none),
+                probes);
             if (!generic)
                 break;
         }

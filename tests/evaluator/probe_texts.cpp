@@ -324,7 +324,7 @@ Four glsl_result_of_quad(const Module& module, const Point_function& place)
         const Shading_value there = place(x, y);
         const Shading_value here = place(0, 0);
         return texts.literal(
-            {Kind::float2,
+            {Base_type::float2,
              {there.numbers[0] - here.numbers[0], there.numbers[1] - here.numbers[1]}});
     };
     Drawing drawing;

@@ -47,7 +47,7 @@ double as_float(double number)
     return static_cast<double>(static_cast<float>(number));
 }
 
-Shading_value random_value(const Shading_type& type, const std::string& name, std::size_t set,
+Shading_value random_value(const Code_type& type, const std::string& name, std::size_t set,
                            const Interval& interval)
 {
     constexpr int most_whole = 4; // loops run so often
@@ -55,15 +55,15 @@ Shading_value random_value(const Shading_type& type, const std::string& name, st
     for (int i = 0; i < value.size(); ++i) {
         const double random = random_number(name, set, i);
         double number = interval.low + random * (interval.high - interval.low);
-        if (type == Kind::integer)
+        if (type == Base_type::integer)
             number = std::floor(random * most_whole) +
                      std::min(std::max(std::floor(interval.low), 0.0), 1.0);
-        else if (type == Kind::boolean)
+        else if (type == Base_type::boolean)
             number = random < 0.5 ? 0.0 : 1.0;
         value.numbers[static_cast<std::size_t>(i)] = as_float(number);
     }
     // Matrices that have an inverse.
-    const std::size_t rows = type == Kind::matrix3 ? 3 : 4;
+    const std::size_t rows = type == Base_type::matrix3 ? 3 : 4;
     for (std::size_t i = 0; i < rows && value.size() > 4; ++i)
         value.numbers[i * rows + i] += 3.0;
     return value;
@@ -71,7 +71,7 @@ Shading_value random_value(const Shading_type& type, const std::string& name, st
 
 Shading_value unit_vector(const std::string& name, std::size_t set)
 {
-    Shading_value value = random_value(Kind::float3, name, set, {-1.0, 1.0});
+    Shading_value value = random_value(Base_type::float3, name, set, {-1.0, 1.0});
     const auto& n = value.numbers;
     const double length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
     for (double& number : value.numbers)
@@ -113,15 +113,15 @@ bool is_zero(const Shading_value& value)
 
 Values values_for(const Module_parameter& parameter, const Input_definition& input)
 {
-    const Shading_type type = parameter.value->type;
+    const Code_type type = parameter.value->type;
     return values_of([&](std::size_t set) {
         Shading_value usual_value(type);
         for (std::size_t i = 0; i < parameter.value->numbers.size(); ++i)
             usual_value.numbers[i] = as_float(parameter.value->numbers[i]);
-        const bool has_default = !is_zero(usual_value) || type == Kind::integer;
+        const bool has_default = !is_zero(usual_value) || type == Base_type::integer;
         if (set == 0 && has_default)
             return usual_value;
-        if (type == Kind::float3 && is_direction(parameter.name))
+        if (type == Base_type::float3 && is_direction(parameter.name))
             return unit_vector(parameter.name, set);
         Shading_value value =
             random_value(type, parameter.name, set, interval_of(input, parameter.name, set));
@@ -131,7 +131,7 @@ Values values_for(const Module_parameter& parameter, const Input_definition& inp
     });
 }
 
-Expr add_parameter(Module& module, const Shading_type& type, const std::string& name)
+Expr add_parameter(Module& module, const Code_type& type, const std::string& name)
 {
     Module_parameter parameter;
     parameter.name = name;
@@ -156,7 +156,7 @@ const std::map<std::string, Values>& state_fields()
         for (const Variable_declaration& field : find_structure("State")->fields) {
             const std::string name = "state_" + field.name;
             made[field.name] = values_of([&](std::size_t set) {
-                return field.type == Kind::float3 && is_direction(name)
+                return field.type == Base_type::float3 && is_direction(name)
                            ? unit_vector(name, set)
                            : random_value(field.type, name, set, usual[set]);
             });
@@ -182,7 +182,7 @@ const std::map<std::string, Shading_value>& host_values()
 Shading_value texel_at(const Shading_value& place)
 {
     const auto& p = place.numbers; // of a direction: also z
-    return {Kind::float4,
+    return {Base_type::float4,
             {0.5 + 0.25 * std::sin(p[0]), 0.5 + 0.25 * std::cos(p[1]),
              0.5 + 0.25 * std::sin(p[0] + p[1]) + 0.125 * std::sin(p[2]),
              0.75 + 0.125 * std::cos(p[0])}};

@@ -13,7 +13,7 @@ namespace probing
 Values values_for(const Module_parameter& parameter, const Input_definition& input);
 
 // Adds a parameter to a module.
-Expr add_parameter(Module& module, const Shading_type& type, const std::string& name);
+Expr add_parameter(Module& module, const Code_type& type, const std::string& name);
 
 // All that a shader may do, in world space and without derivatives.
 Switch_values all_switches();

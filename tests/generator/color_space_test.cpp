@@ -13,7 +13,7 @@ namespace
 
 Value color(double r, double g, double b)
 {
-    return {Type::color3, {r, g, b}, ""};
+    return {Value_type::color3, {r, g, b}, ""};
 }
 
 } // namespace
@@ -65,7 +65,7 @@ TEST(Color_spaces, white_stays_white)
 
 TEST(Color_spaces, vectors_and_numbers_are_left_alone)
 {
-    const Value vector{Type::vector3, {0.5, 0.5, 0.5}, ""};
+    const Value vector{Value_type::vector3, {0.5, 0.5, 0.5}, ""};
     EXPECT_EQ(to_working_space(vector, "srgb_texture").numbers, vector.numbers);
 }
 
@@ -86,7 +86,7 @@ TEST(Color_spaces, textures_are_converted_in_the_shader)
                 {"", "c"}};
     for (const auto& row : rows) {
         Library_scope scope;
-        const Expr converted = to_working_space(variable(Kind::float3, "c"), row.space, scope);
+        const Expr converted = to_working_space(variable(Base_type::float3, "c"), row.space, scope);
         EXPECT_EQ(Printer(Language::cg).expression(converted), row.text);
     }
 }
@@ -94,7 +94,8 @@ TEST(Color_spaces, textures_are_converted_in_the_shader)
 TEST(Color_spaces, alpha_is_not_converted)
 {
     Library_scope scope;
-    EXPECT_EQ(Printer(Language::cg)
-                  .expression(to_working_space(variable(Kind::float4, "c"), "srgb_texture", scope)),
-              "float4(srgb_to_linear(c.xyz), c.w)");
+    EXPECT_EQ(
+        Printer(Language::cg)
+            .expression(to_working_space(variable(Base_type::float4, "c"), "srgb_texture", scope)),
+        "float4(srgb_to_linear(c.xyz), c.w)");
 }

@@ -11,8 +11,8 @@ using namespace reference_host;
 namespace
 {
 
-const Expr x = variable(Kind::float1, "x");
-const Expr v = variable(Kind::float3, "v");
+const Expr x = variable(Base_type::float1, "x");
+const Expr v = variable(Base_type::float3, "v");
 
 std::string cg(const Expr& expression)
 {
@@ -62,18 +62,19 @@ TEST(Expression, parentheses_stand_where_they_are_needed_only)
 
 TEST(Expression, repeated_scalars_are_written_as_the_language_does)
 {
-    const Expr repeated = construct(Kind::float3, {x});
+    const Expr repeated = construct(Base_type::float3, {x});
     EXPECT_EQ(cg(repeated), "x.xxx");
     EXPECT_EQ(Printer(Language::glsl).expression(repeated), "vec3(x)");
     EXPECT_EQ(Printer(Language::cpp).expression(repeated), "float3(x)");
-    EXPECT_EQ(Printer(Language::glsl).expression(literal(Kind::float3, {2, 2, 2})), "vec3(2.0)");
+    EXPECT_EQ(Printer(Language::glsl).expression(literal(Base_type::float3, {2, 2, 2})),
+              "vec3(2.0)");
     EXPECT_EQ(Printer(Language::cpp).expression(swizzle(v, "zx")), "swizzle<2, 0>(v)");
 }
 
 TEST(Expression, products_with_matrices_are_turned_as_the_language_needs)
 {
-    const Expr matrix = variable(Kind::matrix4, "m");
-    const Expr point = variable(Kind::float4, "p");
+    const Expr matrix = variable(Base_type::matrix4, "m");
+    const Expr point = variable(Base_type::float4, "p");
     const Expr product = call(Builtin::host_transform, {matrix, point});
     EXPECT_EQ(cg(product), "mul(m, p)");
     EXPECT_EQ(Printer(Language::hlsl).expression(product), "mul(p, m)");

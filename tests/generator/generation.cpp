@@ -103,7 +103,7 @@ std::vector<std::string> exported_nodes(const Shader_graph& graph)
     std::vector<std::string> names;
     for (const auto& node : graph.nodes)
         if (node->category == "surfacematerial" ||
-            node->type == reference_host::Type::surfaceshader)
+            node->type == reference_host::Value_type::surfaceshader)
             names.push_back(full_name(*node));
     return names;
 }

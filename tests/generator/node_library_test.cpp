@@ -21,10 +21,10 @@ struct Single_node_graph {
     const Node* node = nullptr;
 };
 
-Value odd_value(const Input_definition& defined, Type output)
+Value odd_value(const Input_definition& defined, Value_type output)
 {
     Value value = defined.value;
-    if (defined.type == Type::filename)
+    if (defined.type == Value_type::filename)
         value.text = "image.png";
     if (defined.name == "channels")
         value.text = std::string(static_cast<std::size_t>(component_count(output)), 'x');
@@ -39,7 +39,8 @@ std::unique_ptr<Single_node_graph> graph_with(const Node_definition& definition)
     auto node = std::make_unique<Node>();
     node->name = "single";
     node->category = definition.category;
-    node->type = definition.outputs.size() > 1 ? Type::multioutput : definition.outputs[0].type;
+    node->type =
+        definition.outputs.size() > 1 ? Value_type::multioutput : definition.outputs[0].type;
     for (const Input_definition& defined : definition.inputs) {
         if (!defined.default_source.empty())
             continue;
@@ -49,7 +50,7 @@ std::unique_ptr<Single_node_graph> graph_with(const Node_definition& definition)
         Input input;
         input.name = defined.name;
         input.type = defined.type;
-        if (defined.type == Type::integer)
+        if (defined.type == Value_type::integer)
             input.value = defined.value;
         else
             input.parameter = parameter.get();
@@ -150,16 +151,15 @@ TEST(Node_library, have_types_names_and_defaults_that_are_known)
         ASSERT_FALSE(definition.outputs.empty()) << definition.category;
         std::set<std::string> names;
         for (const Input_definition& input : definition.inputs) {
-            EXPECT_NE(input.type, Type::none) << described(definition);
+            EXPECT_NE(input.type, Value_type::none) << described(definition);
             EXPECT_FALSE(input.name.empty()) << described(definition);
             EXPECT_TRUE(names.insert(input.name).second) << described(definition);
             EXPECT_EQ(input.value.type, input.type) << described(definition);
             EXPECT_EQ(input.min.has_value(), input.max.has_value()) << described(definition);
         }
         for (const Output_definition& output : definition.outputs) {
-            EXPECT_NE(output.type, Type::none) << described(definition);
-            EXPECT_EQ(output.implementation.text.empty(),
-                      shading_type(output.type) == Shading_type())
+            EXPECT_NE(output.type, Value_type::none) << described(definition);
+            EXPECT_EQ(output.implementation.text.empty(), code_type(output.type) == Code_type())
                 << described(definition);
         }
     }
@@ -208,16 +208,16 @@ TEST(Node_library, definitions_are_found_by_the_types_that_a_node_gives)
 {
     Node node;
     node.category = "multiply";
-    node.type = Type::color3;
+    node.type = Value_type::color3;
     node.inputs.resize(1);
     node.inputs[0].name = "in2";
-    node.inputs[0].type = Type::float1;
+    node.inputs[0].type = Value_type::float1;
     const Node_definition* definition = find_definition(node);
     ASSERT_TRUE(definition);
-    EXPECT_EQ(definition->find_input("in1")->type, Type::color3);
-    EXPECT_EQ(definition->find_input("in2")->type, Type::float1);
+    EXPECT_EQ(definition->find_input("in1")->type, Value_type::color3);
+    EXPECT_EQ(definition->find_input("in2")->type, Value_type::float1);
     EXPECT_EQ(definition->find_input("in2")->value.numbers[0], 1.0);
-    node.inputs[0].type = Type::vector2;
+    node.inputs[0].type = Value_type::vector2;
     EXPECT_FALSE(find_definition(node));
     node.inputs[0].name = "in7";
     EXPECT_FALSE(find_definition(node));

@@ -17,11 +17,11 @@ public:
     Expr find_variable(const std::string& name) override
     {
         if (name == "x")
-            return variable(Kind::float1, "x");
+            return variable(Base_type::float1, "x");
         if (name == "v")
-            return variable(Kind::float3, "v");
+            return variable(Base_type::float3, "v");
         if (name == "n")
-            return variable(Kind::integer, "n");
+            return variable(Base_type::integer, "n");
         if (name == "off" || name == "on")
             return boolean_literal(name == "on");
         return Library_scope::find_variable(name);
@@ -39,10 +39,10 @@ std::string cg(const std::string& text)
 TEST(Notation, expressions_are_typed)
 {
     Scope_with_variables scope;
-    EXPECT_EQ(parse_expression("dot(v, v) * x", scope)->type, Shading_type(Kind::float1));
-    EXPECT_EQ(parse_expression("v * x", scope)->type, Shading_type(Kind::float3));
-    EXPECT_EQ(parse_expression("v.xy", scope)->type, Shading_type(Kind::float2));
-    EXPECT_EQ(parse_expression("x > 1.0 && n == 2", scope)->type, Shading_type(Kind::boolean));
+    EXPECT_EQ(parse_expression("dot(v, v) * x", scope)->type, Code_type(Base_type::float1));
+    EXPECT_EQ(parse_expression("v * x", scope)->type, Code_type(Base_type::float3));
+    EXPECT_EQ(parse_expression("v.xy", scope)->type, Code_type(Base_type::float2));
+    EXPECT_EQ(parse_expression("x > 1.0 && n == 2", scope)->type, Code_type(Base_type::boolean));
 }
 
 TEST(Notation, integers_are_converted_where_floats_are_wanted)

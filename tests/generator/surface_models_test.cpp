@@ -51,7 +51,7 @@ TEST(Surface_models, every_input_is_named_or_listed)
     for (const char* category : categories) {
         reference_host::Node node;
         node.category = category;
-        node.type = reference_host::Type::surfaceshader;
+        node.type = reference_host::Value_type::surfaceshader;
         node.definition = reference_host::find_definition(node);
         ASSERT_TRUE(node.definition) << category;
         for (const auto& defined : node.definition->inputs) {

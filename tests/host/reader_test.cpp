@@ -69,7 +69,7 @@ TEST_F(Reader, gives_values_with_their_types)
               <input name="base" type="float" value="0.8"/>
               <input name="base_color" type="color3" value="0.1, 0.2, 0.3"/>
             </standard_surface>)");
-    EXPECT_EQ(Type::surfaceshader, node("s").type);
+    EXPECT_EQ(Value_type::surfaceshader, node("s").type);
     EXPECT_EQ(2u, node("s").inputs.size());
     EXPECT_DOUBLE_EQ(0.8, input("s", "base").value->numbers[0]);
     EXPECT_DOUBLE_EQ(0.3, input("s", "base_color").value->numbers[2]);
