@@ -19,8 +19,9 @@ failed=0
 printf '%-25s %-22s %-28s %7s  %s\n' document exporter files bytes 'accepted by'
 for document in samples/*.mtlx; do
     scene=(--environment Studio)
-    grep -q '_light name' "$document" || # a document without lights gets two
-        scene+=(--light key:directional --light fill:point)
+    # A document without lights gets two, as bright as the environment leaves room for.
+    grep -q '_light name' "$document" ||
+        scene+=(--light key:directional:intensity=0.6,color=1,0.97,0.92 --light fill:point:intensity=0.3)
     scripts/export-and-check.sh build "$document" "$output/$(basename "$document" .mtlx)" \
         "${scene[@]}" || failed=1
 done
