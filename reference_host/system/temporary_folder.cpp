@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include <fcntl.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,64 +17,77 @@ namespace reference_host
 namespace
 {
 
-std::string make_folder()
-{
-    std::error_code failure;
-    std::string name =
-        (std::filesystem::temp_directory_path(failure) / "shader-export-XXXXXX").string();
-    if (failure || !mkdtemp(name.data()))
-        throw std::runtime_error("no temporary folder can be made");
-    return name;
-}
-
-void remove_folder(const std::string& path)
-{
-    std::error_code ignored; // a folder that stays behind does not fail the program
-    std::filesystem::remove_all(path, ignored);
-}
-
-// Waits until nobody holds the other end of the pipe, in a process group of its own: what ends the
-// program's group does not end this.
-[[noreturn]] void stand_by(int sign_of_life, const std::string& path)
+// Makes the folder, tells its path, and removes it once nobody holds the other end of the link.
+// In a process group of its own: what ends the program's group does not end this.
+[[noreturn]] void keep_folder(int link, std::string path)
 {
     setpgid(0, 0);
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_BLOCK, &all, nullptr);
-    dup2(sign_of_life, STDIN_FILENO);
+    dup2(link, STDIN_FILENO);
     close_range(STDOUT_FILENO, ~0U, 0); // whoever reads the program's output must see its end
-    char byte;
-    while (read(STDIN_FILENO, &byte, 1) < 0 && errno == EINTR)
-        continue;
-    remove_folder(path);
+    if (!mkdtemp(path.data()))
+        _exit(1);
+    if (send(STDIN_FILENO, path.data(), path.size(), MSG_NOSIGNAL) >= 0) {
+        char byte;
+        while (read(STDIN_FILENO, &byte, 1) < 0 && errno == EINTR)
+            continue;
+    }
+    std::error_code ignored; // a folder that stays behind fails nothing
+    std::filesystem::remove_all(path, ignored);
     _exit(0);
+}
+
+// Of a new folder's path: the name's end is made up.
+std::string path_pattern()
+{
+    std::error_code failure;
+    const auto place = std::filesystem::temp_directory_path(failure);
+    return failure ? "" : (place / "shader-export-XXXXXX").string();
+}
+
+// False when the other end closed before it told so many bytes.
+bool receive(int link, std::string& text)
+{
+    ssize_t count;
+    do
+        count = recv(link, text.data(), text.size(), MSG_WAITALL);
+    while (count < 0 && errno == EINTR);
+    return count == static_cast<ssize_t>(text.size());
 }
 
 } // namespace
 
-Temporary_folder::Temporary_folder()
+Temporary_folder::Temporary_folder() : m_path(path_pattern())
 {
-    const Held_signals held; // one that ends the program waits until the remover is there
-    m_path = make_folder();
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
-        return;
-    m_remover = fork();
-    if (m_remover == 0)
-        stand_by(ends[0], m_path);
-    setpgid(m_remover, m_remover); // also here: a signal for the group may come at once
+    int ends[2] = {-1, -1};
+    if (m_path.empty() || socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        throw std::runtime_error("no temporary folder can be made");
+    {
+        const Held_signals held; // none ends the keeper before it stands on its own
+        m_keeper = fork();
+        if (m_keeper == 0)
+            keep_folder(ends[0], m_path);
+    }
     close(ends[0]);
-    m_sign_of_life = ends[1];
+    m_link = ends[1];
+    if (m_keeper > 0 && receive(m_link, m_path))
+        return;
+    end_keeper();
+    throw std::runtime_error("no temporary folder can be made");
 }
 
 Temporary_folder::~Temporary_folder()
 {
-    if (m_sign_of_life >= 0)
-        close(m_sign_of_life);
-    if (m_remover > 0)
-        waitpid(m_remover, nullptr, 0);
-    else
-        remove_folder(m_path);
+    end_keeper();
+}
+
+void Temporary_folder::end_keeper()
+{
+    close(m_link);
+    while (m_keeper > 0 && waitpid(m_keeper, nullptr, 0) < 0 && errno == EINTR)
+        continue;
 }
 
 } // namespace reference_host

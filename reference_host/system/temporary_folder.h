@@ -10,7 +10,8 @@ namespace reference_host
 {
 
 // A new folder that only its owner can read, removed with what is in it at the end of its life.
-// A small process stands by and removes it, so that it also goes when this process is killed.
+// A small process makes it, stands by and removes it: so it goes at whatever moment this process is
+// killed.
 class Temporary_folder
 {
 public:
@@ -24,9 +25,11 @@ public:
     const std::string& path() const { return m_path; }
 
 private:
+    void end_keeper();
+
     std::string m_path;
-    int m_sign_of_life = -1; // a pipe that closes with this process and its copies
-    pid_t m_remover = -1;
+    int m_link = -1; // to the keeper; closes with this process and its copies
+    pid_t m_keeper = -1;
 };
 
 } // namespace reference_host

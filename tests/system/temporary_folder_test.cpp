@@ -1,6 +1,7 @@
 #include "reference_host/system/temporary_folder.h"
 
 #include "reference_host/system/process.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +9,12 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <thread>
 
 #include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace reference_host
@@ -67,6 +70,25 @@ TEST(Temporary_folder, goes_away_whatever_signal_ends_the_program)
         ASSERT_NE("", path);
         EXPECT_TRUE(goes_away(path)) << path << " after signal " << signal;
     }
+}
+
+TEST(Temporary_folder, goes_away_at_whatever_moment_the_program_is_killed)
+{
+    const QZ::TEST::Temporary_folder scratch;
+    std::minstd_rand random(4711);
+    for (int i = 0; i < 300; ++i) {
+        const pid_t program = fork();
+        if (program == 0) {
+            setenv("TMPDIR", scratch.path().c_str(), 1);
+            for (;;)
+                const Temporary_folder folder;
+        }
+        usleep(random() % 3000);
+        kill(program, SIGKILL);
+        waitpid(program, nullptr, 0);
+    }
+    for (const auto& left : std::filesystem::directory_iterator(scratch.path()))
+        ASSERT_TRUE(goes_away(left.path()));
 }
 
 } // namespace
