@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -161,6 +162,54 @@ TEST(Documents, quoted_messages_stand_in_the_sources)
             for (const std::string& part : fixed_parts(quoted))
                 EXPECT_NE(texts.find(part), std::string::npos) << path << ": " << quoted;
         }
+    }
+}
+
+// ---- programs of the tests ----
+
+// Folder of each program of the tests, from their build files.
+std::map<std::string, fs::path> test_programs()
+{
+    std::map<std::string, fs::path> programs;
+    for (const auto& folder : fs::directory_iterator(root / "tests"))
+        for (const std::string& program :
+             all_matches(read(folder.path() / "CMakeLists.txt"), R"((?:^|\n)add_\w+\((\w+_test)\s)"))
+            programs[program] = folder.path();
+    return programs;
+}
+
+TEST(Documents, contributing_names_every_program_of_the_tests)
+{
+    const std::string page = read(root / "docs/contributing.md");
+    for (const auto& [program, folder] : test_programs())
+        EXPECT_NE(page.find("\n| `" + program + "` |"), std::string::npos) << program;
+    for (const std::string& program : all_matches(page, R"(\b(\w+_test)\b[^.])"))
+        EXPECT_TRUE(test_programs().count(program)) << program;
+}
+
+bool has_suite(const fs::path& source, const std::string& suite)
+{
+    return source.extension() == ".cpp" &&
+           read(source).find("(" + suite + ",") != std::string::npos;
+}
+
+// `build/tests/plugin/plugin_unit_test --gtest_filter='Exporter_table.*'`
+TEST(Documents, commands_run_programs_that_have_the_suite)
+{
+    const std::string page = read(root / "docs/contributing.md");
+    const std::string command = R"((\w+/\w+_test --gtest_filter='\w+)\.\*')";
+    for (const std::string& found : all_matches(page, command)) {
+        const std::string program = found.substr(0, found.find(' '));
+        const std::string suite = found.substr(found.find('\'') + 1);
+        const fs::path folder = root / "tests" / fs::path(program).parent_path();
+        EXPECT_EQ(test_programs()[fs::path(program).filename()], folder) << found;
+        const std::string build = read(folder / "CMakeLists.txt");
+        const std::string sources = build.substr(build.find(fs::path(program).filename()));
+        bool is_there = false;
+        for (const std::string& source :
+             all_matches(sources.substr(0, sources.find(')')), R"((\w+\.cpp))"))
+            is_there = is_there || has_suite(folder / source, suite);
+        EXPECT_TRUE(is_there) << found;
     }
 }
 
