@@ -68,17 +68,11 @@ std::vector<std::string> all_documents(const Batch_command& command)
     return documents;
 }
 
-std::vector<std::string> materials_of(const Shader_graph& graph)
+std::vector<std::string> shown_names(const Shader_graph& graph)
 {
     std::vector<std::string> names;
-    for (const auto& node : graph.nodes) {
-        if (node->scope.empty() && node->category == "surfacematerial")
-            names.push_back(full_name(*node));
-    }
-    if (names.empty()) {
-        if (const Node* node = default_node(graph))
-            names.push_back(full_name(*node));
-    }
+    for (const Node* node : shown_nodes(graph))
+        names.push_back(full_name(*node));
     return names;
 }
 
@@ -103,7 +97,7 @@ std::vector<Export_item> items_of(const std::string& file, const Batch_command& 
     try {
         const std::shared_ptr<Shader_graph> graph = documents.open(file);
         const std::vector<std::string> names =
-            command.materials.empty() ? materials_of(*graph) : command.materials;
+            command.materials.empty() ? shown_names(*graph) : command.materials;
         for (const std::string& name : names) {
             item.node = name;
             item.errors.clear();

@@ -38,15 +38,6 @@ std::vector<Message> messages_of(const Read_result& result)
     return messages;
 }
 
-const Node* first_of(const Shader_graph& graph, bool (*fits)(const Node&))
-{
-    for (const auto& node : graph.nodes) {
-        if (node->scope.empty() && fits(*node))
-            return node.get();
-    }
-    return nullptr;
-}
-
 const Node& chosen_node(const Shader_graph& graph, const Scene_request& request)
 {
     if (request.node.empty()) {
@@ -116,13 +107,23 @@ std::unique_ptr<Shader_graph> open_document(const std::string& file,
     return std::move(result.graph);
 }
 
+std::vector<const Node*> shown_nodes(const Shader_graph& graph)
+{
+    std::vector<const Node*> materials;
+    std::vector<const Node*> surfaces;
+    for (const auto& node : graph.nodes) {
+        if (node->scope.empty() && node->category == "surfacematerial")
+            materials.push_back(node.get());
+        else if (node->scope.empty() && node->type == Value_type::surfaceshader)
+            surfaces.push_back(node.get());
+    }
+    return materials.empty() ? surfaces : materials;
+}
+
 const Node* default_node(const Shader_graph& graph)
 {
-    const Node* material =
-        first_of(graph, [](const Node& node) { return node.category == "surfacematerial"; });
-    if (material)
-        return material;
-    return first_of(graph, [](const Node& node) { return node.type == Value_type::surfaceshader; });
+    const std::vector<const Node*> shown = shown_nodes(graph);
+    return shown.empty() ? nullptr : shown.front();
 }
 
 Opened_document::Opened_document(const Scene_request& request)

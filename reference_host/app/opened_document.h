@@ -17,8 +17,11 @@ namespace reference_host
 std::unique_ptr<Shader_graph> open_document(const std::string& file,
                                             const std::vector<std::string>& search_path);
 
-// The node that an export is about when none is named: the first surface material, else the first
-// surface shader; null when there is neither.
+// What a document has to show, outside of its node graphs: its surface materials, or its surface
+// shaders when it has no material.
+std::vector<const Node*> shown_nodes(const Shader_graph& graph);
+
+// The node that an export is about when none is named: the first of these; null when there is none.
 const Node* default_node(const Shader_graph& graph);
 
 // What to say of a node that the document does not have: the one that may be meant, and those that

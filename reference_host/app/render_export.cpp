@@ -36,11 +36,6 @@ bool is_light(const Node& node)
     return node.scope.empty() && node.type == Value_type::lightshader;
 }
 
-bool is_material(const Node& node)
-{
-    return node.scope.empty() && node.category == "surfacematerial";
-}
-
 Scene_request scene_of(const Document_request& request, const Shader_graph& graph)
 {
     Scene_request scene;
@@ -120,9 +115,8 @@ std::vector<Exported_shader> export_for_renderer(const Document_request& request
     std::vector<std::string> nodes = {request.node};
     if (request.all) {
         nodes.clear();
-        for (const auto& node : graph->nodes)
-            if (is_material(*node))
-                nodes.push_back(node->name);
+        for (const Node* node : shown_nodes(*graph))
+            nodes.push_back(node->name);
         if (nodes.empty())
             throw std::invalid_argument(request.document + " has no materials");
     }

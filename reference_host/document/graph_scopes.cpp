@@ -35,14 +35,24 @@ bool is_node(const Element& element)
                std::end(non_node_tags);
 }
 
+// What a document calls a material, and the node library a surface, is a surface: LamaSurface,
+// which has no shader connected that a group could offer.
+Value_type type_as_known(const std::string& category, Value_type type)
+{
+    const Node_definition* known = find_first_definition(category);
+    const bool is_surface = known && known->outputs.front().type == Value_type::surfaceshader;
+    return is_surface && type == Value_type::material ? Value_type::surfaceshader : type;
+}
+
 // Whether the node library has a definition of that form. It then counts, whatever definitions the
 // document brings along: documents that include MaterialX's own bring those of all nodes.
 bool fits_library(const Element& element)
 {
     Node node;
     node.category = element.category();
-    node.type =
-        element.has("type") ? type_from_name(element.attribute("type")) : Value_type::multioutput;
+    node.type = element.has("type")
+                    ? type_as_known(node.category, type_from_name(element.attribute("type")))
+                    : Value_type::multioutput;
     for (const Element& child : element.children()) {
         if (child.is_input()) {
             Input& input = node.inputs.emplace_back();
@@ -56,7 +66,7 @@ bool fits_library(const Element& element)
 // The type of a node. One of an unknown category may have an unknown type as well.
 Value_type type_of(const Element& element, const std::string& category)
 {
-    return is_known_category(category) ? declared_type(element)
+    return is_known_category(category) ? type_as_known(category, declared_type(element))
                                        : type_from_name(element.attribute("type"));
 }
 

@@ -172,8 +172,8 @@ std::map<std::string, fs::path> test_programs()
 {
     std::map<std::string, fs::path> programs;
     for (const auto& folder : fs::directory_iterator(root / "tests"))
-        for (const std::string& program :
-             all_matches(read(folder.path() / "CMakeLists.txt"), R"((?:^|\n)add_\w+\((\w+_test)\s)"))
+        for (const std::string& program : all_matches(read(folder.path() / "CMakeLists.txt"),
+                                                      R"((?:^|\n)add_\w+\((\w+_test)\s)"))
             programs[program] = folder.path();
     return programs;
 }

@@ -197,7 +197,9 @@ TEST(Node_library, cover_the_groups_of_the_standard_library)
         "deon_hair_absorption_from_melanin volume light displacement "
         "standard_surface_to_UsdPreviewSurface standard_surface_to_gltf_pbr "
         "standard_surface_to_open_pbr_surface open_pbr_surface_to_standard_surface "
-        "srgb_texture_to_lin_rec709 acescg_to_lin_rec709");
+        "srgb_texture_to_lin_rec709 acescg_to_lin_rec709 LamaDiffuse LamaTranslucent LamaSSS "
+        "LamaSheen LamaConductor LamaDielectric LamaGeneralizedSchlick LamaIridescence "
+        "LamaEmission LamaLayer LamaMix LamaAdd LamaSurface");
     for (std::string category; categories >> category;)
         EXPECT_TRUE(is_known_category(category)) << category;
     EXPECT_FALSE(is_known_category("no_such_node"));

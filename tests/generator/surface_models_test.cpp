@@ -158,3 +158,34 @@ TEST(Surface_models, kinds_of_nodes_are_those_that_exporters_ask_for)
         EXPECT_STREQ(reference_host::shader_kind(*graph->find_node(row.node)), row.kind)
             << row.node;
 }
+
+namespace
+{
+
+// The surface of one Lama lobe, called a material as documents do.
+std::string lama_text(const std::string& lobe, const std::string& inputs)
+{
+    const auto graph =
+        graph_of("<" + lobe + " name=\"lobe\" type=\"BSDF\">" + inputs + "</" + lobe +
+                 "><LamaSurface name=\"paint\" type=\"material\"><input name=\"materialFront\" "
+                 "type=\"BSDF\" nodename=\"lobe\"/></LamaSurface>"
+                 "<directional_light name=\"sun\" type=\"lightshader\"/>");
+    const Result result = generate(*graph, "FX", {{"lights", "sun"}}, {});
+    EXPECT_FALSE(result.texts.empty()) << lobe << result.messages();
+    return result.texts.empty() ? std::string() : result.text();
+}
+
+} // namespace
+
+TEST(Surface_models, lama_surfaces_show_their_lobes)
+{
+    EXPECT_TRUE(contains(lama_text("LamaDiffuse", ""), "lambert_lit(state, sun"));
+    EXPECT_TRUE(contains(lama_text("LamaDiffuse", float_input("roughness", "0.5")),
+                         "oren_nayar_lit(state, sun"));
+    EXPECT_TRUE(contains(lama_text("LamaSheen", ""), "sheen_lit(state, sun"));
+    EXPECT_TRUE(contains(lama_text("LamaConductor", ""), "glossy_metal_lit(state, sun"));
+    EXPECT_TRUE(contains(lama_text("LamaConductor", float_input("anisotropy", "0.5")),
+                         "brushed_lit(state, sun"));
+    EXPECT_TRUE(contains(lama_text("LamaIridescence", ""), "filmed_lit(state, sun"));
+    EXPECT_TRUE(contains(lama_text("LamaDielectric", ""), "dielectric_lit(state, sun"));
+}

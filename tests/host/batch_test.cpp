@@ -91,6 +91,16 @@ TEST_F(Batch, exports_every_material_of_files_folders_and_lists)
     EXPECT_EQ(contents("b"), contents("c"));
 }
 
+TEST_F(Batch, exports_every_surface_of_a_document_without_materials)
+{
+    m_folder.write("bare.mtlx", document("<standard_surface name='Red' type='surfaceshader'/>\n"
+                                         "<surface_unlit name='Blue' type='surfaceshader'/>\n"));
+    run_batch({m_folder.file("bare.mtlx"), "--output", m_folder.file("out")});
+    EXPECT_EQ(0, m_status) << m_errors;
+    EXPECT_TRUE(fs::exists(m_folder.file("out/custom_cgfx/Red.cgfx")));
+    EXPECT_TRUE(fs::exists(m_folder.file("out/custom_cgfx/Blue.cgfx")));
+}
+
 TEST_F(Batch, exports_the_materials_that_are_named_under_the_names_that_are_wanted)
 {
     run_batch({"in/two.mtlx", "--material", "Blue", "--name", "{document}/../{material}_{exporter}",
