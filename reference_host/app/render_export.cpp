@@ -48,6 +48,7 @@ Scene_request scene_of(const Document_request& request, const Shader_graph& grap
         scene.render.environment =
             surroundings + (":" + fs::absolute(request.environment_file).string());
     light_for_picture(scene, graph);
+    scene.options.push_back({"", "alpha_transparency", "true"}); // a picture shows what is behind
     return scene;
 }
 

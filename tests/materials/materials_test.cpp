@@ -322,3 +322,25 @@ TEST_F(Materials, graphs_of_closures_are_surfaces)
     EXPECT_GE(seen.mean, 0.97);
     EXPECT_LE(seen.highest, 1.01);
 }
+
+TEST_F(Materials, a_usd_surface_lets_light_through_fades_or_is_cut_out)
+{
+    const auto middle = [&](const std::string& inputs, const char* opacity = "0.25") {
+        make(surface("UsdPreviewSurface", number("opacity", opacity) + inputs), "true");
+        return draw(1, 0, 0).middle;
+    };
+    const std::string mode = "opacityMode";
+    const double opaque = middle("", "1")[1];
+    EXPECT_GT(opaque, 0.1);
+    const double glassy = middle(input(mode, "string", "transparent"))[1];
+    EXPECT_LT(glassy, opaque * 0.8); // its gloss stays
+    EXPECT_GT(glassy, opaque * 0.3);
+    EXPECT_NEAR(middle(input(mode, "integer", "0"))[3], 1.0, 0.001);
+    for (const std::string& presence :
+         {input(mode, "string", "presence"), input(mode, "integer", "1")}) {
+        EXPECT_NEAR(middle(presence)[1], opaque * 0.25, 0.001);
+        EXPECT_NEAR(middle(presence)[3], 0.25, 0.001);
+    }
+    EXPECT_EQ(middle(number("opacityThreshold", "0.3"))[3], 0.0);
+    EXPECT_NEAR(middle(number("opacityThreshold", "0.2"))[1], opaque, 0.001);
+}
