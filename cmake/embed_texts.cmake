@@ -1,7 +1,7 @@
 # embed_texts(TARGET HEADER FUNCTION FILE...): adds to a target the definition of a function that
 # HEADER declares,
 #     const std::vector<Shade_text>& FUNCTION();
-# which gives the files' texts in their order. FILEs are paths below reference_host/.
+# which returns the files' texts in their order. FILEs are paths below reference_host/.
 #
 # Run as a script (with the same words as variables), it writes that definition.
 function(embed_texts target header function)

@@ -1,4 +1,4 @@
-# What belongs to nobody's folder: documentation, samples, the headers for hosts, the desktop entry.
+# What no single folder owns: documentation, samples, the headers for hosts, the desktop entry.
 # Programs and libraries are installed where they are built.
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs PATTERN "*.py" EXCLUDE)

@@ -32,7 +32,7 @@ protected:
     // Both arguments outlive the exporter.
     Application_exporter(const Exporter_facts& facts, const Application_dialog& dialog);
 
-    // The export proper of an exporter that reports its failures: writes to `path` and returns
+    // The export itself, of an exporter that reports its failures: writes to `path` and returns
     // true, or returns false with a message in `error`. `parent` and `interactive` are
     // compile_group's.
     using Export_function = bool (*)(TSDK::ITovira* app, TSDK::IGraph_view* view,

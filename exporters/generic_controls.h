@@ -37,8 +37,8 @@ struct Generic_options {
     wxString glsl_version;
 };
 
-// The effect panels that show a control. A target of no known number has an effect panel, too,
-// without what belongs to one of the two languages.
+// The effect panels that show a control. An exporter without a known target has an effect panel,
+// too, without what belongs to one of the two languages.
 enum Generic_effect_panel { ON_CGFX = 1, ON_HLSL = 2, ON_OTHER = 4 };
 constexpr int on_effect = ON_CGFX | ON_HLSL | ON_OTHER;
 

@@ -15,7 +15,7 @@ namespace
 {
 
 // The lines of a text up to an empty one; the text then begins behind that. What follows a NUL in a
-// line is no part of an argument.
+// line is not part of an argument.
 std::vector<std::string> take_lines(std::string& text)
 {
     std::vector<std::string> lines;

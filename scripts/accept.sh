@@ -38,7 +38,7 @@ has()
     return 1
 }
 
-# The line of a compiler's messages that tells most: the first one that speaks of an error.
+# The most telling line of a compiler's messages: the first one that speaks of an error.
 first_message()
 {
     { grep -i -m 1 'error' "$temporary/log" || grep -m 1 . "$temporary/log"; } | tr -d '\r'
@@ -56,7 +56,8 @@ check()
         accepted=yes
         return
     fi
-    # hlslcheck tells its gaps by 3; where it crashes (128 and up) the file is not to blame either.
+    # hlslcheck reports its gaps by status 3; the file is not to blame for a crash (128 and up)
+    # either.
     if [ "$1" = hlslcheck ] && { [ $status = 3 ] || [ $status -ge 128 ]; }; then
         printf 'undecided: %s: %s\n' "$name" "$(first_message)"
     else

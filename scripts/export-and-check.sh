@@ -18,7 +18,7 @@ rm -rf "$output"
 mkdir -p "$output"
 failed=0
 
-# judge KIND FILE...: who accepted, or why nobody did; fails when a compiler refused.
+# judge KIND FILE...: who accepted, or why no one did; fails when a compiler refused.
 judge()
 {
     local verdicts status=0

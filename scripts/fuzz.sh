@@ -14,7 +14,7 @@ for corpus in fuzz/corpus/*/; do
     name=$(basename "$corpus")
     grown=build-fuzz/corpus/$name # what the run adds stays out of the repository
     mkdir -p "$grown"
-    limits=(-rss_limit_mb=2048 -timeout=20 -close_fd_mask=3) # what the code itself says is no news
+    limits=(-rss_limit_mb=2048 -timeout=20 -close_fd_mask=3) # drops what the programs print
     if [ "$seconds" -gt 0 ]; then limits+=(-max_total_time="$seconds"); else limits+=(-runs=0); fi
     echo "== $name"
     build-fuzz/fuzz/fuzz_"$name" "${limits[@]}" -artifact_prefix=build-fuzz/found/"$name"- \

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the pictures of the option panels in the pages of docs/targets anew.
+# Renews the pictures of the option panels in the pages of docs/targets.
 #
 #   scripts/make-panel-pictures.sh [BUILD_FOLDER]
 #

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the pictures of the README anew: a sample's graph and the spheres drawn from three exports of it.
-# Needs a build (preset default), scripts/fetch-validators.sh and the package graphviz.
+# Renews the pictures of the README: a sample's graph and the spheres drawn from three exports of
+# it. Needs a build (preset default), scripts/fetch-validators.sh and the package graphviz.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the pictures of the window in the README anew. The tests of the window take them, on a display of
-# their own.
+# Renews the pictures of the window in the README. The tests of the window take them, on a display
+# of their own.
 #
 #   scripts/make-window-pictures.sh [BUILD_FOLDER]
 #

@@ -76,7 +76,7 @@ def changes(path):
 
 
 def succeeds(command, seconds, folder):
-    """Whether the command ends with 0 in time. What it started ends with it."""
+    """Whether the command exits with status 0 in time. What it started ends with it."""
     silent = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
     process = subprocess.Popen(command, cwd=folder, start_new_session=True, **silent)
     try:

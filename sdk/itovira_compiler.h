@@ -4,9 +4,8 @@
 //   1. ITovira gives the ITovira_compiler; get_errors gives the sink for its messages.
 //   2. create_options gives an option set; the exporter fills it with what is to be compiled.
 //   3. compile (a shader with its scene) or compile_shader (one node by itself) gives a unit.
-//   4. A second option set says how the code is to look; generate_shader gives the generated code,
-//   as
-//      often as there are files to write.
+//   4. A second option set says how the code is to look; generate_shader gives the generated
+//      code, as often as there are files to write.
 //   5. get_code_size and get_code copy the texts out. Then everything is released.
 //
 // The rules of sdk/itovira.h hold: slot order, references, null, texts, threads.

@@ -5,8 +5,8 @@
 // It knows the frame and not the language: expressions and types are for the compilers of others.
 //   - Brackets match and texts end on their line.
 //   - There is a technique, or a structure that implements an interface (a light or a volume).
-//   - Each pass has a vertex and a fragment program of one family, and both are functions of the
-//   file.
+//   - Each pass has a vertex and a fragment program of one family, and both are functions of
+//     the file.
 //   - States and sampler states are known to the family of the programs.
 //   - Samplers read textures that the file declares, in the family's brackets.
 //   - No global name is declared twice (names within #if may be).

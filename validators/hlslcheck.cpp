@@ -66,7 +66,7 @@ std::vector<Program> programs_of(const std::string& text)
     return programs;
 }
 
-// What the compiler says of a gap of its own ("not yet implemented").
+// How the compiler reports a gap of its own ("not yet implemented").
 bool is_own_gap(const char* messages)
 {
     return messages && std::strstr(messages, " E5017:");

@@ -81,7 +81,7 @@ private:
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
-// The numbers of the items that are neither hopeless nor done already.
+// The indices of the items that can be exported and are not up to date.
 std::vector<size_t> Batch::find_work(Batch_progress& progress)
 {
     std::vector<size_t> numbers;

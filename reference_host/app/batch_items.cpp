@@ -160,7 +160,7 @@ std::string fill_pattern(const std::string& pattern, const Export_item& item)
 std::vector<Export_item> make_items(const Batch_command& command, const Plugin_library& plugin,
                                     Document_store& documents)
 {
-    fill_pattern(command.name, {}); // wrong whatever the documents are
+    fill_pattern(command.name, {}); // reports a wrong pattern even without documents
     const std::vector<std::string> names = plugin.exporter_names();
     const std::vector<int> exporters =
         chosen_exporters(command, plugin, static_cast<int>(names.size()));

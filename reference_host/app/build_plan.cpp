@@ -12,7 +12,7 @@ namespace reference_host
 namespace
 {
 
-// A text with a mark before each of the special characters.
+// The text with `mark` before each of the special characters.
 std::string escaped(const std::string& text, const char* special, char mark)
 {
     std::string result;
@@ -55,8 +55,8 @@ std::string ninja_path(const std::string& path)
     return escaped(path, "$ :", '$');
 }
 
-// Whether ninja finds the path in a list of dependencies. Others break in parts there, and what
-// needs a part is never up to date. The documents are inputs of the plan itself.
+// Whether ninja finds the path in a list of dependencies. Other paths are split there, and what
+// depends on a fragment is never up to date. The documents are inputs of the plan itself.
 bool is_readable_by_ninja(const std::string& path)
 {
     return std::all_of(path.begin(), path.end(), [](unsigned char c) {

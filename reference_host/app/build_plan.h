@@ -23,7 +23,7 @@ struct Planned_command {
 // The whole text of the plan.
 std::string plan_text(const std::vector<Planned_command>& commands, Plan_format format);
 
-// The text of a file that lists what `output` depends on, as far as ninja can read the names.
+// The text of a file that lists what `output` depends on, without names that ninja cannot read.
 std::string dependency_text(const std::string& output, const std::vector<std::string>& inputs);
 
 } // namespace reference_host

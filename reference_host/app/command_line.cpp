@@ -33,7 +33,7 @@ constexpr int done = 0;
 constexpr int not_done = 1;
 constexpr int wrong_usage = 2;
 
-// Everything that the commands are asked with.
+// The requests of all commands.
 struct Requests {
     std::string plugin;
     bool lists_as_json = false;
@@ -125,7 +125,7 @@ void add_export(CLI::App& app, Export_command& request, Action& action)
         ->required();
     command.add_flag("--parents", request.makes_folder,
                      "Make the folder of the output when it is missing");
-    command.add_option("--depfile", request.depfile, "List what was read, as compilers do")
+    command.add_option("--depfile", request.depfile, "List what was read, for a build system")
         ->type_name("FILE");
     add_plugin(command, request.plugin);
     set_action(command, action, [&] {
@@ -138,23 +138,25 @@ void add_batch_reports(CLI::App& app, Batch_command& request)
 {
     app.add_option("--report", request.report, "Write what happened to each item, as JSON")
         ->type_name("FILE.json");
-    app.add_option("--junit", request.junit, "Write it as build servers read it")
+    app.add_option("--junit", request.junit, "Write the same as JUnit, for build servers")
         ->type_name("FILE.xml");
-    app.add_flag("-q,--quiet", request.verbosity.is_quiet, "Say only what went wrong");
-    app.add_flag("-v,--verbose", request.verbosity.is_verbose, "Say also each item and its time");
+    app.add_flag("-q,--quiet", request.verbosity.is_quiet, "Report only what went wrong");
+    app.add_flag("-v,--verbose", request.verbosity.is_verbose,
+                 "Report also each item and its time");
 }
 
 // What makes the items of a batch.
 void add_batch_items(CLI::App& app, Batch_command& request, const char* output)
 {
     app.add_option("INPUT", request.inputs,
-                   "MaterialX documents, folders with some; -: a list on standard input")
+                   "MaterialX documents, folders of them; -: a list on standard input")
         ->required();
-    app.add_flag("-r,--recursive", request.is_recursive, "Take folders with all folders in them");
-    app.add_option("-n,--node,--material", request.materials, "One of them (default: all)")
+    app.add_flag("-r,--recursive", request.is_recursive, "Search also the folders in folders");
+    app.add_option("-n,--node,--material", request.materials,
+                   "Only this material or node (default: all)")
         ->type_name("NAME")
         ->allow_extra_args(false);
-    app.add_option("-e,--exporter", request.exporters, "One of them (default: all)")
+    app.add_option("-e,--exporter", request.exporters, "Only this exporter (default: all)")
         ->type_name("EXPORTER")
         ->allow_extra_args(false);
     app.add_option(output, request.folder, "The folder for everything, made when missing")
@@ -227,7 +229,7 @@ void add_panel(CLI::App& app, Panel_command& request, Action& action)
 {
     constexpr int widest = 4000;
     CLI::App& command =
-        add_command(app, "panel", "Tell and draw an exporter's option panel",
+        add_command(app, "panel", "Describe and draw an exporter's option panel",
                     "  shader-export panel -e \"Custom CgFX\" --screenshot panel.png");
     add_exporter(command, request.exporter);
     command.add_option("--screenshot", request.screenshot, "Write a picture of it")
@@ -237,7 +239,7 @@ void add_panel(CLI::App& app, Panel_command& request, Action& action)
                     "The width of the window's area in pixels (default: 400)")
         ->check(CLI::Range(1, widest).description(""))
         ->type_name("N");
-    command.add_flag("--json", request.as_json, "Tell its height and options as JSON");
+    command.add_flag("--json", request.as_json, "Print its height and options as JSON");
     add_plugin(command, request.plugin);
     set_action(command, action, [&] { return show_panel(request); });
 }
@@ -257,7 +259,7 @@ void add_window(CLI::App& app, Window_command& request, Show_window show_window,
 void add_help(CLI::App& app, Action& action)
 {
     CLI::App& command =
-        add_command(app, "help", "Tell the options of a command", "  shader-export help batch");
+        add_command(app, "help", "Describe the options of a command", "  shader-export help batch");
     CLI::Option* name = command.add_option("COMMAND", "The command (default: all in short)");
     set_action(command, action, [&app, name] {
         const Program_words words = words_of_program(app);
@@ -309,7 +311,7 @@ void finish_commands(CLI::App& app)
 {
     std::string names;
     for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
-        command->fallthrough(); // what all commands share may stand behind them
+        command->fallthrough(); // options of all commands may follow the command
         names += (names.empty() ? "" : "|") + command->get_name();
     }
     for (const char* command : {"help", "man"})
@@ -356,7 +358,7 @@ void declare(CLI::App& app, Requests& requests, Show_window show_window, Action&
     add_configuration(app);
 }
 
-// Reads the command line, and does what it says where that is wanted.
+// Reads the command line and, where that is wanted, runs its command.
 int read_command_line(int argc, const char* const* argv, Show_window show_window, bool acts)
 {
     CLI::App app("Export the shaders of MaterialX documents through the plug-in of Tovira",

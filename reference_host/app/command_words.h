@@ -23,7 +23,7 @@ struct Option_words {
     bool is_required = false;
     bool is_repeated = false;
 
-    // The words between which the value chooses; none: it is free.
+    // The words to choose the value from; none: any value.
     std::vector<std::string> choices() const;
 
     // Whether the value is the name of a file or folder.

@@ -52,7 +52,7 @@ Export_outcome export_to_standard_output(const Opened_document& document, IExpor
     return outcome;
 }
 
-// What is meant for this exporter.
+// The request with the panel options for this exporter alone.
 Scene_request request_for(const Scene_request& all, const Plugin_library& plugin, int exporter)
 {
     Scene_request request = all;

@@ -1,6 +1,6 @@
 // What the commands of the program do. All return the program's exit status: 0 done, 1 not done,
-// with the reason on standard error. They throw std::invalid_argument for what the user asked
-// wrongly and std::runtime_error for what went wrong, each with a message.
+// with the reason on standard error. They throw std::invalid_argument for wrong usage and
+// std::runtime_error for any other failure, each with a message.
 #ifndef REFERENCE_HOST_APP_COMMANDS_H
 #define REFERENCE_HOST_APP_COMMANDS_H
 
@@ -49,9 +49,9 @@ struct Batch_command {
 // The exit status of an export or of several: as shells have it after a signal.
 int exit_status(bool is_success);
 
-// Exports materials of many documents through several exporters. One that fails ends nothing. What
-// did not change since the last time is left out. Prints one line per file, and at last how many
-// were written, unchanged, skipped and failed.
+// Exports materials of many documents through several exporters. One that fails does not stop the
+// others. What did not change since the last time is left out. Prints one line per file, and at
+// last how many were written, unchanged, skipped and failed.
 int export_batch(const Batch_command& command);
 
 enum class Plan_format { ninja, make, json };
@@ -63,7 +63,7 @@ struct Plan_command {
 };
 
 // Writes a batch as independent commands for a build system. Items that cannot be exported are left
-// out and told.
+// out and reported.
 int plan_batch(const Plan_command& command);
 
 struct Panel_command {

@@ -38,7 +38,7 @@ std::string configuration_file()
     return (folder.empty() ? variable("HOME") + "/.config" : folder) + "/shader-export/config.toml";
 }
 
-// Why a file that is there is none. That there is none is told later.
+// Why an existing file cannot be the configuration. A missing one is reported later.
 std::string why_not_a_configuration(const std::string& file)
 {
     constexpr std::uintmax_t max_size = 1 << 20;
@@ -51,7 +51,7 @@ bool has_option(const CLI::App& command, const std::string& name)
     return command.get_option_no_throw("--" + name) != nullptr;
 }
 
-// Reads the file as CLI11 does, and leaves of it what is meant for the command at work.
+// Reads the file as CLI11 does, and keeps what is meant for the running command.
 class Configuration_reader : public CLI::ConfigTOML
 {
 public:
@@ -101,7 +101,7 @@ private:
                                      : variable(variable_of("--preset"));
     }
 
-    // Whether the command at work has the option, in its own section or in none. Throws when no
+    // Whether the running command has the option, in its own section or in none. Throws when no
     // command has it.
     bool is_for_command(const CLI::ConfigItem& item) const
     {

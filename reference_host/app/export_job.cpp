@@ -34,7 +34,7 @@ namespace fs = std::filesystem;
 
 constexpr int panel_width = 400; // pixels; any width does, as the window is never shown
 
-// Opens the panel as the editor does, and closes it with the file name and the options set.
+// Opens the panel as Tovira does, and closes it with the file name and the options set.
 void fill_panel(QZ::TSDK::IExporter& exporter, Export_session& session, const std::string& file,
                 const Scene_request& request)
 {
@@ -81,8 +81,8 @@ int try_to_write(const std::string& file, const std::string& text)
     return close(descriptor) == 0 || reason != 0 ? reason : errno;
 }
 
-// Why a text did not reach its file. Exporters do not say: they leave a stump or nothing. So the
-// host writes the text once more, and hears the system's reason.
+// Why a text did not reach its file. Exporters do not say: they leave a partial file or none. So
+// the host writes the text again and gets the system's reason.
 std::string reason_of_lost_text(const std::string& text, const std::string& chosen,
                                 const std::vector<Exported_file>& files, const Staged_files& stage)
 {
@@ -100,8 +100,8 @@ std::string reason_of_lost_text(const std::string& text, const std::string& chos
     return Write_failure(file, "the exporter left out a generated text").what();
 }
 
-// The reasons of the writes that the exporter itself says failed, of what it adds to a generated
-// text, for example: "write failed [FILE]". One more byte fails as its own did.
+// The reasons of failed writes that the exporter itself reports ("write failed [FILE]"), such as
+// that of text that it appends. Writing one more byte fails for the same reason.
 void add_reasons_of_reported_writes(const std::vector<Answered_box>& boxes,
                                     const Staged_files& stage, std::set<std::string>& reasons)
 {
@@ -143,7 +143,7 @@ void add_wrong_uses(const Export_session& session, Export_outcome& outcome)
         outcome.reasons.push_back("the plug-in used the host wrongly: " + finding);
 }
 
-// An exporter that makes several texts hears the same of each.
+// An exporter that generates several texts gets the same diagnostics for each.
 Diagnostics without_doubles(const Diagnostics& diagnostics)
 {
     Diagnostics result;
@@ -213,7 +213,7 @@ std::vector<Existing_file> existing_files(Staged_files& stage, std::vector<Expor
             continue;
         const bool leads_somewhere = stat(file.path.c_str(), &status) == 0;
         if (leads_somewhere && !S_ISREG(status.st_mode))
-            continue; // cannot be placed, which says why
+            continue; // placing it fails and says why
         if (request.overwrite.overwrite != Overwrite::yes &&
             file_hash(file.path) == content_hash(file.content)) {
             file.state = Exported_file::State::unchanged;
@@ -242,7 +242,7 @@ void add_refusals(const std::vector<Existing_file>& files, std::vector<std::stri
                                            : " already exists; replace it with --overwrite yes"));
 }
 
-// Places the files, as far as the user allows it.
+// Places the files unless the user refuses.
 void place_files(Staged_files& stage, Export_outcome& outcome, const Scene_request& request,
                  Replacement& replacement)
 {
@@ -285,7 +285,7 @@ Export_outcome run_export(const Opened_document& document, QZ::TSDK::IExporter& 
     const std::string staged = stage.staged(chosen.filename().string());
     Image_names images(request.texture_paths, document.images(), output, request.texture_base);
     Export_session session(document.scene(images));
-    // Gone before the files are placed: what is asked then is the host's own question.
+    // Ends before the files are placed: questions asked then are the host's own.
     auto answers = std::make_unique<const Message_box_answers>(request.boxes);
     fill_panel(exporter, session, staged, request);
     const bool returned = exporter.export_shader(session.application(), session.view());

@@ -1,4 +1,4 @@
-// One export, driven as the editor drives it: panel, file name, options, panel closed, export.
+// One export, driven as Tovira drives it: panel, file name, options, panel closed, export.
 #ifndef REFERENCE_HOST_APP_EXPORT_JOB_H
 #define REFERENCE_HOST_APP_EXPORT_JOB_H
 
@@ -36,7 +36,7 @@ struct Export_outcome {
 
 // Exports the document's node to the file name through the exporter, in a window that is never
 // shown, and judges by what can be seen: the files, the diagnostics, the boxes, the references.
-// Exporters return true for much that failed. The files get to their place all together after a
+// Exporters return true after many failures. The files get to their place all together after a
 // success, and not at all after a failure.
 //
 // Throws std::invalid_argument for panel options that do not exist, and Write_failure when there is

@@ -11,7 +11,7 @@ namespace reference_host
 
 void to_json(nlohmann::json& json, const Item_result& result);
 
-// Throws nlohmann::json::exception when it is none.
+// Throws nlohmann::json::exception when it is not one.
 void from_json(const nlohmann::json& json, Item_result& result);
 
 // A text on one line. Bytes that are not UTF-8 are replaced.

@@ -49,7 +49,7 @@ void write_record(const Export_item& item, const std::string& key, const Item_re
 {
     json record = result;
     record["key"] = key;
-    // Without a record the item is exported again, no more than that.
+    // Without a record the item is merely exported again.
     write_whole_file(record_file(item),
                      record.dump(1, ' ', false, json::error_handler_t::replace) + '\n');
 }

@@ -9,8 +9,8 @@ namespace reference_host
 {
 
 // Prints the exporters of a plug-in (empty: the usual one), one per line: index, name; below each
-// the options of its panel. As JSON it is an array with what the project's table of exporters knows
-// besides, which is nothing of an exporter of another name: the folder that batch gives it,
+// the options of its panel. As JSON it is an array that adds what the project's table of exporters
+// knows, which is nothing about an exporter of another name: the folder that batch gives it,
 // language, kinds of shaders, and files, each with suffix, text and the kind by which
 // scripts/accept.sh knows its checkers. Returns 0.
 int list_exporters(const std::string& plugin, bool as_json);

@@ -24,8 +24,8 @@ std::vector<const Node*> shown_nodes(const Shader_graph& graph);
 // The node that an export is about when none is named: the first of these; null when there is none.
 const Node* default_node(const Shader_graph& graph);
 
-// What to say of a node that the document does not have: the one that may be meant, and those that
-// can be exported.
+// The message about a node that the document does not have: the one that may be meant, and those
+// that can be exported.
 std::string no_such_node(const Shader_graph& graph, const std::string& name);
 
 class Opened_document
@@ -56,7 +56,7 @@ public:
     Export_scene scene(Image_names& images) const;
 
 private:
-    // Whether the node is none of the document's.
+    // Whether the node is not the document's own.
     static bool is_made(const Node& node);
 
     void warn(const std::string& text, const Place& place);

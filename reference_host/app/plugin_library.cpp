@@ -142,7 +142,7 @@ std::unique_ptr<IExporter> Plugin_library::make_exporter(int index) const
 {
     std::unique_ptr<IExporter> exporter(m_plugin->get_exporter(index));
     if (!exporter)
-        throw std::runtime_error("the plug-in gives no exporter " + std::to_string(index));
+        throw std::runtime_error("the plug-in returned no exporter " + std::to_string(index));
     return exporter;
 }
 

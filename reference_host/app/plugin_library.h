@@ -1,5 +1,5 @@
-// The plug-in's shared library, loaded the way the editor does it: through its entry function, and
-// used through virtual tables alone.
+// The plug-in's shared library, loaded the way Tovira does it: through its entry function, and used
+// through virtual tables alone.
 #ifndef REFERENCE_HOST_APP_PLUGIN_LIBRARY_H
 #define REFERENCE_HOST_APP_PLUGIN_LIBRARY_H
 
@@ -16,9 +16,9 @@ namespace reference_host
 class Plugin_library
 {
 public:
-    // Loads the library. Throws std::runtime_error with a message when that fails or it is no
-    // exporter plug-in. An empty file name means what TOVIRAEXPORT_PLUGIN names, else the
-    // library in its usual places: where the build or the installation puts it.
+    // Loads the library. Throws std::runtime_error with a message when that fails or it is not an
+    // exporter plug-in. An empty file name means what TOVIRAEXPORT_PLUGIN names, else the library
+    // in its usual places: where the build or the installation puts it.
     explicit Plugin_library(const std::string& file);
 
     // The names of the exporters, in the order of their indices. They are asked for once: an
@@ -36,7 +36,7 @@ public:
     // The file that was loaded.
     const std::string& file() const { return m_file; }
 
-    // A new exporter of that index. Throws std::runtime_error when the plug-in gives none.
+    // A new exporter of that index. Throws std::runtime_error when the plug-in returns none.
     std::unique_ptr<QZ::TSDK::IExporter> make_exporter(int index) const;
 
 private:

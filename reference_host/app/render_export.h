@@ -18,8 +18,8 @@ void light_for_picture(Scene_request& scene, const Shader_graph& graph);
 std::vector<Shader_source> drawable_texts(const Export_outcome& outcome);
 
 // A document without lights gets a key and a fill light unless some are asked for; its shaders read
-// the environment that is asked for, else one that nobody has, so that the renderer's sky stands
-// in.
+// the environment that is asked for, else one that does not exist, so that the renderer's sky
+// stands in.
 //
 // Throws as the commands do (commands.h).
 std::vector<Exported_shader> export_for_renderer(const Document_request& request,

@@ -119,7 +119,7 @@ void add_surroundings(CLI::App& app, Scene_request& scene)
         "NAME[:TYPE[:KEY=VALUE,...]]",
         [&scene](const std::string& text) { return take_light(text, scene.render); });
     app.add_option("--environment", scene.render.environment,
-                   "The environment shader of the document, or a new one, of an image")
+                   "The environment shader of the document, or a new one made of an image")
         ->type_name("NAME[:FILE]");
     app.add_option("--volume", scene.render.volume, "The volume shader")->type_name("NAME");
     add_parsed(app, "--ambient", "The scene's ambient colour", "R,G,B,A",
@@ -130,10 +130,10 @@ void add_surroundings(CLI::App& app, Scene_request& scene)
 void add_scene_options(CLI::App& app, Scene_request& scene)
 {
     add_surroundings(app, scene);
-    add_repeated(
-        app, "--preference", "A preference of the editor; none: it has no preferences at all",
-        "NAME=true|false",
-        [&scene](const std::string& text) { return take_preference(text, scene.preferences); });
+    add_repeated(app, "--preference", "A preference of Tovira; none: it has no preferences at all",
+                 "NAME=true|false", [&scene](const std::string& text) {
+                     return take_preference(text, scene.preferences);
+                 });
     add_choice<Shader_kind_answer>(
         app, "--kind", scene.kind,
         "The kind of the shader, instead of the node's own; none: it does not say",
@@ -175,7 +175,8 @@ void add_answers(CLI::App& app, Scene_request& scene, const std::string& exporte
                  "[EXPORTER:]OPTION=VALUE", [&scene, exporter](const std::string& text) {
                      return take_setting(text, exporter, scene.options);
                  });
-    app.add_flag("--dry-run", scene.is_dry_run, "Say what would happen, file by file");
+    app.add_flag("--dry-run", scene.is_dry_run,
+                 "Write nothing; report what would happen, file by file");
 }
 
 std::vector<std::string> given_arguments(const CLI::App& app,

@@ -29,8 +29,8 @@ void add_surroundings(CLI::App& app, Scene_request& scene);
 // The same, and how the shader tells its kind and names its images.
 void add_scene_options(CLI::App& app, Scene_request& scene);
 
-// What is to be done where a user would be asked. `exporter` is what settings are meant for that
-// name none: empty: all, strictly; "*": all that have the option.
+// The answers where a user would be asked. `exporter` is the exporter of settings that name none;
+// empty: all, strictly; "*": all that have the option.
 void add_answers(CLI::App& app, Scene_request& scene, const std::string& exporter);
 
 // What was given of the options that decide what is in the files, "--option=value".

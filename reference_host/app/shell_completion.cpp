@@ -15,7 +15,7 @@ std::string joined(const std::vector<std::string>& words, const char* between)
     return text;
 }
 
-// Every occurrence of one of the characters with a mark before it.
+// The text with `mark` before each of the special characters.
 std::string marked(const std::string& text, const char* special, const std::string& mark)
 {
     std::string result;

@@ -82,7 +82,7 @@ struct Process {
     pid_t id = -1;
     int pipe = -1;
     std::string buffer;
-    std::optional<size_t> current; // the item that it is at
+    std::optional<size_t> current; // the item that it works on
 };
 
 class Pool

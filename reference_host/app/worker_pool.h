@@ -1,4 +1,4 @@
-// Does the work of a batch in processes of their own, so that one that crashes ends nothing else.
+// Does the work of a batch in processes of their own, so that a crash ends nothing else.
 #ifndef REFERENCE_HOST_APP_WORKER_POOL_H
 #define REFERENCE_HOST_APP_WORKER_POOL_H
 
@@ -18,16 +18,16 @@ public:
     virtual ~Worker() = default;
     virtual Item_result run(size_t number) = 0;
 
-    // Whether nobody shall start another item.
+    // Whether no further item is to be started.
     virtual bool wants_end() const = 0;
 };
 
 using Make_worker = std::function<std::unique_ptr<Worker>()>;
 using Take_result = std::function<void(size_t number, const Item_result& result)>;
 
-// Has the items of these numbers done by `jobs` processes and takes each result, in the order in
-// which they come, in this process. The item at which a process crashes has failed, and another
-// process goes on. Returns early when a worker wants the end or the user interrupts.
+// Has the items with these indices exported by `jobs` processes and takes each result, in the order
+// in which they come, in this process. The item at which a process crashes has failed, and another
+// process goes on. Returns early when a worker asks to stop or the user interrupts.
 //
 // This process must have no other threads and no connection to a display.
 void run_in_processes(const std::vector<size_t>& numbers, int jobs, const Make_worker& make_worker,

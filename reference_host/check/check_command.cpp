@@ -36,7 +36,7 @@ std::string json_text(const std::string& text)
     std::string result = "\"";
     for (const unsigned char c : text) {
         char escaped[8];
-        // Bytes above ASCII may be no UTF-8; their code points stand for them.
+        // Bytes above ASCII need not be UTF-8; code points of the same numbers stand for them.
         if (c < 0x20 || c > 0x7e || c == '"' || c == '\\') {
             std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
             result += escaped;
@@ -130,14 +130,14 @@ void add_check_command(CLI::App& app, std::function<int()>& action)
     command->add_option("--exclude", options->excluded, "Not this check, or group")
         ->type_name("ID")
         ->allow_extra_args(false);
-    command->add_option("--seed", options->seed, "Of random calls")
+    command->add_option("--seed", options->seed, "The seed of random calls")
         ->type_name("N")
         ->capture_default_str();
-    command->add_option("--repeat", options->repeat, "Run each so often, with further seeds")
+    command->add_option("--repeat", options->repeat, "Run each check N times, with further seeds")
         ->check(CLI::Range(1, most).description(""))
         ->type_name("N")
         ->capture_default_str();
-    command->add_option("-j,--jobs", options->jobs, "Run so many at once")
+    command->add_option("-j,--jobs", options->jobs, "Run N checks at once")
         ->check(CLI::Range(1, most).description(""))
         ->type_name("N")
         ->capture_default_str();

@@ -40,18 +40,18 @@ const std::vector<Check>& all_checks()
     constexpr Severity warning = Severity::warning;
     static const std::vector<Check> checks = {
         {"interface.entries",
-         "Both entry functions give a new plug-in object for the selector 0 and null for others.",
+         "Both entry functions return a new plug-in object for the selector 0 and null for others.",
          error, 20, false, check_entries},
         {"interface.plugin",
          "The plug-in object has a name, the type of exporter plug-ins and a plug-in system "
-         "version, and leaves the values of properties alone that it does not have.",
+         "version, and leaves the value alone when asked for a property that it does not have.",
          error, 20, false, check_plugin_object},
         {"interface.exporters",
-         "Each index below the count gives an object of its own with a name; all others give null.",
+         "Each index below the count gets an object of its own with a name; all others get null.",
          error, 20, false, check_exporter_indices},
         {"interface.ids",
-         "An exporter gives itself for the id of its interface and null for every other id.", error,
-         20, false, check_exporter_interfaces},
+         "An exporter returns itself for the id of its interface and null for every other id.",
+         error, 20, false, check_exporter_interfaces},
         {"interface.settings",
          "Settings are ordered by name, keep what they are set to, take null as the empty text, "
          "and "
@@ -59,25 +59,25 @@ const std::vector<Check>& all_checks()
          error, 20, false, check_settings},
         {"interface.loadings", "The library can be loaded, used and unloaded 1,000 times.", error,
          60, false, check_loadings},
-        {"interface.pairs", "Any two calls on an exporter, one after the other, leave no damage.",
+        {"interface.pairs", "Any two calls on an exporter, one after the other, do no damage.",
          error, 120, false, check_call_pairs},
         {"interface.sequences",
-         "10,000 random sequences of calls leave no damage, and each reference comes back once.",
+         "10,000 random sequences of calls do no damage, and each reference is returned once.",
          error, 600, false, check_random_calls},
         {"faults.none",
-         "An undisturbed export writes its files, shows no box and gives every reference back.",
-         error, 60, false, check_undisturbed_export},
+         "An undisturbed export writes its files, shows no box and returns every reference.", error,
+         60, false, check_undisturbed_export},
         {"faults.host_calls",
          "Whichever call of the host fails, once or from then on, with null, an empty text or "
-         "garbage: no reference is given back twice, a refused file stays as it was, and a file "
-         "that is replaced is the old one or whole.",
+         "garbage: no reference is returned twice, a refused file stays as it was, and a file "
+         "that is replaced is either the old one or the whole new one.",
          error, 240, false, check_failing_host_calls},
         {"faults.allocations",
          "Whichever allocation of an export fails, no exception reaches the host, and the next "
          "export is as good as ever.",
          error, 240, true, check_failing_allocations},
         {"faults.system_calls",
-         "Whichever system call on a file fails, the file holds a beginning of its text; "
+         "Whichever system call on a file fails, the file holds the beginning of its text; "
          "when the call is only interrupted or cut short, it holds all.",
          error, 240, true, check_failing_system_calls},
         {"faults.reads",
@@ -103,18 +103,18 @@ const std::vector<Check>& all_checks()
          false, check_chains},
         {"graphs.cycles", "A cycle of nodes ends, in a time that grows with its length.", error,
          120, false, check_cycles},
-        {"graphs.sharing", "Nodes that are shared, on 2^n ways, are not walked anew for each way.",
+        {"graphs.sharing", "Nodes that are shared, on 2^n ways, are not walked again for each way.",
          error, 120, false, check_sharing},
         {"graphs.inputs",
          "The time for the inputs of a node grows with their number, to 1,000,000.", warning, 240,
          false, check_many_inputs},
         {"files.output",
          "An export to the name of a pipe, device, folder, loop of links, link to nowhere, "
-         "forbidden or very large file ends within 5 seconds and replaces nothing but files.",
+         "forbidden file or very large file ends within 5 seconds and replaces nothing but files.",
          error, 120, false, check_odd_output_files},
         {"files.copyright",
-         "An export ends within 5 seconds whatever stands in place of user_copyright.txt.", error,
-         120, false, check_odd_copyright_files},
+         "An export ends within 5 seconds whatever has the name user_copyright.txt.", error, 120,
+         false, check_odd_copyright_files},
     };
     return checks;
 }
@@ -142,7 +142,7 @@ std::string checks_as_markdown()
     std::string page =
         "# Check a plug-in library\n\n"
         "`shader-export check LIBRARY.so` runs every check of this list, each in a process of its\n"
-        "own with a limit of time, and ends with 0 when no check of the severity \"error\" "
+        "own with a limit of time, and exits with status 0 when no check of the severity \"error\" "
         "failed.\n"
         "`--include` and `--exclude` choose by id or by its beginning, such as `faults`; `--seed`\n"
         "repeats random checks, `--repeat` runs each several times, `--jobs` several at once;\n"

@@ -195,7 +195,7 @@ struct System_fault {
     const char* name;
     Fault_kind kind;
     int error;        // 0: the call is only cut short
-    bool is_harmless; // the call has only to be made again
+    bool is_harmless; // repeating the call is enough
 };
 
 constexpr System_fault write_faults[] = {
@@ -241,7 +241,7 @@ bool export_with_fault(Check_run& run, const Faults& faults, Subject& subject,
 
 } // namespace
 
-// What the compiler was told of the copyright, as calls.
+// The calls that told the compiler the copyright text.
 std::set<std::string> copyrights(const Recording_host& host)
 {
     std::set<std::string> calls;
@@ -257,7 +257,7 @@ constexpr const char* copyright = "By the artist.\nAll rights reserved.\n";
 
 struct Read_result {
     bool reached;               // the call that fails
-    std::set<std::string> told; // of the copyright
+    std::set<std::string> told; // the copyright text
 };
 
 // One export that reads a copyright text, with one failing call on that.

@@ -37,7 +37,7 @@ const Fault* next_fault(Fault_kind kind)
 
 // ---- who asks, and for what ---------------------------------------------------------------------
 
-// The file that the function of that address is in; empty when nobody knows.
+// The file that the function of that address is in; empty when unknown.
 const char* file_of(void* address)
 {
     Dl_info info;
@@ -179,8 +179,7 @@ extern "C" int shader_export_fault_calls(Fault_kind kind)
 
 } // namespace reference_host
 
-// ---- memory: what one form of new allocates, one form of delete releases
-// -------------------------
+// ---- memory: what one form of new allocates, one form of delete releases ------------------------
 
 void* operator new(std::size_t size)
 {
@@ -222,8 +221,7 @@ void operator delete[](void* memory, std::size_t) noexcept
     std::free(memory);
 }
 
-// ---- files
-// ---------------------------------------------------------------------------------------
+// ---- files --------------------------------------------------------------------------------------
 
 extern "C" int open(const char* path, int flags, ...)
 {

@@ -13,7 +13,7 @@ namespace reference_host
 {
 
 enum Fault_kind {
-    FAULT_ALLOCATION, // throws std::bad_alloc, or gives null where nothing may be thrown
+    FAULT_ALLOCATION, // throws std::bad_alloc, or returns null where nothing may be thrown
     FAULT_OPEN,       // open, fopen
     FAULT_READ,       // read, fread
     FAULT_WRITE,      // write, fwrite

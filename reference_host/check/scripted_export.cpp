@@ -77,7 +77,7 @@ Scripted_result export_scene(QZ::TSDK::IExporter& exporter, Recording_host& host
     } catch (const std::exception& exception) {
         result.exception = exception.what();
     } catch (...) {
-        result.exception = "an exception of no known type";
+        result.exception = "an exception of unknown type";
     }
     result.boxes = answers.boxes();
     result.problems = host.problems();

@@ -20,9 +20,9 @@ struct Option_setting {
     std::string value; // on, off, true, false; the entry of a combo box; a text
 };
 
-// Sets the options in their order; one for all that have it is left out where it does not exist.
-// Throws std::invalid_argument with a message when the panel has
-// no such option, or several, or the option does not take the value; those before it are set then.
+// Sets the options in their order; one meant for all that have it is skipped where it does not
+// exist. Throws std::invalid_argument with a message when the panel has no such option, or several,
+// or the option does not take the value; those before it are set then.
 void set_panel_options(wxWindow& panel, const std::vector<Option_setting>& settings);
 
 struct Panel_option {
@@ -32,7 +32,7 @@ struct Panel_option {
     std::vector<std::string> choices; // none: any text
 };
 
-// The options in the order of the panel. The export-file field is none: hosts fill it.
+// The options in the order of the panel. The export-file field is not one: hosts fill it.
 std::vector<Panel_option> panel_options(wxWindow& panel);
 
 } // namespace reference_host

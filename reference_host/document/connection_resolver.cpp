@@ -12,7 +12,7 @@ namespace reference_host
 namespace
 {
 
-// Inputs that were called otherwise in 1.38.
+// Inputs that had other names in 1.38.
 struct Renamed_input {
     const char* category;
     const char* old_name;
@@ -78,7 +78,7 @@ bool is_shaping(const Input& input, const Parameter& parameter)
 void check_type(const Element& from, Value_type given, const std::string& giver)
 {
     const Value_type wanted = declared_type(from);
-    if (given == Value_type::none) // told where it is declared
+    if (given == Value_type::none) // reported where it is declared
         return;
     if (wanted != given && from.attribute("channels").empty())
         throw Document_error(from.place(), describe(from) + ": wrong type: it is " +
@@ -156,7 +156,7 @@ void Connection_resolver::connect()
     }
 }
 
-// Also what no node reads must be right.
+// Inputs that no node reads must be right, too.
 void Connection_resolver::check_interface(const Scope& scope)
 {
     if (!scope.parent)

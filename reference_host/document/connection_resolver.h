@@ -47,7 +47,7 @@ private:
         std::string output;
         Parameter* parameter = nullptr;
         std::string channels;
-        bool is_wrong = false; // and told
+        bool is_wrong = false; // and reported
     };
 
     using Key = std::pair<const Scope*, const void*>;

@@ -27,7 +27,7 @@ void Document_problems::add(const Document_error& error)
     if (m_problems.size() == most_problems) {
         Document_problem& last = m_problems.emplace_back();
         last.place.file = error.place().file;
-        last.text = "further errors are not told";
+        last.text = "further errors are not reported";
     }
     if (error.reach() == Document_error::Reach::document || m_problems.size() > most_problems)
         throw Reading_ended();

@@ -31,7 +31,7 @@ private:
     Reach m_reach;
 };
 
-// An element is given up because of another one that was told.
+// An element is given up because of an earlier error, which was reported.
 struct Told_already {
 };
 

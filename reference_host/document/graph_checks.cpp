@@ -117,8 +117,8 @@ void check_node(const Node& node, Document_problems& problems)
         problems.attempt([&] { check_input(node, input); });
 }
 
-// A walk along the connections, depth first. The path is a list and no recursion: graphs may be
-// deeper than the call stack.
+// A walk along the connections, depth first. The path is kept in a list: graphs may be deeper than
+// the call stack.
 class Cycle_search
 {
 public:

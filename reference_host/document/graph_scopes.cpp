@@ -10,7 +10,7 @@ namespace reference_host
 namespace
 {
 
-// Custom nodes of custom nodes multiply; these limits end what no document of an artist reaches.
+// Custom nodes within custom nodes multiply; no artist's document reaches these limits.
 constexpr size_t max_nodes = 500'000;
 constexpr int max_custom_depth = 64;
 
@@ -24,7 +24,7 @@ constexpr const char* non_node_tags[] = {
     "collection", "geomattr", "geominfo", "geomprop", "look", "lookgroup", "lookinherit",
     "material", "materialassign", "materialinherit", "materialvar", "property", "propertyassign",
     "propertyset", "propertysetassign", "variant", "variantassign", "variantset", "visibility",
-    // for the eye of the author
+    // for the author's eyes
     "backdrop", "comment"};
 
 bool is_node(const Element& element)

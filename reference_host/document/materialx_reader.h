@@ -1,6 +1,6 @@
 // Opens MaterialX documents (1.38 and 1.39) as shader graphs.
 //
-// The road of a document:
+// How a document is read:
 //   1. document_files reads the file and what it includes into one list of elements.
 //   2. graph_scopes makes the nodes: those of the document, those of its node graphs, and those of
 //      each use of a custom node that a node graph implements.
@@ -36,8 +36,8 @@ struct Read_result {
 };
 
 // Reads the document and checks it. Included files are looked for beside the file that includes
-// them, then in the folders of `search_path`. Goes on after an error, so that all are told at once;
-// what only follows from another one is not told. Accepts any bytes.
+// them, then in the folders of `search_path`. Goes on after an error, so that all are reported at
+// once; errors that only follow from another one are not. Accepts any bytes.
 Read_result read_materialx(const std::string& file, const std::vector<std::string>& search_path);
 
 } // namespace reference_host

@@ -81,7 +81,7 @@ const Node_definition* find_definition(const Node& node);
 
 // A file that a document includes and that is not there.
 struct Missing_file {
-    std::string text; // what to say of it
+    std::string text; // the message about it
     Place place;      // of the include
 };
 

@@ -14,7 +14,7 @@
 namespace reference_host
 {
 
-// The value of a type from its text, or nothing when the text is none: a number that is missing,
+// The value of a type from its text, or nothing when the text is not one: a number that is missing,
 // surplus, not finite or out of range, a boolean other than "true" and "false", a type without
 // values (shaders and materials).
 std::optional<Value> parse_value(Value_type type, std::string_view text);

@@ -1,4 +1,4 @@
-// What builtins give, in numbers.
+// What builtins return, in numbers.
 #ifndef REFERENCE_HOST_EVALUATOR_BUILTIN_VALUES_H
 #define REFERENCE_HOST_EVALUATOR_BUILTIN_VALUES_H
 
@@ -11,8 +11,8 @@ namespace reference_host
 {
 
 // The value of a builtin that needs nothing but its arguments: of all but derivatives, textures and
-// the changes of space that name no matrix. What shading languages leave open (the power of a
-// negative number, the direction of a null vector) is not a number.
+// the changes of space that name no matrix. What shading languages leave undefined (the power of a
+// negative number, the direction of a null vector) is NaN.
 Shading_value builtin_value(Builtin builtin, const std::vector<Shading_value>& arguments);
 
 // A column vector through a matrix.

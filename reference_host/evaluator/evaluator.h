@@ -1,7 +1,7 @@
 // What a module computes, in numbers: the measure of what every language makes of it.
 //
 // Numbers are doubles. Matrices of the host stand before column vectors, those of documents behind
-// row vectors. What shading languages leave open is not a number.
+// row vectors. What shading languages leave undefined is NaN.
 #ifndef REFERENCE_HOST_EVALUATOR_EVALUATOR_H
 #define REFERENCE_HOST_EVALUATOR_EVALUATOR_H
 
@@ -41,7 +41,7 @@ struct Evaluation_inputs {
     std::function<Shading_value(const std::string& texture, const Shading_value& place)> look_up;
 };
 
-// What the module's entry gives for the state. Throws Evaluation_error.
+// What the module's entry returns for the state. Throws Evaluation_error.
 Shading_value evaluate(const Module& module, const Evaluation_inputs& inputs);
 
 } // namespace reference_host

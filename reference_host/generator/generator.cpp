@@ -200,8 +200,8 @@ private:
         return plan;
     }
 
-    // The fields of the state that the text of default options reads. It costs half a text, so that
-    // it waits until somebody asks. Throws Refusal, at the first time.
+    // The fields of the state that the text of default options reads. It costs half as much as a
+    // text, so it waits for the first question. Throws Refusal, at the first time.
     const std::set<std::string>& read_by_default() const
     {
         if (!m_state) {

@@ -1,4 +1,4 @@
-// The code generator of the reference host: shader graph in, source texts out.
+// The front door of the stand-in's compiler: shader graph in, source texts out.
 //
 // Life of one generation:
 //   1. compile_group or compile_node lowers the graph below the shader, as the first set of options

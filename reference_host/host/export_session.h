@@ -38,8 +38,8 @@ public:
 
     const Compiler_record& record() const { return m_record; }
 
-    // One line for each host object that is not even: missing, released twice, used after its
-    // release. The references that exporters keep on purpose are left out.
+    // One line for each host object that was misused: not released, released twice, or used after
+    // its release. The references that exporters keep on purpose are left out.
     std::vector<std::string> reference_findings(const Export_events& events) const;
 
 private:

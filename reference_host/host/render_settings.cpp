@@ -103,7 +103,7 @@ Render_light make_light(Shader_graph& graph, const Light_request& request, size_
     return light;
 }
 
-// Makes the light one of another kind, which keeps what it has in common with the old one.
+// Replaces the light by one of another kind, which keeps what both kinds have.
 void change_kind(Node& node, Render_light& light, Light_kind kind)
 {
     const bool had_position = light.kind != Light_kind::directional;

@@ -94,7 +94,7 @@ const Lobe_kind* find_lobe_kind(const std::string& name)
     return nullptr;
 }
 
-// The other functions: what they take, none for any closure, and give.
+// The other functions: what they take (none: any closure) and return.
 struct Combination {
     const char* name;
     std::vector<Base_type> parameters;
@@ -217,7 +217,7 @@ private:
         m_flat.opacity = parts[2];
     }
 
-    // Adds the lobes of a closure and gives what they let through.
+    // Adds the lobes of a closure and returns what they let through.
     Expr add(const Expr& closure, const Expr& weight)
     {
         const std::vector<Expr>& parts = closure->operands;

@@ -10,8 +10,8 @@
 //     blend(background, foreground, part)  also of whole surfaces
 //     sum(a, b), scaled(a, factor)
 //     opaque(a)                            the same, and nothing is seen below
-//     thin_film(thickness, ior)            nothing by itself; as `top` it colours what microfacets
-//     reflect surface(bsdf, emission, opacity)
+//     thin_film(thickness, ior)            nothing by itself; as `top` colours glossy lobes
+//     surface(bsdf, emission, opacity)
 #ifndef REFERENCE_HOST_LOWERING_CLOSURES_H
 #define REFERENCE_HOST_LOWERING_CLOSURES_H
 

@@ -264,7 +264,7 @@ Expr Graph_builder::given_value(const Node& node, const Input& input,
         return find_scene_value(defined.default_source);
     const bool steers =
         component_count(constant->type) == 0 || constant->type == Base_type::integer;
-    // A weight that is left at zero adds nothing to a surface, and vectors are nothing to edit.
+    // A weight that is left at zero adds nothing to a surface, and artists do not edit vectors.
     const bool idle = m_prefix.empty() && (value.type == Value_type::vector3 ||
                                            (is_zero(constant) && is_zero(literal(defined.value))));
     return &node != &m_shader || steers || idle ? constant : editable(defined, value, input.ui);

@@ -15,7 +15,8 @@ namespace
 
 constexpr int texture_sets = 4;
 
-// The letters of colours and texture coordinates as those of positions. Empty when one is none.
+// The letters of colours and texture coordinates as those of positions. Empty when a letter is
+// unknown.
 std::string position_letters(const std::string& channels)
 {
     std::string letters;

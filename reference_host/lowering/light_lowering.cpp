@@ -61,7 +61,7 @@ void add_cone_cosines(const Scene_light& light, Graph_builder& builder,
         arguments.push_back(call(Builtin::cos, {light_input(builder, *light.node, angle)}));
 }
 
-// Notes, of a surface's lights, which parameter a host may fill with what a light of its scene has.
+// Notes which parameters of a surface's lights a target may fill from a light of its own scene.
 Expr noted(const Expr& value, const Scene_light& light, const char* aspect,
            Lowering_context& context)
 {

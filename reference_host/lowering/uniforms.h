@@ -41,7 +41,7 @@ public:
     Expr editable(const std::string& name, const Value& value, const Ui_hints& ui,
                   const Range& range, bool of_scene);
 
-    // The sampler of a file; one for each file and kind, called after who asks first.
+    // The sampler of a file; one for each file and kind, named after its first user.
     Expr texture(const std::string& file, bool cube, const std::string& name, const Ui_hints& ui);
 
 private:

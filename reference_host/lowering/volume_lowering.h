@@ -12,7 +12,7 @@ struct Volume_effect {
     Expr passed; // the share of light that passes it, a float or float3
 };
 
-// Of a fog, or of the standard's volume, whose extinction the way to the eye adds up.
+// Of a fog, or of the standard's volume, whose extinction adds up along the way to the eye.
 Volume_effect volume_effect(const Node& volume, Graph_builder& builder, Lowering_context& context);
 
 } // namespace reference_host

@@ -33,7 +33,7 @@ void report_value(Diagnostics& diagnostics, const std::string& option, const std
     report(diagnostics, Severity::error, "option \"" + option + "\" cannot be \"" + value + "\"");
 }
 
-// Each reads one kind of value; false when it is none.
+// Each reads one kind of value; false when the text is not one.
 bool read(const std::string& text, bool& value)
 {
     value = text == "true";
@@ -292,7 +292,7 @@ const Option_row<Options>* find_row(const Option_row<Options> (&rows)[count],
     return nullptr;
 }
 
-// A compiler of tomorrow may know more of them.
+// Future compilers may know more of them.
 void warn_of_unknown_profiles(const Text_options& options, Diagnostics& diagnostics)
 {
     const auto warn = [&](const char* option, const std::string& profile) {

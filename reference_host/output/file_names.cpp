@@ -34,7 +34,7 @@ std::string safe_file_name(const std::string& text)
     std::string name = cut(text);
     for (char& c : name) {
         const bool is_control = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-        if (is_control || std::strchr("/\\:*?\"<>|", c)) // the last ones do not stand on every disk
+        if (is_control || std::strchr("/\\:*?\"<>|", c)) // not every disk takes the last ones
             c = '_';
     }
     if (name.empty())

@@ -8,8 +8,8 @@ namespace reference_host
 {
 
 // A name of one file in one folder, whatever the text is: it holds no separator, is neither "." nor
-// "..", is not hidden, is not taken for an option, and leaves room for extensions. What cannot
-// stand becomes "_":
+// "..", is not hidden, is not taken for an option, and leaves room for extensions. What a name
+// cannot hold becomes "_":
 //   "Wood" -> "Wood"    "Planks/grain" -> "Planks_grain"    "../../x" -> "_._.._x"    "" -> "_"
 // Different texts may give the same name.
 std::string safe_file_name(const std::string& text);

@@ -202,8 +202,8 @@ bool starts_with(const std::string& text, const char* start)
     return text.rfind(start, 0) == 0;
 }
 
-// Most file systems count a folder's folders as links to it. To ask for their number is much
-// quicker than to read the folder, which has a file or two for each export.
+// Most file systems count a folder's folders as links to it. Asking for their number is much
+// quicker than reading the folder, which has a file or two for each export.
 bool has_no_folders(const fs::path& folder)
 {
     constexpr nlink_t own_links = 2;
@@ -275,7 +275,7 @@ void make_hidden_folder(const fs::path& folder, const fs::path& hidden, const st
 Staged_files::Staged_files(const std::string& folder, const std::string& file)
     : m_folder(folder), m_hidden(m_folder / ".shader-export")
 {
-    // A run that ends just now may remove the hidden folder after we have seen it.
+    // A run that is just ending may remove the hidden folder after we have seen it.
     for (int tries = 1; m_stage.empty(); ++tries) {
         make_hidden_folder(m_folder, m_hidden, file);
         const Folder_lock lock(m_hidden);
@@ -383,7 +383,7 @@ void Staged_files::place()
     for (const std::string& name : files)
         check_place(placed(name));
     keep_old(files);
-    for (const std::string& name : files) // without one, an edit goes unnoticed; no more than that
+    for (const std::string& name : files) // without one, an edit merely goes unnoticed
         std::ofstream(coming_hash(m_stage, name)) << file_hash(staged(name)) << '\n';
     try {
         const fs::path ready = m_hidden / (ready_prefix + mark_of(m_stage));

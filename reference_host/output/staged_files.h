@@ -1,7 +1,7 @@
 // Files that get to their folder all together or not at all.
 //
-// An exporter writes straight into a file, and leaves a stump when that fails. So it writes into a
-// stage first, a hidden folder beside the place of the files:
+// An exporter writes straight into a file, and leaves a partial one when that fails. So it writes
+// into a stage first, a hidden folder beside the place of the files:
 //
 //   FOLDER/.shader-export/stage-XXXXXX/      what the exporter writes
 //   FOLDER/.shader-export/old-XXXXXX/        what is replaced, while it is being replaced
@@ -29,8 +29,8 @@ public:
     // fails.
     Staged_files(const std::string& folder, const std::string& file);
 
-    // A stage for looking only, in an empty folder elsewhere: nothing is ever placed, and the
-    // folder of the files need not exist.
+    // A stage that is never placed, in an empty folder elsewhere: the folder of the files need not
+    // exist.
     static Staged_files elsewhere(const std::string& folder, const std::string& stage);
 
     // Removes what was not placed.

@@ -49,7 +49,7 @@ void visit_reads(const Expression& expression, const Reads_by_function& reads,
     }
 }
 
-// Functions stand behind those that they call; nobody calls the entry.
+// Functions come after those that they call; nothing calls the entry.
 Reads_by_function field_reads(const Module& module)
 {
     Reads_by_function reads;
@@ -74,7 +74,7 @@ Reads_by_function field_reads(const Module& module)
     return reads;
 }
 
-// Goes through the statements of a function from its end and keeps what somebody reads.
+// Goes through the statements of a function from its end and keeps what is read.
 class Dead_stores
 {
 public:
@@ -90,7 +90,7 @@ public:
             note(*statement);
             kept.push_back(std::move(*statement));
         }
-        // Empty lines part paragraphs that are there.
+        // Empty lines separate paragraphs that are left.
         while (!kept.empty() && is_empty_line(kept.back()))
             kept.pop_back();
         std::reverse(kept.begin(), kept.end());
@@ -173,7 +173,7 @@ bool same_function(const Function& function, const Expression& call)
                       });
 }
 
-// Callers stand behind what they call, so that one walk from the entry backwards is enough.
+// Callers come after what they call, so that one walk from the entry backwards is enough.
 void keep_reached(std::vector<Function>& functions)
 {
     std::set<const Function*> reached = {&functions.back()};

@@ -65,7 +65,7 @@ public:
         record("get_code(" + std::to_string(index) + ", " + std::to_string(size) + ")");
         if (m_recorder.next_call_fails()) {
             if (m_recorder.failure().text == Failed_text::garbage)
-                std::memset(buffer, 0xff, size_t{size} + 1); // not even an end
+                std::memset(buffer, 0xff, size_t{size} + 1); // not even a terminating NUL
             return;
         }
         const std::string& text = code(index);

@@ -40,7 +40,7 @@ inline std::string argument(const TSDK::Interface* object)
     return recorded ? recorded->name_as_argument() : "foreign object";
 }
 
-// The fakes' common ground: the script, the books, and the fake of each node.
+// The fakes' common ground: the script, the records, and the fake of each node.
 struct Host_fakes {
     explicit Host_fakes(const Recording_host& host) : script(host) {}
 

@@ -1,4 +1,4 @@
-// The books of a fake host: the log of calls, the objects and their references, and the calls
+// The records of a fake host: the log of calls, the objects and their references, and the calls
 // that fail or throw.
 #ifndef REFERENCE_HOST_RECORDING_HOST_RECORDER_H
 #define REFERENCE_HOST_RECORDING_HOST_RECORDER_H

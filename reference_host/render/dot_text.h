@@ -14,7 +14,7 @@ constexpr int dot_text_height = 5;
 constexpr int dot_text_advance = 4;
 
 // Draws capitals and digits; other characters become a line at the foot of their place. `dot` is
-// the side of a dot in pixels. What lies outside of the image is left out.
+// the side of a dot in pixels. What lies outside the image is left out.
 void draw_dot_text(Image& image, const std::string& text, int left, int top, int dot, Pixel ink);
 
 } // namespace reference_host

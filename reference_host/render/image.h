@@ -29,7 +29,7 @@ struct Image {
 void flip_rows(Image& image);
 
 // Reads a PNG or JPEG file of at most 64 million pixels (8192 x 8192); nothing when it is larger,
-// neither, damaged or no regular file. The reason is then in `reason`.
+// of another format, damaged or not a regular file. The reason is then in `reason`.
 std::optional<Image> read_image(const std::string& file, std::string& reason);
 std::optional<Image> read_image(const std::string& file);
 

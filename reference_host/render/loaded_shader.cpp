@@ -35,7 +35,7 @@ bool is_sampler(const std::string& type)
     return type.compare(0, 7, "sampler") == 0;
 }
 
-// Uniforms that are zero because nobody gives them a value.
+// Uniforms that are zero because nothing sets them.
 void note_empty_uniforms(const std::string& file, const std::string& text, Render_result& result)
 {
     for (const Glsl_uniform& uniform : glsl_uniforms(text))

@@ -7,7 +7,7 @@
 // instead.
 //
 // A GLSL pair is drawn as it is. The programs of a CgFX or HLSL effect go through the Cg compiler,
-// which the project does not bring along (scripts/fetch-validators.sh fetches it).
+// which is not part of the project (scripts/fetch-validators.sh fetches it).
 //
 // Textures: the file that stands beside the name of the texture (the annotation ResourceName of an
 // effect, a comment "// texture NAME: FILE" in a GLSL fragment shader), PNG or JPEG; a checker that

@@ -257,7 +257,7 @@ void add_render(CLI::App& app, const Document_exporter& exporter, Action& action
 
 void add_compare(CLI::App& app, Action& action)
 {
-    auto* command = app.add_subcommand("compare", "Tell the mean difference of two pictures");
+    auto* command = app.add_subcommand("compare", "Print the mean difference of two pictures");
     command->footer("  shader-export compare wood.png maya.png --limit 1");
     const auto request = std::make_shared<Compare_request>();
     command->add_option("PICTURE", request->pictures, "Two PNG files of the same size")

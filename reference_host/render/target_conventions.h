@@ -13,7 +13,7 @@ struct Target_conventions {
     bool rotated_cube_maps = false; // shaders look up (x, z, -y) for the direction (x, y, z)
 };
 
-// What a shader says of them in a comment line of its own, "// Conventions: flipped textures,
+// What a shader says about them in a comment line of its own, "// Conventions: flipped textures,
 // rotated cube maps"; OpenGL's conventions where it says nothing.
 Target_conventions conventions_of(const std::string& shader_text);
 

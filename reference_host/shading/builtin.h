@@ -1,7 +1,7 @@
 // The functions that every target has a word or a formula for.
 //
-// A row of the table in builtin.cpp says what a builtin takes and gives; the targets say in one row
-// each how they spell it.
+// A row of the table in builtin.cpp says what a builtin takes and returns; the targets say in one
+// row each how they spell it.
 #ifndef REFERENCE_HOST_SHADING_BUILTIN_H
 #define REFERENCE_HOST_SHADING_BUILTIN_H
 

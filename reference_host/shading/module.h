@@ -29,7 +29,7 @@ struct Module_parameter {
     Expr value;       // a literal: the default, in the working colour space
     Range range;
     std::optional<double> step;
-    std::string light;     // of which kind of light, "point_light", a host may set it; empty: none
+    std::string light;     // the kind of light, "point_light", that may set it; empty: none
     std::string aspect;    // what it is of that light: "position", "direction" or "color"
     bool of_scene = false; // of a light, the environment or the volume
     bool constant = false; // a literal parameter: not to be changed after compilation
@@ -58,7 +58,7 @@ struct Module {
     std::string name;                             // of the entry
     std::string document, node, category;         // where it comes from, for the head of a text
     std::string folder;                           // of the document
-    std::vector<std::string> without_counterpart; // inputs of the shader that the code has not
+    std::vector<std::string> without_counterpart; // inputs of the shader that the code lacks
     std::vector<Given_name> names;                // in the order of their making
     std::vector<Module_parameter> parameters;
     std::vector<Module_texture> textures;

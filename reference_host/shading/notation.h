@@ -1,5 +1,5 @@
 // The shading notation: a small typed language in which node implementations and helper functions
-// are written once, for all dialects.
+// are written once, for all languages.
 //
 //     float3 tint(float3 color, float amount)
 //     {

@@ -55,7 +55,7 @@ struct Operator_row {
 
 const Operator_row& row_of(Operator op);
 
-// The result for two whole numbers of 32 bits that begin again beyond them.
+// The result for two whole numbers of 32 bits, which wraps around.
 double natural_result(Operator op, double a, double b);
 
 bool is_arithmetic(Operator op);

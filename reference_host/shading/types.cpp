@@ -62,7 +62,7 @@ Base_type float_type(int components)
 
 std::uint32_t natural_number(double number)
 {
-    if (!(std::abs(number) < 9.0e18)) // no 64 bits hold it
+    if (!(std::abs(number) < 9.0e18)) // does not fit into 64 bits
         return 0;
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(number));
 }

@@ -13,7 +13,7 @@ enum class Base_type {
     none,
     boolean,
     integer,
-    natural, // of 32 bits, beyond which it begins again; only some languages have it
+    natural, // of 32 bits, wraps around; only some languages have it
     float1,
     float2,
     float3,

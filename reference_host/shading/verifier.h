@@ -22,7 +22,7 @@ struct Module_error : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The library's functions are verified when it is built: what has them as they are may spare them.
+// The library's functions are verified when it is built: who has them unchanged may skip them.
 enum class Verified { everything, all_but_library };
 
 // Throws Module_error at the first mistake.

@@ -1,4 +1,4 @@
-// Signals that wait: for steps that must not be torn apart.
+// Holds signals back during steps that must not be interrupted.
 #ifndef REFERENCE_HOST_SYSTEM_HELD_SIGNALS_H
 #define REFERENCE_HOST_SYSTEM_HELD_SIGNALS_H
 

@@ -19,7 +19,7 @@ struct Process_limits {
 
 enum class Process_end {
     exit,       // by itself, with a status
-    signal,     // by a signal, its crash for one
+    signal,     // by a signal, such as that of a crash
     no_start,   // there is no such program
     time_limit, // ended after limits.seconds
     output_limit

@@ -39,7 +39,7 @@ namespace
     _exit(0);
 }
 
-// Of a new folder's path: the name's end is made up.
+// The pattern of a new folder's path: the end of its name is random.
 std::string path_pattern()
 {
     std::error_code failure;
@@ -65,7 +65,7 @@ Temporary_folder::Temporary_folder() : m_path(path_pattern())
     if (m_path.empty() || socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         throw std::runtime_error("no temporary folder can be made");
     {
-        const Held_signals held; // none ends the keeper before it stands on its own
+        const Held_signals held; // none ends the keeper before it is on its own
         m_keeper = fork();
         if (m_keeper == 0)
             keep_folder(ends[0], m_path);

@@ -10,7 +10,7 @@ namespace reference_host
 {
 
 // A new folder that only its owner can read, removed with what is in it at the end of its life.
-// A small process makes it, stands by and removes it: so it goes at whatever moment this process is
+// A small process makes it, stands by and removes it: so the folder goes even when this process is
 // killed.
 class Temporary_folder
 {

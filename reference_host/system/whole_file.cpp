@@ -51,7 +51,7 @@ std::string write_in_place(const std::string& path, const std::string& content)
     return is_written && is_closed ? std::string() : std::strerror(errno);
 }
 
-// Gives a file without a name its name, in place of what has it.
+// Gives a file without a name its name, and replaces what has it.
 bool name_file(int descriptor, const std::string& path)
 {
     const std::string nameless = "/proc/self/fd/" + std::to_string(descriptor);

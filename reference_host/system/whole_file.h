@@ -7,8 +7,8 @@
 namespace reference_host
 {
 
-// Writes a file. Whatever ends the program meanwhile, the old file stands there or the whole new
-// one, and nothing beside it. A file that is replaced keeps its permissions; what a link names is
+// Writes a file. Whatever ends the program meanwhile, either the old file or the whole new one is
+// there, and nothing beside it. A file that is replaced keeps its permissions; what a link names is
 // replaced, not the link. Returns why the file cannot be written; empty when it is.
 //
 // Where the disk has no files without a name, or the folder takes no new ones, the file is written

@@ -31,7 +31,7 @@ public:
     Annotations(const Text_options& options, const std::string& folder, Diagnostics& diagnostics);
 
     // The block "< ... >" on lines of its own, with its end; empty when there is nothing to say.
-    // Before it, for what a host may take from a light of its scene, the semantic: " : POSITION".
+    // Before it, for what a target may take from a light of its scene, the semantic: " : POSITION".
     std::string of(const Module_parameter& parameter) const;
     std::string of(const Module_texture& texture, const std::string& path) const;
 

@@ -23,7 +23,7 @@ struct Effect_words {
     const char* texture_binding[2]; // before and after the texture's name
     const char* filters;
     const char* addresses_2d;
-    const char* address_depth; // what a cube map has besides
+    const char* address_depth; // what a cube map has in addition
     const char *depth_test, *depth_write, *depth_function;
     const char *blending_on, *blending_off;
     const char *two_sided, *one_sided;
@@ -254,7 +254,7 @@ private:
         text += std::string(texture.cube ? "samplerCUBE " : "sampler2D ") + sampler_name(texture);
         text += m_options.generate_texture_parameters ? "" : annotation;
         if (!m_options.generate_samplers)
-            return text + "; // bound by the host\n";
+            return text + "; // bound by the program\n";
         return text +
                sampler_state(texture.name, texture.cube, m_options.generate_texture_parameters);
     }

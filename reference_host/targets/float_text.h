@@ -8,8 +8,8 @@
 namespace reference_host
 {
 
-// The shortest text that reads back as the float. What no float can hold becomes the nearest that
-// it can.
+// The shortest text that reads back as the float. A number that no float can hold becomes the
+// nearest one that it can.
 std::string float_text(double number);
 
 } // namespace reference_host

@@ -1,5 +1,4 @@
-// Spells out in a module what a language does not have as such, so that the printer has nothing to
-// decide.
+// Spells out in a module what a language lacks, so that the printer has nothing to decide.
 #ifndef REFERENCE_HOST_TARGETS_LEGALISE_H
 #define REFERENCE_HOST_TARGETS_LEGALISE_H
 

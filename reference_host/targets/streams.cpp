@@ -141,7 +141,7 @@ Expr Streams::attribute(Attribute attribute)
     return variable(row.type, m_plan.dialect.vertex_prefix + std::string(row.name));
 }
 
-// Hands a value over to the fragment program and gives it back as it arrives there.
+// Hands a value over to the fragment program and returns it as it arrives there.
 Expr Streams::handed_over(const std::string& name, const Code_type& type, const Expr& value)
 {
     m_varyings.push_back({name, type, "TEXCOORD" + std::to_string(m_varyings.size())});

@@ -96,7 +96,7 @@ TEST(Check_command, runs_several_checks_at_once)
     EXPECT_EQ(12, std::count(result.output.begin(), result.output.end(), '\n')) << result.output;
 }
 
-TEST(Check_command, tells_wrong_usage_and_libraries_that_cannot_be_read)
+TEST(Check_command, reports_wrong_usage_and_libraries_that_cannot_be_read)
 {
     EXPECT_EQ(2, check({}).status);
     EXPECT_EQ(2, check({PLUGIN, "--include", "nonsense"}).status);

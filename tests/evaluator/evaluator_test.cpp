@@ -63,7 +63,7 @@ std::vector<Probe> probes_of_nodes()
     return without_derivatives(std::move(probes));
 }
 
-// What is not a number the languages leave open.
+// NaN stands for what the languages leave undefined.
 void compare(const std::vector<Probe>& probes, const Results& results, bool is_glsl)
 {
     ASSERT_EQ(results.size(), probes.size());
@@ -164,7 +164,7 @@ TEST(Evaluator, agrees_with_glsl_on_derivatives)
     }
 }
 
-TEST(Evaluator, gives_what_is_worked_out_by_hand)
+TEST(Evaluator, computes_what_is_worked_out_by_hand)
 {
     using Numbers = std::vector<double>;
     Evaluation_inputs inputs;

@@ -74,7 +74,7 @@ constexpr Node_value node_values[] = {
     {"extract", "vector3", "matrix33 in 1,2,3,4,5,6,7,8,9; integer index 1", 4, 5, 6},
     // A body below 1667 K goes on to become redder.
     {"blackbody", "color3", "float temperature 1000", 2.867483, 0.548988, 0},
-    // Around the middle, from below by way of the left; away from the middle.
+    // Around the middle, from below through the left; away from the middle.
     {"ramp", "color4", "vector2 texcoord 0.5,1; integer type 1; integer interpolation 0", 0.5, 0.5,
      0.5},
     {"ramp", "color4", "vector2 texcoord 1,0.5; integer type 1; integer interpolation 0", 0.75,
@@ -88,8 +88,7 @@ constexpr Node_value node_values[] = {
     {"unifiednoise2d", "float", "vector2 texcoord 3,5; integer type 3", 0, 0, 0},
     {"unifiednoise3d", "float", "vector3 position 3,5,7; integer type 3", 0, 0, 0},
     // Noise by the standard's hash: gradients at the corners of the cell, one of 8 or of 12, mixed
-    // by
-    // the curve 6 t^5 - 15 t^4 + 10 t^3. The channels of vectors take 8 bits of the hash each.
+    // by the curve 6 t^5 - 15 t^4 + 10 t^3. The channels of vectors take 8 bits of the hash each.
     {"cellnoise2d", "float", "vector2 texcoord 3.2,-5.7", 0.890524, 0.890524, 0.890524},
     {"cellnoise2d", "vector3", "vector2 texcoord 3.2,-5.7", 0.943104, 0.739976, 0.656982},
     {"cellnoise3d", "float", "vector3 position 3.2,-5.7,12.3", 0.162929, 0.162929, 0.162929},

@@ -1,4 +1,4 @@
-// Probes as programs: what C++ and GLSL give for them.
+// Probes as programs: what C++ and GLSL make of them.
 #ifndef TESTS_EVALUATOR_PROBE_TEXTS_H
 #define TESTS_EVALUATOR_PROBE_TEXTS_H
 
@@ -15,7 +15,7 @@ using Four = std::array<double, 4>;
 using Results = std::vector<std::array<Four, set_count>>; // by probe and set
 
 // All probes in one translation unit, compiled by the system's compiler and run. Fails the test and
-// gives nothing when that fails.
+// returns nothing when that fails.
 Results cpp_results(const std::vector<Probe>& probes);
 
 // Drawn in floats by Mesa's software OpenGL, many to a program.

@@ -34,7 +34,7 @@ class Decimal_comma : public std::numpunct<char>
 
 } // namespace
 
-TEST(Generation, gives_equal_bytes_for_equal_input)
+TEST(Generation, makes_equal_bytes_of_equal_input)
 {
     const auto graph = graph_of(painted_scene());
     const auto other = graph_of(painted_scene());

@@ -23,7 +23,7 @@ protected:
 
 } // namespace
 
-TEST_F(Group_options, each_light_has_parameters_called_after_it)
+TEST_F(Group_options, each_light_has_parameters_named_after_it)
 {
     const std::string after = text({{"lights", "sun, bulb"}, {"resolve_unsized_arrays", "true"}});
     for (const char* part :

@@ -140,11 +140,11 @@ TEST_F(Text_options, generate_texture_parameters_moves_annotations_to_the_sample
     EXPECT_TRUE(contains(after, "tex2D(wood_map, "));
 }
 
-TEST_F(Text_options, generate_samplers_leaves_samplers_to_the_host)
+TEST_F(Text_options, generate_samplers_leaves_samplers_to_the_program)
 {
     const std::string after = text({{"generate_samplers", "false"}});
     EXPECT_TRUE(contains(after, "texture wood_map\n<"));
-    EXPECT_TRUE(contains(after, "sampler2D wood_map_sampler; // bound by the host\n"));
+    EXPECT_TRUE(contains(after, "sampler2D wood_map_sampler; // bound by the program\n"));
     EXPECT_FALSE(contains(after, "sampler_state"));
 }
 

@@ -328,7 +328,7 @@ TEST_F(File_dialogs, stored_filter_that_does_not_exist_counts_as_the_first)
     }
 }
 
-TEST_F(File_dialogs, stored_filter_that_is_no_number_is_noted_in_the_log)
+TEST_F(File_dialogs, stored_filter_that_is_not_a_number_is_noted_in_the_log)
 {
     Chooser_exporter exporter(two_filters);
     exporter.remember("save", folder.file("scene.fx"));

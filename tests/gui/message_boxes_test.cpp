@@ -78,7 +78,7 @@ TEST_F(Message_box_windows, text_is_shown_as_it_is)
     EXPECT_EQ(shown().text, text);
 }
 
-TEST_F(Message_box_windows, nothing_is_asked_about_what_is_no_file)
+TEST_F(Message_box_windows, nothing_is_asked_about_what_is_not_a_file)
 {
     std::filesystem::create_symlink(folder.file("nowhere"), folder.file("dangling"));
     EXPECT_FALSE(exporter.can_export(nullptr));

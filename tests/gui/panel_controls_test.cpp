@@ -414,7 +414,7 @@ TEST_F(Panel_values, exporters_of_one_kind_keep_their_values_apart)
     EXPECT_EQ(lines_of(untouched), before);
 }
 
-TEST_F(Panel_values, options_are_no_settings)
+TEST_F(Panel_values, options_are_not_settings)
 {
     Exporter_generic exporter(Exporter_generic::TARGET_CGFX);
     exporter.initialize();

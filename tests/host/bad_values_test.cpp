@@ -1,4 +1,4 @@
-// What the program says of values that make no sense, and of files that are missing.
+// What the program says about values that make no sense, and about files that are missing.
 #include "tests/host/program.h"
 
 #include <gmock/gmock.h>
@@ -118,7 +118,7 @@ TEST_F(Bad_values, are_inputs_without_counterpart)
         << "once for both files";
 }
 
-TEST_F(Bad_values, of_a_document_are_told_all_at_once_by_every_command)
+TEST_F(Bad_values, of_a_document_are_all_reported_at_once_by_every_command)
 {
     const std::string bad = m_folder.write(
         "bad.mtlx", document("<absval name='n' type='nonsense'/>\n<constant type='float'/>"));

@@ -242,7 +242,7 @@ TEST_F(Batch, says_as_much_as_the_user_wants)
     EXPECT_EQ("", m_output);
 }
 
-TEST_F(Batch, names_the_item_of_a_message_and_tells_what_is_wrong_with_a_document_once)
+TEST_F(Batch, names_the_item_of_a_message_and_says_once_what_is_wrong_with_a_document)
 {
     m_folder.write("odd.mtlx",
                    document("<image name='i' type='color3'><input name='file' type='filename' "

@@ -154,7 +154,7 @@ TEST_F(Program, fails_when_the_exporter_takes_no_shader_of_that_kind)
     EXPECT_EQ("", read_file(output() + ".fx"));
 }
 
-TEST_F(Program, tells_file_line_and_reason_of_a_bad_document)
+TEST_F(Program, reports_file_line_and_reason_of_a_bad_document)
 {
     const std::string bad =
         m_folder.write("bad.mtlx", document("<absval name='n' type='nonsense'/>"));
@@ -295,7 +295,7 @@ TEST_F(Program, names_image_files_as_the_user_wants)
     }
 }
 
-TEST_F(Program, tells_why_a_plug_in_cannot_be_used)
+TEST_F(Program, says_why_a_plug_in_cannot_be_used)
 {
     run({"list", "--plugin", m_folder.file("none.so")});
     EXPECT_EQ(1, m_status);

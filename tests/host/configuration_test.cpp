@@ -104,7 +104,7 @@ TEST_F(Configuration, is_found_where_the_user_has_it)
     }
 }
 
-TEST_F(Configuration, that_nobody_understands_is_an_error)
+TEST_F(Configuration, that_makes_no_sense_is_an_error)
 {
     const struct {
         const char* file;

@@ -77,7 +77,7 @@ protected:
                 "\n",
                 "\x01\x1b[31m\x7f",
                 "\xc0\xae\xc0\xae\xc0\xaf"
-                "escaped",                  // "../escaped" in bytes that are no UTF-8
+                "escaped",                  // "../escaped" in bytes that are not UTF-8
                 "\xe2\x80\xae\xe2\x88\x95", // right to left, a slash of mathematics
                 "\xff\xfe\x80",
                 "..\\..\\precious",
@@ -128,7 +128,7 @@ protected:
         return material(name, name + "/", name);
     }
 
-    // Documents of every odd kind, and what is no document, in the folder "in".
+    // Odd documents of every kind, and files that are not documents, in the folder "in".
     void write_odd_documents() const;
 
     // Runs the program in the folder "in" and returns its exit status.

@@ -1,4 +1,4 @@
-// A folder with everything in it, told so that two looks can be compared.
+// A folder with everything in it, described so that two looks can be compared.
 #ifndef TESTS_HOST_FOLDER_TREE_H
 #define TESTS_HOST_FOLDER_TREE_H
 

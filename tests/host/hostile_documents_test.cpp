@@ -79,9 +79,9 @@ TEST(Hostile_documents, a_document_of_3_gigabytes_is_refused_at_once)
 TEST(Hostile_documents, includes_count_for_the_size_of_a_document)
 {
     const Temporary_folder folder;
-    const std::string blanks(std::size_t{40} << 20, ' ');
+    const std::string spaces(std::size_t{40} << 20, ' ');
     for (const char* name : {"a.mtlx", "b.mtlx"})
-        folder.write(name, "<materialx version='1.39'>" + blanks + "</materialx>");
+        folder.write(name, "<materialx version='1.39'>" + spaces + "</materialx>");
     const std::string file = folder.write(
         "all.mtlx", document("<xi:include href='a.mtlx'/><xi:include href='b.mtlx'/>"));
     EXPECT_EQ("the document and the files that it includes are larger than 64 MiB",

@@ -241,7 +241,7 @@ TEST_F(Output_files, go_to_standard_output_when_there_is_one)
     EXPECT_THAT(m_errors, HasSubstr("standard output takes one file"));
 }
 
-TEST_F(Output_files, that_cannot_be_written_are_told_once_with_the_reason_of_the_system)
+TEST_F(Output_files, that_cannot_be_written_are_reported_once_with_the_reason_of_the_system)
 {
     m_folder.write("file", "");
     fs::create_directory(m_folder.file("taken.cgfx"));

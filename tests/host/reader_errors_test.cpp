@@ -133,7 +133,7 @@ TEST(Reader_errors, tell_the_line_and_what_is_wrong)
     }
 }
 
-TEST(Reader_errors, are_told_all_at_once_and_each_only_where_it_is_made)
+TEST(Reader_errors, are_all_reported_at_once_and_each_only_where_it_is_made)
 {
     const Temporary_folder folder;
     const std::string file = folder.write("bad.mtlx", document(R"(<absval name="a" type="flaot"/>
@@ -164,7 +164,7 @@ TEST(Reader_errors, are_told_all_at_once_and_each_only_where_it_is_made)
                     "12: the name 'e' exists twice"));
 }
 
-TEST(Reader_errors, of_several_files_are_told_before_names_are_looked_at)
+TEST(Reader_errors, of_several_files_are_reported_before_names_are_looked_at)
 {
     const Temporary_folder folder;
     folder.write("broken.mtlx", "no XML");
@@ -186,7 +186,7 @@ TEST(Reader_errors, end_when_nobody_would_read_more)
         elements += "<absval name='n" + std::to_string(i) + "' type='nonsense'/>\n";
     const Read_result result = read_materialx(folder.write("bad.mtlx", document(elements)), {});
     ASSERT_EQ(101u, result.problems.size());
-    EXPECT_EQ("further errors are not told", result.problems.back().text);
+    EXPECT_EQ("further errors are not reported", result.problems.back().text);
 }
 
 TEST(Reader_errors, name_the_included_file_that_is_wrong)
@@ -200,7 +200,7 @@ TEST(Reader_errors, name_the_included_file_that_is_wrong)
     EXPECT_EQ(2, result.problems.at(0).place.line);
 }
 
-TEST(Reader_errors, refuse_what_is_no_materialx_document)
+TEST(Reader_errors, refuse_files_that_are_not_materialx_documents)
 {
     const Temporary_folder folder;
     const struct {

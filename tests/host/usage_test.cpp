@@ -1,4 +1,4 @@
-// What the program says of itself and of command lines that it does not understand.
+// What the program says about itself and about command lines that it does not understand.
 #include "tests/host/program.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +10,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-TEST_F(Program, tells_its_version)
+TEST_F(Program, prints_its_version)
 {
     run({"--version"});
     EXPECT_EQ(0, m_status);
@@ -87,7 +87,7 @@ TEST_F(Program, prints_the_module_of_a_material_after_a_pass)
     EXPECT_THAT(m_output, HasSubstr("i < lights.length"));
 }
 
-TEST_F(Program, tells_the_passes_in_the_help_of_ir)
+TEST_F(Program, lists_the_passes_in_the_help_of_ir)
 {
     run({"help", "ir"});
     EXPECT_EQ(0, m_status) << m_errors;

@@ -22,7 +22,7 @@ struct Bad_value {
 
 } // namespace
 
-TEST(Value_parser, reads_numbers_separated_by_commas_blanks_or_both)
+TEST(Value_parser, reads_numbers_separated_by_commas_spaces_or_both)
 {
     const Good_value rows[] = {
         {Value_type::float1, "0.5", {0.5}},
@@ -46,7 +46,7 @@ TEST(Value_parser, reads_numbers_separated_by_commas_blanks_or_both)
     }
 }
 
-TEST(Value_parser, refuses_what_is_no_value_of_the_type)
+TEST(Value_parser, refuses_what_is_not_a_value_of_the_type)
 {
     const Bad_value rows[] = {
         {Value_type::float1, ""},

@@ -206,7 +206,7 @@ TEST_F(Staged_file, is_backed_up_under_the_next_free_number)
     EXPECT_EQ("older", m_folder.read("x.fx.~1~"));
 }
 
-TEST_F(Staged_file, does_not_replace_what_is_no_file)
+TEST_F(Staged_file, does_not_replace_what_is_not_a_file)
 {
     fs::create_directory(m_folder.file("x.fx"));
     Staged_files stage(m_folder.path(), "x");

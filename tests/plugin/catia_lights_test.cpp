@@ -158,7 +158,7 @@ Lines lines_of(const std::string& text)
     return lines;
 }
 
-// The lines that are code: without comments, indents, trailing blanks and empty lines.
+// The lines that are code: without comments, indents, trailing spaces and empty lines.
 Lines code_lines()
 {
     Lines lines;
@@ -171,7 +171,7 @@ Lines code_lines()
     return lines;
 }
 
-TEST(Catia_lights, are_11780_bytes_with_a_blank_before_every_newline)
+TEST(Catia_lights, are_11780_bytes_with_a_space_before_every_newline)
 {
     const std::string text = catia_lights;
     EXPECT_EQ(text.size(), 11780u);

@@ -46,7 +46,7 @@ TEST(Add_extension, keeps_an_extension_only_when_it_is_the_wanted_one)
         {"a.", "fx", "a..fx"},
         {"../x", "cgfx", "../x.cgfx"},
         {"/d/\xff\xc3\xa9.fx", "fx", "/d/\xff\xc3\xa9.fx"},
-        {"/d/with blank", "fx", "/d/with blank.fx"},
+        {"/d/with space", "fx", "/d/with space.fx"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(to_bytes(add_extension(from_bytes(c.filename), from_bytes(c.extension))),
@@ -202,7 +202,7 @@ TEST(Save_buffer, of_an_empty_name_or_a_folder_can_not_open)
     EXPECT_EQ(to_bytes(error), "write open failed [" + folder.path() + "]");
 }
 
-TEST(Save_buffer, of_a_read_only_file_can_not_open)
+TEST(Save_buffer, of_a_read_only_file_cannot_open)
 {
     const Temporary_folder folder;
     ::chmod(folder.path().c_str(), 0755);

@@ -153,7 +153,7 @@ TEST_F(Compile_group, light_without_a_name_leaves_its_place_empty)
     EXPECT_EQ(option_value(host.options(1), "lights"), ", b");
 }
 
-TEST_F(Compile_group, light_count_is_fetched_anew_each_round)
+TEST_F(Compile_group, light_count_is_fetched_again_each_round)
 {
     shader.functions = {"direct_light"};
     host.add_light("a");

@@ -168,7 +168,7 @@ TEST_F(Files, failing_close_is_a_failed_write)
     EXPECT_EQ(write_file(folder.file("a"), {"text"}), WRITE_DONE);
 }
 
-TEST_F(Files, interrupted_calls_are_taken_up_again)
+TEST_F(Files, interrupted_calls_are_repeated)
 {
     Faults faults;
     faults.set(FAULT_OPEN, fail_first(2, EINTR));

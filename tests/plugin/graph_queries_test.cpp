@@ -249,7 +249,7 @@ TEST(Subshader_usage, material_itself_and_its_inputs_are_asked_after_its_surface
                                    "declaration of glass", "declaration of input"));
 }
 
-TEST(Subshader_usage, group_that_is_no_material_is_asked_itself)
+TEST(Subshader_usage, group_that_is_not_a_material_is_asked_itself)
 {
     Recording_host host;
     Scripted_node& group = host.add_node("group");

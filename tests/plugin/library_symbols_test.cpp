@@ -13,7 +13,7 @@ namespace
 
 using ::testing::UnorderedElementsAre;
 
-// What nm says of the library's symbols: lines of name, kind, address and size.
+// What nm says about the library's symbols: lines of name, kind, address and size.
 std::vector<std::string> symbols(const std::string& options)
 {
     struct Close_pipe {

@@ -103,7 +103,7 @@ void start_wx()
     static char* arguments[] = {program, nullptr};
     static int argument_count = 1;
     if (!wxEntryStart(argument_count, arguments) || !wxTheApp->CallOnInit()) {
-        std::fprintf(stderr, "wx can not be started\n");
+        std::fprintf(stderr, "wx cannot be started\n");
         std::exit(1);
     }
     watch_wx_asserts(); // the application has set its own handler
