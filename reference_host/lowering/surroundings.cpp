@@ -15,7 +15,7 @@ namespace
 constexpr double diffuse_blur = 0.38;
 constexpr double other_side = 0.1;
 
-// The names of parameters begin with that of their node, whatever it means by itself.
+// For the first part of a parameter's name, "sky_": a reserved word does no harm there.
 const Reserved_names& no_names()
 {
     static const Reserved_names none;

@@ -14,9 +14,10 @@ using namespace probing;
 namespace
 {
 
-// Relative, absolute below one. Floats keep seven digits; noise loses two of them in sums of large
-// hashes, powers and turns by large angles one. Mesa's arcsine is a short polynomial. The hash of
-// hexagons is made of what floats cut off.
+// Relative to the value, or absolute where it is below one. A float has seven digits: noise loses
+// two of them in sums of large hashes, powers and rotations by large angles lose one. Mesa
+// approximates the arcsine by a short polynomial. The hash of hexagons uses the digits that floats
+// round off, so that little of it agrees.
 constexpr double tolerance = 1e-4;
 constexpr double arcsine_tolerance = 1e-3;
 constexpr double cut_off_tolerance = 1e-2;
