@@ -2,6 +2,7 @@
 
 #include "reference_host/document/document_error.h"
 #include "reference_host/document/element_values.h"
+#include "reference_host/nodes/units.h"
 
 #include <algorithm>
 #include <iterator>
@@ -210,6 +211,7 @@ void Connection_resolver::add_input(const Scope& scope, Node& node, const Elemen
             origin.parameter->literal = true;
     } else {
         input.value = value_of(element, input.type);
+        input.unit = element.attribute("unit");
     }
     const bool is_given = input.source || input.parameter || input.value;
     if (is_given && !is_dropped(node, input))
@@ -335,6 +337,7 @@ Connection_resolver::Origin Connection_resolver::unconnected(const Scope& scope,
         parameter->name = declaration.name();
         parameter->owner = scope.path;
         parameter->value = *value;
+        convert_unit(parameter->value, holder.attribute("unit"), "");
         parameter->ui = ui_hints_of(declaration, type);
         parameter->color_space = color_space_of(holder, type);
     }

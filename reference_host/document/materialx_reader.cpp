@@ -5,6 +5,7 @@
 #include "reference_host/document/document_files.h"
 #include "reference_host/document/graph_checks.h"
 #include "reference_host/document/graph_scopes.h"
+#include "reference_host/nodes/units.h"
 
 #include <filesystem>
 #include <new>
@@ -15,6 +16,17 @@ namespace
 {
 
 constexpr const char* default_color_space = "lin_rec709";
+
+// What a node counts in, its definition says.
+void convert_units(Node& node)
+{
+    for (Input& input : node.inputs) {
+        const Input_definition* defined =
+            node.definition ? node.definition->find_input(input.name) : nullptr;
+        if (input.value && !input.unit.empty())
+            convert_unit(*input.value, input.unit, defined ? defined->unit : "");
+    }
+}
 
 std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Document_files& files,
                                           Document_problems& problems)
@@ -30,8 +42,10 @@ std::unique_ptr<Shader_graph> build_graph(const std::string& file, const Documen
         graph->color_space = default_color_space;
     const Scopes scopes = make_scopes(files, *graph, problems);
     Connection_resolver(scopes, *graph, problems).connect();
-    for (const auto& node : graph->nodes)
+    for (const auto& node : graph->nodes) {
         node->definition = find_definition(*node);
+        convert_units(*node);
+    }
     check_graph(*graph, problems);
     graph->missing_files = files.missing;
     end_if_any(problems, files);

@@ -55,6 +55,7 @@ struct Input {
     std::string source_output; // which output of the source; empty: its only one
     std::string channels;      // the swizzle that older documents put on a connection
     std::string color_space;   // of a colour or a file name; empty: none given
+    std::string unit;          // of the value; empty: that of the definition
     Ui_hints ui;
 };
 

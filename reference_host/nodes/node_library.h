@@ -25,6 +25,7 @@ struct Input_definition {
     std::string default_source; // "texcoord", "position", "normal", ...: what an unconnected input
                                 // reads instead of a value; empty: the value
     std::optional<double> min, max; // the range that a slider shows; missing: unlimited
+    std::string unit;               // that it counts in; empty: metres, degrees
 };
 
 struct Output_definition {

@@ -53,6 +53,8 @@ Input_pattern scan_input(Shade_scanner& scanner)
         input.definition.max = scanner.number();
         scanner.expect("]");
     }
+    if (scanner.accept("in"))
+        input.definition.unit = scanner.name("a unit");
     return input;
 }
 

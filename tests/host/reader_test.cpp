@@ -63,6 +63,35 @@ constexpr const char* custom_node = R"(
 
 } // namespace
 
+TEST_F(Reader, numbers_with_a_unit_are_converted_to_what_their_node_counts_in)
+{
+    read("<constant name='c' type='vector2'><input name='value' type='vector2' value='10, 20' "
+         "unittype='distance' unit='centimeter'/></constant>"
+         "<rotate2d name='r' type='vector2'><input name='amount' type='float' value='2' "
+         "unit='radian'/></rotate2d>"
+         "<constant name='odd' type='float'><input name='value' type='float' value='3' "
+         "unit='cubit'/></constant>"
+         "<thin_film_bsdf name='film' type='BSDF'><input name='thickness' type='float' value='0.5' "
+         "unit='micron'/></thin_film_bsdf>"
+         "<open_pbr_surface name='o' type='surfaceshader'><input name='thin_film_thickness' "
+         "type='float' value='500' unit='nanometer'/></open_pbr_surface>");
+    EXPECT_NEAR(0.1, input("c", "value").value->numbers[0], 1e-12);
+    EXPECT_NEAR(0.2, input("c", "value").value->numbers[1], 1e-12);
+    EXPECT_NEAR(114.59155902616465, input("r", "amount").value->numbers[0], 1e-9);
+    EXPECT_EQ(3, input("odd", "value").value->numbers[0]);
+    EXPECT_NEAR(500, input("film", "thickness").value->numbers[0], 1e-9);
+    EXPECT_NEAR(0.5, input("o", "thin_film_thickness").value->numbers[0], 1e-12);
+}
+
+TEST_F(Reader, interface_inputs_with_a_unit_are_in_metres)
+{
+    read("<nodegraph name='g'><input name='size' type='float' value='2' unit='inch' "
+         "unittype='distance'/><constant name='c' type='float'><input name='value' type='float' "
+         "interfacename='size'/></constant><output name='out' type='float' nodename='c'/>"
+         "</nodegraph>");
+    EXPECT_NEAR(0.0508, input("g/c", "value").parameter->value.numbers[0], 1e-12);
+}
+
 TEST_F(Reader, gives_values_with_their_types)
 {
     read(R"(<standard_surface name="s" type="surfaceshader">
