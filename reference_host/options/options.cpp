@@ -300,10 +300,12 @@ void warn_of_unknown_profiles(const Text_options& options, Diagnostics& diagnost
                std::string("option \"") + option + "\": the profile \"" + profile +
                    "\" is unknown");
     };
-    if (!is_vertex_profile(options.vertex_shader_profile))
-        warn("vertex_shader_profile", options.vertex_shader_profile);
-    if (!is_fragment_profile(options.fragment_shader_profile))
-        warn("fragment_shader_profile", options.fragment_shader_profile);
+    const std::string& vertex = options.vertex_shader_profile;
+    if (!vertex.empty() && !is_vertex_profile(vertex))
+        warn("vertex_shader_profile", vertex);
+    const std::string& fragment = options.fragment_shader_profile;
+    if (!fragment.empty() && !find_fragment_profile(fragment))
+        warn("fragment_shader_profile", fragment);
 }
 
 } // namespace

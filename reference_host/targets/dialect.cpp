@@ -137,6 +137,8 @@ constexpr Dialect effect_dialect(Language language)
     dialect.result_prefix = "result.";
     dialect.fragment_prefix = "fragment.";
     dialect.clip_position = "result.hposition";
+    dialect.vertex_profile = language == Language::cg ? "vp40" : "vs_3_0";
+    dialect.fragment_profile = language == Language::cg ? "fp40" : "ps_3_0";
     dialect.interpolators = language == Language::cg ? 8 : 10;
     dialect.binds_semantics = true;
     dialect.splits_textures = true;
@@ -164,6 +166,7 @@ constexpr Dialect glsl_dialect(Language language)
     dialect.fragment_prefix = "fragment_";
     dialect.clip_position = "gl_Position";
     dialect.interpolators = 16;
+    dialect.varying_floats = language == Language::glsl ? 0 : 32; // what OpenGL 2 promises
     dialect.passes_rotations = true;
     dialect.has_derivatives = true;
     dialect.has_integers = language == Language::glsl;

@@ -45,11 +45,14 @@ struct Dialect {
     const char* result_prefix;   // of what the vertex program hands over
     const char* fragment_prefix; // of the same in the fragment program
     const char* clip_position;
-    std::size_t interpolators; // values of up to four floats that are handed over
-    bool binds_semantics;      // two attributes cannot have one
-    bool splits_textures;      // into a texture and its sampler
-    bool passes_rotations;     // as matrices of their own
-    bool depth_from_zero;      // to one, and textures begin at the top
+    const char* vertex_profile;   // the usual ones of effects
+    const char* fragment_profile; // likewise; null: the language has no profiles
+    std::size_t interpolators;    // values of up to four floats that are handed over
+    std::size_t varying_floats;   // all their floats; zero: as many as the values have
+    bool binds_semantics;         // two attributes cannot have one
+    bool splits_textures;         // into a texture and its sampler
+    bool passes_rotations;        // as matrices of their own
+    bool depth_from_zero;         // to one, and textures begin at the top
     bool has_derivatives;
     bool has_integers;
     bool has_wide_lookups;

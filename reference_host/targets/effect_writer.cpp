@@ -2,6 +2,7 @@
 
 #include "reference_host/shading/host_values.h"
 #include "reference_host/targets/annotations.h"
+#include "reference_host/targets/profile_limits.h"
 #include "reference_host/targets/streams.h"
 #include "reference_host/targets/text_parts.h"
 
@@ -16,7 +17,6 @@ namespace
 struct Effect_words {
     Language language;
     const char* title;
-    const char *vertex_profile, *fragment_profile;
     const char *vertex_state, *fragment_state;
     const char* face_semantic;
     const char* fragment_input;     // the structure
@@ -34,8 +34,6 @@ constexpr const char* vertex_output = "Vertex_out";
 constexpr Effect_words effect_words[] = {
     {Language::cg,
      "CgFX",
-     "vp40",
-     "fp40",
      "VertexProgram",
      "FragmentProgram",
      "FACE",
@@ -57,8 +55,6 @@ constexpr Effect_words effect_words[] = {
      "        CullFace = Back;\n"},
     {Language::hlsl,
      "HLSL effect",
-     "vs_3_0",
-     "ps_3_0",
      "VertexShader",
      "PixelShader",
      "VFACE",
@@ -91,6 +87,7 @@ public:
           m_words(effect_words[plan.dialect.language == Language::hlsl ? 1 : 0]),
           m_printer(m_words.language),
           m_annotations(m_options, module.folder, diagnostics),
+          m_diagnostics(diagnostics),
           m_uses(collect_uses(module))
     {
     }
@@ -102,6 +99,8 @@ public:
         m_uses.add(streams.vertex_body());
         m_uses.add(fragment);
         check_texture_count(m_module, m_options);
+        if (m_plan.profile)
+            check_limits(m_module, *m_plan.profile, m_diagnostics);
         return head() + sas_global() + transforms_text() + scene_text() + parameters_text(false) +
                textures_text() + parameters_text(true) +
                section("shading state",
@@ -161,9 +160,9 @@ private:
         const bool world = m_plan.internal_space == Space::world;
         std::vector<std::string> lines = {
             std::string("Target: ") + m_words.title + ", vertex profile " +
-                profile(m_options.vertex_shader_profile, m_words.vertex_profile) +
+                profile(m_options.vertex_shader_profile, m_plan.dialect.vertex_profile) +
                 ", fragment profile " +
-                profile(m_options.fragment_shader_profile, m_words.fragment_profile),
+                profile(m_options.fragment_shader_profile, m_plan.dialect.fragment_profile),
             std::string("Internal space: ") + (world ? "world" : "camera")};
         for (const std::string& line : target_conventions(m_options))
             lines.push_back(line);
@@ -363,9 +362,9 @@ private:
         }
         return "technique T0\n{\n    pass P0\n    {\n" + states + "        " +
                m_words.vertex_state + " = compile " +
-               profile(m_options.vertex_shader_profile, m_words.vertex_profile) +
+               profile(m_options.vertex_shader_profile, m_plan.dialect.vertex_profile) +
                " vertex_main();\n        " + m_words.fragment_state + " = compile " +
-               profile(m_options.fragment_shader_profile, m_words.fragment_profile) +
+               profile(m_options.fragment_shader_profile, m_plan.dialect.fragment_profile) +
                " fragment_main();\n    }\n}\n";
     }
 
@@ -380,6 +379,7 @@ private:
     const Effect_words& m_words;
     Printer m_printer;
     Annotations m_annotations;
+    Diagnostics& m_diagnostics;
     Uses m_uses; // of the whole text
 };
 

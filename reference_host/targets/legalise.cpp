@@ -124,7 +124,7 @@ void legalise(Module& module, const Text_plan& plan)
         split_textures(module);
     if (plan.lights_in_list)
         pass_lights(module, plan);
-    if (!plan.dialect.has_derivatives)
+    if (!plan.passes.switches.at(Switch::has_derivatives))
         check_derivatives(module);
 }
 

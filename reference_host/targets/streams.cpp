@@ -293,11 +293,18 @@ Statements Streams::fragment_body(const Expr& back_face) const
 
 void Streams::check_semantics(const std::string& shader) const
 {
-    const std::size_t limit = m_plan.dialect.interpolators;
-    if (m_varyings.size() > limit)
-        throw Notation_error(
-            "shader \"" + shader + "\" hands over " + std::to_string(m_varyings.size()) +
-            " values to the fragment program, which takes " + std::to_string(limit));
+    const auto check = [&](std::size_t count, const char* what, std::size_t limit) {
+        if (limit != 0 && count > limit)
+            throw Notation_error("shader \"" + shader + "\" hands over " + std::to_string(count) +
+                                 what + " to the fragment program, which takes " +
+                                 std::to_string(limit));
+    };
+    std::size_t floats = 0;
+    for (const Stream& varying : m_varyings)
+        floats += static_cast<std::size_t>(component_count(varying.type));
+    check(m_varyings.size(), " values", m_plan.dialect.interpolators);
+    check(m_varyings.size(), " values", m_plan.profile ? m_plan.profile->interpolators : 0);
+    check(floats, " floats", m_plan.dialect.varying_floats);
     for (auto a = m_attributes.begin(); a != m_attributes.end(); ++a)
         for (auto b = std::next(a); b != m_attributes.end() && m_plan.dialect.binds_semantics; ++b)
             if (a->semantic == b->semantic)

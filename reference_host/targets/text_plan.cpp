@@ -2,8 +2,6 @@
 
 #include "reference_host/targets/legalise.h"
 
-#include <cstring>
-
 namespace reference_host
 {
 namespace
@@ -35,14 +33,12 @@ bool wants_list(const Dialect& dialect, const Group_options& group, const Text_o
     return false;
 }
 
-// Older profiles of fragment programs take no derivatives.
-bool has_wide_lookups(const Dialect& dialect, const Text_options& options)
+const Fragment_profile* profile_of(const Dialect& dialect, const Text_options& options)
 {
-    const std::string& profile = options.fragment_shader_profile;
-    for (const char* older : {"arbfp1", "fp20", "fp30", "ps_1", "ps_2"})
-        if (profile.compare(0, std::strlen(older), older) == 0)
-            return false;
-    return dialect.has_wide_lookups;
+    if (!dialect.fragment_profile)
+        return nullptr;
+    const std::string& wanted = options.fragment_shader_profile;
+    return find_fragment_profile(wanted.empty() ? dialect.fragment_profile : wanted);
 }
 
 // A light, a volume, or else something to look at.
@@ -65,8 +61,15 @@ Text_plan make_plan(Language language, const Group_options& group, const Text_op
                     const Generator_settings& settings, Diagnostics& diagnostics)
 {
     const Dialect& dialect = dialect_of(language);
-    Text_plan plan{dialect, options, settings, internal_space_of(dialect, group, options),
-                   false,   {}};
+    Text_plan plan{dialect,
+                   options,
+                   settings,
+                   internal_space_of(dialect, group, options),
+                   false,
+                   {},
+                   profile_of(dialect, options)};
+    const Fragment_profile any;
+    const Fragment_profile& profile = plan.profile ? *plan.profile : any;
     plan.lights_in_list = wants_list(dialect, group, options, diagnostics);
     const bool all =
         plan.has_light_interface() && options.interfaces && !options.light_interfaces_only;
@@ -77,9 +80,9 @@ Text_plan make_plan(Language language, const Group_options& group, const Text_op
         {Switch::world_space, plan.internal_space == Space::world},
         {Switch::has_ambient, !options.scene_ambient.empty()},
         {Switch::has_alpha, options.alpha_transparency},
-        {Switch::has_derivatives, dialect.has_derivatives},
+        {Switch::has_derivatives, dialect.has_derivatives && profile.has_derivatives},
         {Switch::has_integers, dialect.has_integers},
-        {Switch::has_wide_lookups, has_wide_lookups(dialect, options)},
+        {Switch::has_wide_lookups, dialect.has_wide_lookups && profile.has_wide_lookups},
         {Switch::flips_images, options.flip_tex2d_v},
         {Switch::turns_cube_maps, options.rotate_cube_map},
     };

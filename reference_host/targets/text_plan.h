@@ -3,6 +3,7 @@
 #define REFERENCE_HOST_TARGETS_TEXT_PLAN_H
 
 #include "reference_host/options/options.h"
+#include "reference_host/options/profiles.h"
 #include "reference_host/passes/passes.h"
 #include "reference_host/targets/dialect.h"
 
@@ -16,6 +17,7 @@ struct Text_plan {
     Space internal_space = Space::camera; // or world
     bool lights_in_list = false;          // else one call for each light of the scene
     Pass_settings passes;
+    const Fragment_profile* profile = nullptr; // null: unknown, or the language has none
 
     bool has_light_interface() const
     {
