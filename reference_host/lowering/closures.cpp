@@ -38,6 +38,10 @@ const std::vector<Lobe_kind>& lobe_kinds()
          {f0, f90, {"edge", K::float3}, alpha, energy},
          Looks::mirrored,
          Lets_through::mean_rest},
+        {"glossy_power",
+         {f0, f90, {"edge", K::float3}, {"exponent", K::float1}, alpha, energy},
+         Looks::mirrored,
+         Lets_through::mean_rest},
         {"brushed",
          {f0, f90, {"edge", K::float3}, {"alphas", K::float2}, {"tangent", K::float3}, energy},
          Looks::mirrored,
@@ -169,7 +173,7 @@ Expr below_film(const Expr& lobe, const Expr& film)
         add({construct(K::float3, {old[3]}), none});
     else if (lobe->name == "glossy")
         add({old[3], old[4], none});
-    else if (lobe->name == "glossy_metal")
+    else if (lobe->name == "glossy_metal" || lobe->name == "glossy_power")
         add({old[3], old[4], old[5]});
     else
         return lobe;

@@ -310,6 +310,24 @@ TEST_F(Materials, a_film_on_a_layer_colors_what_it_reflects)
     EXPECT_NE(layered.middle[0], layered.middle[2]);
 }
 
+TEST_F(Materials, reflection_rises_towards_the_edge_as_its_exponent_says)
+{
+    const auto seen = [&](const char* exponent) {
+        return in_furnace(
+            "<generalized_schlick_bsdf name=\"l\" type=\"BSDF\">" +
+            color("color0", "0.04,0.04,0.04") + number("exponent", exponent) +
+            "<input name=\"roughness\" type=\"vector2\" value=\"0.01,0.01\"/>"
+            "</generalized_schlick_bsdf>" +
+            surface("surface", "<input name=\"bsdf\" type=\"BSDF\" nodename=\"l\"/>"));
+    };
+    const double usual = seen("5").mean;
+    EXPECT_NEAR(seen("5.001").mean, usual, 0.01);
+    // Of a sphere in a furnace: 0.04 + 0.96 * 2 / ((n + 1) * (n + 2)).
+    EXPECT_NEAR(seen("2").mean, 0.2, 0.02);
+    EXPECT_NEAR(seen("1").mean, 0.36, 0.02);
+    EXPECT_LT(seen("9").mean, usual);
+}
+
 TEST_F(Materials, graphs_of_closures_are_surfaces)
 {
     const std::string connected =
