@@ -1,9 +1,8 @@
 #include "reference_host/window/graph_layout.h"
 
+#include "reference_host/system/memory_file.h"
 #include "reference_host/system/process.h"
-#include "reference_host/system/temporary_folder.h"
 
-#include <fstream>
 #include <locale>
 #include <sstream>
 
@@ -104,10 +103,8 @@ Graph_layout lay_out(const Graph_layout& graph)
 {
     Graph_layout layout;
     layout.boxes = graph.boxes;
-    const Temporary_folder folder;
-    const std::string file = folder.path() + "/graph.dot";
-    std::ofstream(file) << dot_text(graph);
-    const Process_result result = run_program({"dot", "-Tplain", file}, limits);
+    const Memory_file file(dot_text(graph));
+    const Process_result result = run_program({"dot", "-Tplain", file.path()}, limits);
     if (result.end == Process_end::no_start) {
         layout.error = "The graph is laid out by Graphviz, which is absent: the program dot.";
     } else if (result.end != Process_end::exit || result.status != 0) {
