@@ -1,8 +1,6 @@
 #include "reference_host/render/drawing.h"
 
-#include "reference_host/render/gl_program.h"
-#include "reference_host/render/gl_textures.h"
-#include "reference_host/render/offscreen_context.h"
+#include "reference_host/render/drawing_device.h"
 
 #include <algorithm>
 
@@ -41,8 +39,9 @@ std::vector<float> scene_values(const Drawing& drawing, const Uniform& uniform,
     return {};
 }
 
-void fill_inputs(GLuint program, const Mesh& mesh)
+std::vector<GLuint> fill_inputs(GLuint program, const Mesh& mesh)
 {
+    std::vector<GLuint> inputs;
     GLint count = 0;
     GLint longest = 0;
     glGetProgramiv(program, GL_ACTIVE_ATTRIBUTES, &count);
@@ -62,7 +61,9 @@ void fill_inputs(GLuint program, const Mesh& mesh)
         glEnableVertexAttribArray(static_cast<GLuint>(at));
         glVertexAttribPointer(static_cast<GLuint>(at), 4, GL_FLOAT, GL_FALSE, sizeof(Vertex),
                               first.data());
+        inputs.push_back(static_cast<GLuint>(at));
     }
+    return inputs;
 }
 
 void prepare_drawing()
@@ -145,26 +146,33 @@ private:
 class Prepared_drawing::Program
 {
 public:
-    explicit Program(Drawing program_drawing) : drawing(std::move(program_drawing)), m_ground(1, 1)
+    Program(Drawing program_drawing, std::shared_ptr<Drawing_device> device)
+        : drawing(std::move(program_drawing)),
+          m_device(std::move(device)),
+          m_textures(drawing, [this](Cube_up cube_up) { return m_device->sky(cube_up); })
     {
+    }
+
+    ~Program()
+    {
+        m_device->make_current();
+        if (m_program)
+            m_device->keep(std::move(m_program), drawing.vertex, drawing.fragment);
     }
 
     bool prepare(std::string& error)
     {
-        if (!m_context.draw_into(m_ground)) {
+        if (!m_device->make_current()) {
             error += "Mesa gives no drawing context\n";
             return false;
         }
-        m_program = link_program(drawing.vertex, drawing.fragment, error);
-        if (m_program == 0)
+        m_program = m_device->program(drawing.vertex, drawing.fragment, error);
+        if (!m_program)
             return false;
-        glUseProgram(m_program);
-        Gl_textures textures(drawing);
-        for (const Uniform& uniform : active_uniforms(m_program))
-            if (!textures.load(uniform))
+        for (const Uniform& uniform : m_program->uniforms())
+            if (!m_textures.load(uniform))
                 m_uniforms.push_back(uniform);
         set_values(drawing.uniforms);
-        prepare_drawing();
         return true;
     }
 
@@ -172,19 +180,22 @@ public:
                                        std::string& error)
     {
         Tiles tiles(size, view.samples);
-        if (!m_context.draw_into(tiles.tile())) {
+        if (!m_device->draw_into(tiles.tile())) {
             error += "Mesa gives no drawing context\n";
             return std::nullopt;
         }
+        glUseProgram(m_program->id());
+        m_textures.bind();
+        prepare_drawing();
         set_scene(view.camera);
         set_values(by_uniform(values));
-        const Mesh mesh =
-            make_mesh(view.shape, drawing.space,
-                      drawing.conventions.flipped_mesh ? V_axis::down : V_axis::up, view.camera);
-        fill_inputs(m_program, mesh);
+        const Mesh& mesh = mesh_for(view);
+        const std::vector<GLuint> inputs = fill_inputs(m_program->id(), mesh);
         Linear_picture picture = tiles.draw(mesh);
+        for (const GLuint input : inputs)
+            glDisableVertexAttribArray(input); // the mesh ends here
         const GLenum failure = glGetError();
-        m_context.draw_into(m_ground); // the tile ends here
+        m_device->make_current(); // the tile ends here
         if (failure != GL_NO_ERROR) {
             error += drawing.fragment.name + ": OpenGL error " + std::to_string(failure) + "\n";
             return std::nullopt;
@@ -195,6 +206,18 @@ public:
     const Drawing drawing;
 
 private:
+    // Only a mesh in the space of the camera moves with it.
+    const Mesh& mesh_for(const View& view)
+    {
+        if (m_mesh.vertices.empty() || m_shape != view.shape ||
+            drawing.space == Vertex_space::camera)
+            m_mesh = make_mesh(view.shape, drawing.space,
+                               drawing.conventions.flipped_mesh ? V_axis::down : V_axis::up,
+                               view.camera);
+        m_shape = view.shape;
+        return m_mesh;
+    }
+
     Uniform_values by_uniform(const Uniform_values& values) const
     {
         Uniform_values result;
@@ -223,13 +246,15 @@ private:
             if (const auto own = values.find(uniform.name); own != values.end())
                 set_uniform(uniform, own->second);
             else
-                set_elements(m_program, uniform, values);
+                set_elements(m_program->id(), uniform, values);
     }
 
-    Linear_picture m_ground; // what is drawn into while nothing is drawn
-    Offscreen_context m_context;
-    GLuint m_program = 0;
+    std::shared_ptr<Drawing_device> m_device;
+    std::unique_ptr<Gl_program> m_program;
+    Gl_textures m_textures;
     std::vector<Uniform> m_uniforms; // except for samplers
+    Shape m_shape = Shape::sphere;
+    Mesh m_mesh; // of that shape
 };
 
 Prepared_drawing::Prepared_drawing(std::unique_ptr<Program> program) : m_program(std::move(program))
@@ -238,9 +263,11 @@ Prepared_drawing::Prepared_drawing(std::unique_ptr<Program> program) : m_program
 
 Prepared_drawing::~Prepared_drawing() = default;
 
-std::unique_ptr<Prepared_drawing> Prepared_drawing::prepare(Drawing drawing, std::string& error)
+std::unique_ptr<Prepared_drawing> Prepared_drawing::prepare(Drawing drawing,
+                                                            std::shared_ptr<Drawing_device> device,
+                                                            std::string& error)
 {
-    auto program = std::make_unique<Program>(std::move(drawing));
+    auto program = std::make_unique<Program>(std::move(drawing), std::move(device));
     if (!program->prepare(error))
         return nullptr;
     return std::unique_ptr<Prepared_drawing>(new Prepared_drawing(std::move(program)));
@@ -259,7 +286,8 @@ const Environment& Prepared_drawing::environment() const
 
 std::optional<Linear_picture> draw(const Drawing& drawing, int size, std::string& error)
 {
-    const auto prepared = Prepared_drawing::prepare(drawing, error);
+    const auto prepared =
+        Prepared_drawing::prepare(drawing, std::make_shared<Drawing_device>(), error);
     return prepared ? prepared->draw(drawing.view, {}, size, error) : std::nullopt;
 }
 

@@ -43,11 +43,13 @@ struct Drawing {
 
     // Those of cube maps; others get `environment`, which is never null.
     std::map<std::string, std::shared_ptr<const Environment>> cube_maps;
-    std::shared_ptr<const Environment> environment = std::make_shared<Environment>();
+    std::shared_ptr<const Environment> environment = own_sky();
 
     // Names that the labels show instead of those of the samplers.
     std::map<std::string, std::string> texture_labels;
 };
+
+class Drawing_device;
 
 // A drawing whose shaders are compiled and whose textures are loaded. For one thread.
 class Prepared_drawing
@@ -55,7 +57,8 @@ class Prepared_drawing
 public:
     // Nothing and one or more lines in `error` when a stage does not compile, the program does not
     // link, or the fragment shader reads what the vertex shader does not write.
-    static std::unique_ptr<Prepared_drawing> prepare(Drawing drawing, std::string& error);
+    static std::unique_ptr<Prepared_drawing>
+    prepare(Drawing drawing, std::shared_ptr<Drawing_device> device, std::string& error);
     ~Prepared_drawing();
 
     // Draws, seen like this. `values` are those of parameters, by their names; they stay until a

@@ -7,6 +7,7 @@
 #include "reference_host/system/process.h"
 
 #include <algorithm>
+#include <future>
 
 namespace reference_host
 {
@@ -264,8 +265,14 @@ std::optional<Translated_effect> translate_effect(const std::string& file, const
         return std::nullopt;
     }
     const Translator translator(file, text, compiler, effect.unsized_lists);
-    auto vertex = translator.translate("glslv", effect.vertex_entry, error);
-    auto fragment = translator.translate("glslf", effect.fragment_entry, error);
+    std::string vertex_error;
+    auto vertex_translation = std::async(std::launch::async, [&] {
+        return translator.translate("glslv", effect.vertex_entry, vertex_error);
+    });
+    std::string fragment_error;
+    auto fragment = translator.translate("glslf", effect.fragment_entry, fragment_error);
+    auto vertex = vertex_translation.get();
+    error += vertex_error + fragment_error;
     if (!vertex || !fragment)
         return std::nullopt;
     rename_inputs(*vertex);

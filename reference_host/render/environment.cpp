@@ -163,4 +163,10 @@ std::vector<Color> Environment::cube_face(int face, int side, Cube_up cube_up) c
     return texels;
 }
 
+const std::shared_ptr<const Environment>& own_sky()
+{
+    static const auto sky = std::make_shared<const Environment>();
+    return sky;
+}
+
 } // namespace reference_host

@@ -51,6 +51,9 @@ private:
     std::vector<Color> m_pixels;
 };
 
+// The sky of our own. It is one object, so that what was made of it can be kept.
+const std::shared_ptr<const Environment>& own_sky();
+
 } // namespace reference_host
 
 #endif

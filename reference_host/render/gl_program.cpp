@@ -1,6 +1,8 @@
 #include "reference_host/render/gl_program.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <string_view>
 
 namespace reference_host
@@ -37,6 +39,7 @@ GLuint compile(GLenum kind, const Shader_source& source, std::string& error)
     if (compiled == GL_TRUE)
         return shader;
     error += log_of(shader, glGetShaderiv, glGetShaderInfoLog, source.name);
+    glDeleteShader(shader);
     return 0;
 }
 
@@ -100,28 +103,35 @@ void set_integers(const Uniform_shape& shape, GLint at, GLsizei count, const GLi
         glUniform4iv(at, count, values);
 }
 
-} // namespace
-
-GLuint link_program(const Shader_source& vertex_source, const Shader_source& fragment_source,
-                    std::string& error)
+const Uniform_shape* shape_of(GLenum type)
 {
-    const GLuint vertex = compile(GL_VERTEX_SHADER, vertex_source, error);
-    const GLuint fragment = compile(GL_FRAGMENT_SHADER, fragment_source, error);
-    if (vertex == 0 || fragment == 0)
-        return 0;
-    const GLuint program = glCreateProgram();
-    glAttachShader(program, vertex);
-    glAttachShader(program, fragment);
-    glLinkProgram(program);
-    GLint linked = GL_FALSE;
-    glGetProgramiv(program, GL_LINK_STATUS, &linked);
-    const std::string log = log_of(program, glGetProgramiv, glGetProgramInfoLog,
-                                   vertex_source.name + " with " + fragment_source.name);
-    // Mesa only warns of a varying that is read but never written; the value is undefined.
-    if (linked == GL_TRUE && log.find("not written") == std::string::npos)
-        return program;
-    error += log;
-    return 0;
+    const auto shape = std::find_if(std::begin(uniform_shapes), std::end(uniform_shapes),
+                                    [type](const Uniform_shape& row) { return row.type == type; });
+    return shape == std::end(uniform_shapes) ? nullptr : shape;
+}
+
+// The value of a uniform or of an element of an array; a matrix row by row.
+void append_value(GLuint program, const std::string& name, const Uniform_shape& shape,
+                  std::vector<float>& values)
+{
+    constexpr std::size_t largest = 16;
+    std::array<float, largest> columns = {}; // as OpenGL has them
+    glGetUniformfv(program, glGetUniformLocation(program, name.c_str()), columns.data());
+    for (int row = 0; row < shape.rows; ++row)
+        for (int column = 0; column < shape.columns; ++column)
+            values.push_back(columns[static_cast<std::size_t>(column) * shape.rows + row]);
+}
+
+std::vector<float> value_of(GLuint program, const Uniform& uniform)
+{
+    std::vector<float> values;
+    const Uniform_shape* shape = shape_of(uniform.type);
+    for (GLint i = 0; shape && i < uniform.count; ++i)
+        append_value(program,
+                     uniform.count == 1 ? uniform.name
+                                        : uniform.name + "[" + std::to_string(i) + "]",
+                     *shape, values);
+    return values;
 }
 
 std::vector<Uniform> active_uniforms(GLuint program)
@@ -140,24 +150,75 @@ std::vector<Uniform> active_uniforms(GLuint program)
         name.resize(static_cast<std::size_t>(length));
         uniform.location = glGetUniformLocation(program, name.c_str());
         uniform.name = without_index(std::move(name));
+        uniform.value = value_of(program, uniform);
         uniforms.push_back(std::move(uniform));
     }
     return uniforms;
 }
 
+// 0 and lines in `error` when that fails.
+GLuint link_program(const Shader_source& vertex_source, const Shader_source& fragment_source,
+                    std::string& error)
+{
+    const GLuint vertex = compile(GL_VERTEX_SHADER, vertex_source, error);
+    const GLuint fragment = compile(GL_FRAGMENT_SHADER, fragment_source, error);
+    const GLuint program = vertex != 0 && fragment != 0 ? glCreateProgram() : 0;
+    if (program != 0) {
+        glAttachShader(program, vertex);
+        glAttachShader(program, fragment);
+    }
+    for (const GLuint shader : {vertex, fragment})
+        glDeleteShader(shader); // a program keeps its own
+    if (program == 0)
+        return 0;
+    glLinkProgram(program);
+    GLint linked = GL_FALSE;
+    glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    const std::string log = log_of(program, glGetProgramiv, glGetProgramInfoLog,
+                                   vertex_source.name + " with " + fragment_source.name);
+    // Mesa only warns of a varying that is read but never written; the value is undefined.
+    if (linked == GL_TRUE && log.find("not written") == std::string::npos)
+        return program;
+    error += log;
+    glDeleteProgram(program);
+    return 0;
+}
+
+} // namespace
+
+Gl_program::Gl_program(GLuint id) : m_id(id), m_uniforms(active_uniforms(id)) {}
+
+Gl_program::~Gl_program()
+{
+    glDeleteProgram(m_id);
+}
+
+std::unique_ptr<Gl_program> Gl_program::link(const Shader_source& vertex,
+                                             const Shader_source& fragment, std::string& error)
+{
+    const GLuint id = link_program(vertex, fragment, error);
+    return std::unique_ptr<Gl_program>(id == 0 ? nullptr : new Gl_program(id));
+}
+
+void Gl_program::start_afresh() const
+{
+    glUseProgram(m_id);
+    for (const Uniform& uniform : m_uniforms)
+        set_uniform(uniform, uniform.value);
+}
+
 void set_uniform(const Uniform& uniform, const std::vector<float>& values)
 {
-    for (const Uniform_shape& shape : uniform_shapes) {
-        if (shape.type != uniform.type)
-            continue;
-        const auto given = static_cast<GLsizei>(values.size()) / (shape.rows * shape.columns);
-        const GLsizei count = std::min<GLsizei>(given, uniform.count);
-        if (shape.number == Number::real)
-            set_reals(shape, uniform.location, count, values.data());
-        else
-            set_integers(shape, uniform.location, count,
-                         std::vector<GLint>(values.begin(), values.end()).data());
-    }
+    const Uniform_shape* shape = shape_of(uniform.type);
+    if (!shape)
+        return;
+    const auto given = static_cast<GLsizei>(values.size()) / (shape->rows * shape->columns);
+    const GLsizei count = std::min<GLsizei>(given, uniform.count);
+    if (shape->number == Number::real)
+        set_reals(*shape, uniform.location, count, values.data());
+    else
+        set_integers(*shape, uniform.location, count,
+                     std::vector<GLint>(values.begin(), values.end()).data());
 }
 
 std::vector<float> matrix_values(const Matrix& matrix, int side)

@@ -100,57 +100,83 @@ void set_filters(GLenum target, GLint wrapping)
 // The depth that order-independent transparency peels from: nothing is nearer than the first layer.
 constexpr char peeled_depth[] = "oit_depth_map";
 
-GLuint bind_new_texture(GLenum target)
+Shared_texture load_image(const Image& image)
 {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(target, texture);
+    auto texture = std::make_shared<Gl_texture>(GL_TEXTURE_2D);
+    texture->bind();
+    load_levels(GL_TEXTURE_2D, image.pixels, image.width, image.height);
+    set_filters(GL_TEXTURE_2D, GL_REPEAT);
     return texture;
 }
 
 } // namespace
 
-bool Gl_textures::load(const Uniform& sampler)
+Gl_texture::Gl_texture(GLenum target) : m_target(target)
 {
-    if (sampler.type != GL_SAMPLER_2D && sampler.type != GL_SAMPLER_CUBE)
-        return false;
-    glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(m_unit));
-    if (sampler.type == GL_SAMPLER_CUBE)
-        load_cube_map(sampler.name);
-    else
-        load_image(sampler.name);
-    glUniform1i(sampler.location, m_unit++);
-    return true;
+    glGenTextures(1, &m_id);
 }
 
-void Gl_textures::load_cube_map(const std::string& sampler) const
+Gl_texture::~Gl_texture()
+{
+    glDeleteTextures(1, &m_id);
+}
+
+void Gl_texture::bind() const
+{
+    glBindTexture(m_target, m_id);
+}
+
+Shared_texture load_cube_map(const Environment& environment, Cube_up cube_up)
 {
     constexpr int side = 256;
-    bind_new_texture(GL_TEXTURE_CUBE_MAP);
-    const auto own = m_drawing.cube_maps.find(sampler);
-    const Environment& environment =
-        own == m_drawing.cube_maps.end() ? *m_drawing.environment : *own->second;
-    const Cube_up cube_up = m_drawing.conventions.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
+    auto texture = std::make_shared<Gl_texture>(GL_TEXTURE_CUBE_MAP);
+    texture->bind();
     for (int face = 0; face < 6; ++face)
         load_levels(GL_TEXTURE_CUBE_MAP_POSITIVE_X + static_cast<GLenum>(face),
                     environment.cube_face(face, side, cube_up), side, side);
     glEnable(GL_TEXTURE_CUBE_MAP_SEAMLESS);
     set_filters(GL_TEXTURE_CUBE_MAP, GL_CLAMP_TO_EDGE);
+    return texture;
 }
 
-void Gl_textures::load_image(const std::string& sampler)
+bool Gl_textures::load(const Uniform& sampler)
+{
+    if (sampler.type != GL_SAMPLER_2D && sampler.type != GL_SAMPLER_CUBE)
+        return false;
+    glUniform1i(sampler.location, static_cast<GLint>(m_units.size()));
+    m_units.push_back(sampler.type == GL_SAMPLER_CUBE ? cube_map_for(sampler.name)
+                                                      : texture_for(sampler.name));
+    return true;
+}
+
+void Gl_textures::bind() const
+{
+    GLenum unit = GL_TEXTURE0;
+    for (const Shared_texture& texture : m_units) {
+        glActiveTexture(unit++);
+        texture->bind();
+    }
+}
+
+Shared_texture Gl_textures::cube_map_for(const std::string& sampler) const
+{
+    const auto own = m_drawing.cube_maps.find(sampler);
+    const auto& environment =
+        own == m_drawing.cube_maps.end() ? m_drawing.environment : own->second;
+    const Cube_up cube_up = m_drawing.conventions.rotated_cube_maps ? Cube_up::minus_z : Cube_up::y;
+    return environment == own_sky() ? m_sky(cube_up) : load_cube_map(*environment, cube_up);
+}
+
+Shared_texture Gl_textures::texture_for(const std::string& sampler)
 {
     const auto [known, is_new] = m_loaded.try_emplace(image_for(sampler));
-    if (!is_new) {
-        glBindTexture(GL_TEXTURE_2D, known->second);
-        return;
-    }
-    known->second = bind_new_texture(GL_TEXTURE_2D);
+    if (!is_new)
+        return known->second;
     Image image = *known->first;
     if (!m_drawing.conventions.flipped_textures)
         flip_rows(image); // OpenGL has v = 0 at the lower edge and wants that row first
-    load_levels(GL_TEXTURE_2D, std::move(image.pixels), image.width, image.height);
-    set_filters(GL_TEXTURE_2D, GL_REPEAT);
+    known->second = load_image(image);
+    return known->second;
 }
 
 std::shared_ptr<const Image> Gl_textures::image_for(const std::string& sampler) const

@@ -1,7 +1,7 @@
 #include "reference_host/render/loaded_shader.h"
 
 #include "reference_host/render/backdrop.h"
-#include "reference_host/render/drawing.h"
+#include "reference_host/render/drawing_device.h"
 #include "reference_host/render/effect_text.h"
 #include "reference_host/render/effect_translation.h"
 #include "reference_host/render/shader_tokens.h"
@@ -202,6 +202,12 @@ std::string wrong_measure(const Render_request& request)
 }
 
 Loaded_shader::Loaded_shader(const std::vector<Shader_source>& texts, const Render_request& request)
+    : Loaded_shader(texts, request, std::make_shared<Drawing_device>())
+{
+}
+
+Loaded_shader::Loaded_shader(const std::vector<Shader_source>& texts, const Render_request& request,
+                             const std::shared_ptr<Drawing_device>& device)
     : m_name(texts.empty() ? std::string() : texts.back().name)
 {
     auto prepared = prepare(texts, request, m_loading);
@@ -210,7 +216,8 @@ Loaded_shader::Loaded_shader(const std::vector<Shader_source>& texts, const Rend
     const Folders folders = folders_of(m_name, request);
     load_textures(*prepared, folders, request, m_loading);
     if (load_environment(*prepared, folders, request, m_loading))
-        m_drawing = Prepared_drawing::prepare(std::move(prepared->drawing), m_loading.error);
+        m_drawing =
+            Prepared_drawing::prepare(std::move(prepared->drawing), device, m_loading.error);
 }
 
 Loaded_shader::~Loaded_shader() = default;

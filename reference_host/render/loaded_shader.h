@@ -12,6 +12,7 @@
 namespace reference_host
 {
 
+class Drawing_device;
 class Prepared_drawing;
 
 // For one thread. While one is drawn, no other one may be, nor may render() run.
@@ -22,6 +23,10 @@ public:
     // in messages, and textures are looked for beside them. Of the request, all but view, uniforms,
     // size, encoding and files counts.
     Loaded_shader(const std::vector<Shader_source>& texts, const Render_request& request);
+
+    // The same on a device that draws others, too: what they have in common is done once.
+    Loaded_shader(const std::vector<Shader_source>& texts, const Render_request& request,
+                  const std::shared_ptr<Drawing_device>& device);
     ~Loaded_shader();
 
     // Draws as the request says, of which view, uniforms and size count. A uniform that has got a

@@ -15,7 +15,7 @@ const bool is_cache_off = setenv("MESA_SHADER_CACHE_DISABLE", "true", 1) == 0;
 
 } // namespace
 
-Offscreen_context::Offscreen_context()
+Offscreen_context::Offscreen_context() : m_ground(1, 1)
 {
     constexpr int attributes[] = {OSMESA_FORMAT,
                                   OSMESA_RGBA,
@@ -30,6 +30,11 @@ Offscreen_context::Offscreen_context()
                                   0};
     if (is_cache_off)
         m_context.reset(OSMesaCreateContextAttribs(attributes, nullptr));
+}
+
+bool Offscreen_context::make_current()
+{
+    return draw_into(m_ground);
 }
 
 bool Offscreen_context::draw_into(Linear_picture& target)

@@ -15,14 +15,18 @@ class Offscreen_context
 public:
     Offscreen_context();
 
-    // What is drawn from now on is drawn as floats into `target`, which must live as long as that
-    // goes on. False when Mesa cannot do it.
+    // The calls of OpenGL that follow are for this context. False when Mesa cannot do it.
+    bool make_current();
+
+    // The same; what is drawn is drawn as floats into `target`, which must live until the next call
+    // of make_current().
     bool draw_into(Linear_picture& target);
 
 private:
     struct Destroy {
         void operator()(void* context) const;
     };
+    Linear_picture m_ground; // what is drawn into while nothing is drawn
     std::unique_ptr<void, Destroy> m_context;
 };
 

@@ -80,7 +80,7 @@ Exporter_view::~Exporter_view()
 void Exporter_view::on_change(Change change)
 {
     const bool is_other_document = change == Change::current && m_document != m_workspace.current();
-    if (change == Change::exporter || change == Change::documents || is_other_document)
+    if (change == Change::exporter || is_other_document)
         open_panel();
     else if (change == Change::current)
         show_output();

@@ -1,6 +1,7 @@
 #include "reference_host/window/light_row.h"
 
 #include "reference_host/window/command_text.h"
+#include "reference_host/window/number_text.h"
 #include "reference_host/window/wx_text.h"
 
 #include <wx/button.h>
@@ -28,15 +29,7 @@ wxTextCtrl* add_field(wxWindow* parent, wxSizer* sizer, const wxString& value, c
 
 wxString number_field(const std::optional<float>& number)
 {
-    return number ? wxString::FromCDouble(static_cast<double>(*number)) : wxString();
-}
-
-std::optional<float> number_in(const wxTextCtrl& field)
-{
-    double number = 0.0;
-    if (!field.GetValue().ToCDouble(&number))
-        return std::nullopt;
-    return static_cast<float>(number);
+    return number ? number_text(*number) : wxString();
 }
 
 } // namespace
@@ -75,9 +68,9 @@ Light_request Light_row::light() const
     if (light.kind == m_given.kind)
         light.inputs = m_given.inputs;
     if (light.kind == Light_kind::spot || (light.kind && light.inputs.empty()))
-        light.spread = number_in(*m_spread);
+        light.spread = number_in(m_spread->GetValue());
     if (light.kind)
-        light.distance_limit = number_in(*m_limit);
+        light.distance_limit = number_in(m_limit->GetValue());
     return light;
 }
 

@@ -1,6 +1,7 @@
 #include "reference_host/window/parameter_row.h"
 
 #include "reference_host/render/linear_picture.h"
+#include "reference_host/window/number_text.h"
 #include "reference_host/window/wx_text.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@ namespace
 {
 
 constexpr int slider_steps = 1000;
+constexpr int shown_digits = 4;
 constexpr int label_width = 100; // pixels at scale 1
 constexpr int slider_width = 50; // the least
 constexpr int numbers_width = 80;
@@ -41,7 +43,7 @@ wxString numbers_text(const std::vector<float>& value)
 {
     wxString text;
     for (const float number : value)
-        text += (text.empty() ? wxT("") : wxT(", ")) + wxString::Format(wxT("%.4g"), number);
+        text += (text.empty() ? wxT("") : wxT(", ")) + number_text(number, shown_digits);
     return text;
 }
 
@@ -158,10 +160,8 @@ void Parameter_row::take_numbers()
 {
     std::vector<float> value;
     for (wxStringTokenizer words(m_numbers->GetValue(), wxT(", ")); words.HasMoreTokens();) {
-        const wxString word = words.GetNextToken();
-        double number = 0;
-        if (word.ToCDouble(&number) && std::isfinite(number))
-            value.push_back(static_cast<float>(number));
+        if (const auto number = number_in(words.GetNextToken()))
+            value.push_back(*number);
     }
     if (value.size() != m_value.size())
         return;

@@ -2,6 +2,7 @@
 #ifndef REFERENCE_HOST_WINDOW_PREVIEW_DRAWER_H
 #define REFERENCE_HOST_WINDOW_PREVIEW_DRAWER_H
 
+#include "reference_host/render/drawing_device.h"
 #include "reference_host/render/loaded_shader.h"
 #include "reference_host/window/preview_shader.h"
 
@@ -14,7 +15,7 @@ namespace reference_host
 {
 
 struct Preview_request {
-    std::shared_ptr<const Preview_shader> shader; // another one is loaded first
+    std::shared_ptr<const Preview_shader> shader; // another one is loaded first; null: get ready
     View view;
     std::map<std::string, std::vector<float>> values; // of its parameters
     int size = 0;                                     // of the picture's sides, in pixels
@@ -29,13 +30,16 @@ struct Preview_picture {
     std::vector<std::string> notes;
 };
 
-// Keeps the shader that it drew last. For one thread.
+// Keeps the shader that it drew last, and the machine code of some before. For one thread.
 class Preview_drawer
 {
 public:
     Preview_picture draw(const Preview_request& request);
 
 private:
+    void get_ready();
+
+    std::shared_ptr<Drawing_device> m_device; // null as long as nothing was drawn
     std::shared_ptr<const Preview_shader> m_shader;
     std::unique_ptr<Loaded_shader> m_loaded;
 };

@@ -71,6 +71,7 @@ Preview_page::Preview_page(wxWindow* parent, Workspace& workspace)
         arrange();
     });
     m_workspace.listen([this](Change change) { on_change(change); });
+    m_job.start({});
 }
 
 wxBoxSizer* Preview_page::make_choices()
@@ -91,12 +92,27 @@ wxBoxSizer* Preview_page::make_choices()
     return row;
 }
 
+// A node that is selected is drawn at once: what the other views do for it goes on meanwhile. What
+// is chosen for it is drawn when its code is there.
 void Preview_page::on_change(Change change)
 {
-    if (change != Change::trial)
+    switch (change) {
+    case Change::current:
+        m_is_stale = m_is_ahead = true;
+        break;
+    case Change::trial:
+        m_is_stale = m_is_stale || !m_is_ahead;
+        m_is_ahead = false;
+        break;
+    case Change::exporter:
+    case Change::options:
+    case Change::scene:
+        m_is_ahead = false;
         return;
-    m_is_stale = true;
-    if (m_canvas->IsShownOnScreen())
+    default:
+        return;
+    }
+    if (m_is_stale && m_canvas->IsShownOnScreen())
         renew();
 }
 
@@ -113,8 +129,8 @@ void Preview_page::renew()
     m_subject = subject;
     m_shader = std::make_shared<Preview_shader>(make_preview_shader(m_workspace));
     if (is_other) {
+        request_picture(false, {}); // before the controls are made: nobody has set a value yet
         m_parameters->show({});
-        request_picture(false); // before the controls are made: nobody has set a value yet
         m_parameters->show(m_shader->parameters);
     } else {
         m_parameters->show(m_shader->parameters);
@@ -123,6 +139,12 @@ void Preview_page::renew()
 }
 
 void Preview_page::request_picture(bool is_fine)
+{
+    request_picture(is_fine, m_parameters->values());
+}
+
+void Preview_page::request_picture(bool is_fine,
+                                   const std::map<std::string, std::vector<float>>& values)
 {
     if (!m_shader) // as long as the page is being made, too
         return;
@@ -133,7 +155,7 @@ void Preview_page::request_picture(bool is_fine)
     request.view.shape = static_cast<Shape>(m_shape->GetSelection());
     request.view.backdrop = static_cast<Backdrop>(m_backdrop->GetSelection());
     request.view.camera = m_canvas->camera();
-    request.values = m_parameters->values();
+    request.values = values;
     request.size = std::min(side, is_fine ? fine_samples : quick_size);
     request.view.samples = is_fine ? std::clamp(fine_samples / request.size, 1, most_samples) : 1;
     request.is_fine = is_fine;
@@ -144,8 +166,8 @@ void Preview_page::request_picture(bool is_fine)
 
 void Preview_page::take_picture(const Preview_picture& picture)
 {
-    if (picture.shader != m_shader)
-        return; // of a node before
+    if (!picture.shader || picture.shader != m_shader)
+        return; // of no node, or of one before
     if (picture.image)
         m_canvas->show(picture.image);
     else

@@ -37,6 +37,9 @@ public:
     wxChoice& backdrop() { return *m_backdrop; }
     wxStaticText& note() { return *m_note; }
 
+    // What is drawn; null: nothing yet.
+    const std::shared_ptr<const Preview_shader>& shader() const { return m_shader; }
+
     // How many pictures were shown, and whether the last one is the fine one of what is chosen now.
     int picture_count() const { return m_picture_count; }
     bool is_fine() const { return m_is_fine; }
@@ -46,6 +49,7 @@ private:
     void on_change(Change change);
     void renew();
     void request_picture(bool is_fine);
+    void request_picture(bool is_fine, const std::map<std::string, std::vector<float>>& values);
     void take_picture(const Preview_picture& picture);
     void arrange();
 
@@ -56,7 +60,8 @@ private:
     Parameter_list* m_parameters = nullptr;
     wxStaticText* m_note = nullptr;
     wxBoxSizer* m_views = nullptr;                  // the picture and the parameters
-    bool m_is_stale = true;                         // the code has changed since it was drawn
+    bool m_is_stale = true;                         // what is chosen is not what was drawn
+    bool m_is_ahead = false;                        // of the code, with the node that is current
     std::string m_subject;                          // document and node whose parameters are shown
     std::shared_ptr<const Preview_shader> m_shader; // null: none
     bool m_is_fine = false;

@@ -96,8 +96,8 @@ void Workspace::open(const std::string& file)
     read(*document);
     m_current = m_documents.emplace_back(std::move(document)).get();
     m_export_messages.clear();
-    tell(Change::documents);
     tell(Change::current);
+    tell(Change::documents);
 }
 
 void Workspace::close_current()
@@ -111,8 +111,8 @@ void Workspace::close_current()
     m_current = next != m_documents.end() ? next->get()
                 : m_documents.empty()     ? nullptr
                                           : m_documents.back().get();
-    tell(Change::documents);
     tell(Change::current);
+    tell(Change::documents);
 }
 
 void Workspace::reload(const Work_document& document)
@@ -121,8 +121,8 @@ void Workspace::reload(const Work_document& document)
         if (own.get() == &document)
             read(*own);
     }
-    tell(Change::documents);
     tell(Change::current);
+    tell(Change::documents);
 }
 
 void Workspace::select(const Work_document& document, const std::string& node)

@@ -1,5 +1,6 @@
 #include "reference_host/render/loaded_shader.h"
 
+#include "reference_host/render/drawing_device.h"
 #include "tests/render/test_files.h"
 
 #include <gmock/gmock.h>
@@ -107,6 +108,46 @@ TEST(Loaded_shader, moves_the_backdrop_with_the_camera)
     request.view.camera.pitch = 60;
     const Pixel down = picture_of(shader, request).at(1, middle);
     EXPECT_GT(level[2], down[2]) << "the ground is brown";
+}
+
+// Red, green and blue come from a number, a matrix and an array.
+std::vector<Shader_source> uniforms_of_each_shape()
+{
+    std::vector<Shader_source> texts = normals();
+    texts[1].text = "#version 130\nin vec3 normal; out vec4 color; uniform float number = 0.2;\n"
+                    "uniform mat3 matrix = mat3(0.0, 0.4, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0);\n"
+                    "uniform vec2 array[2] = vec2[2](vec2(0.0), vec2(0.0, 0.6));\n"
+                    "void main() { color = vec4(number, matrix[0].y, array[1].y, 1.0); }\n";
+    return texts;
+}
+
+TEST(Loaded_shader, starts_with_the_values_of_its_text_on_a_device_that_has_drawn_it_before)
+{
+    const auto device = std::make_shared<Drawing_device>();
+    const Pixel usual = {51, 102, 153, 255};
+    {
+        Loaded_shader shader(uniforms_of_each_shape(), small_picture(), device);
+        EXPECT_EQ(picture_of(shader, small_picture()).at(middle, middle), usual);
+        Render_request request = small_picture();
+        request.uniforms = {
+            {"number", {1}}, {"matrix", std::vector<float>(9, 1.0F)}, {"array", {1, 1, 1, 1}}};
+        const Pixel white = {255, 255, 255, 255};
+        EXPECT_EQ(picture_of(shader, request).at(middle, middle), white);
+    }
+    Loaded_shader shader(uniforms_of_each_shape(), small_picture(), device);
+    EXPECT_EQ(picture_of(shader, small_picture()).at(middle, middle), usual);
+}
+
+TEST(Loaded_shader, is_drawn_beside_others_of_its_device_as_it_is_alone)
+{
+    Loaded_shader alone(normals(), small_picture());
+    const Image expected = picture_of(alone, small_picture());
+    const auto device = std::make_shared<Drawing_device>();
+    Loaded_shader one(normals(), small_picture(), device);
+    Loaded_shader other(pair(), small_picture(), device);
+    EXPECT_EQ(picture_of(one, small_picture()).pixels, expected.pixels);
+    EXPECT_NE(picture_of(other, small_picture()).pixels, expected.pixels);
+    EXPECT_EQ(picture_of(one, small_picture()).pixels, expected.pixels);
 }
 
 TEST(Loaded_shader, says_why_it_cannot_be_drawn)
