@@ -40,7 +40,7 @@ bool is_same(const Exporter_choice& one, const Exporter_choice& other)
 } // namespace
 
 Exporter_view::Exporter_view(wxWindow* parent, Workspace& workspace, const Plugin_library& plugin)
-    : wxPanel(parent), m_workspace(workspace), m_plugin(plugin)
+    : wxPanel(parent), m_workspace(workspace), m_kept(plugin)
 {
     wxStaticText* label = new wxStaticText(this, wxID_ANY, wxT("E&xporter"));
     m_exporter_choice = new wxChoice(this, wxID_ANY);
@@ -89,16 +89,16 @@ void Exporter_view::on_change(Change change)
 void Exporter_view::open_panel()
 {
     m_panel.reset();
-    m_exporter.reset();
     m_document = m_workspace.current();
     m_exporter_choice->Enable(m_document != nullptr);
     if (!m_document)
         return;
     m_exporter_choice->SetStringSelection(to_text(m_document->exporter));
-    m_exporter = m_plugin.make_exporter(m_plugin.find_exporter(m_document->exporter));
-    m_panel = std::make_unique<Exporter_panel>(*m_exporter, nullptr, *m_area, FromDIP(panel_width),
-                                               m_document->output());
-    m_workspace.set_untouched_options(settings_of(*m_area));
+    const Kept_exporter& kept = m_kept.get(m_document->exporter);
+    m_panel = std::make_unique<Exporter_panel>(*kept.exporter, nullptr, *m_area,
+                                               FromDIP(panel_width), m_document->output());
+    m_workspace.set_untouched_options(kept.untouched);
+    set_panel_options(*m_area, kept.untouched);
     try {
         set_panel_options(*m_area, m_workspace.choice().options);
     } catch (const std::invalid_argument&) {

@@ -37,14 +37,12 @@ private:
     void fit_panel();
 
     Workspace& m_workspace;
-    const Plugin_library& m_plugin;
     wxChoice* m_exporter_choice;
     wxScrolledWindow* m_scrolled;
     wxPanel* m_area;
     const Work_document* m_document = nullptr; // whose panel is open
     Exporter_choice m_shown;                   // what the panel held when it was last looked at
-    // In the order in which they need each other.
-    std::unique_ptr<QZ::TSDK::IExporter> m_exporter;
+    Kept_exporters m_kept;                     // the panel needs its exporter
     std::unique_ptr<Exporter_panel> m_panel;
 };
 

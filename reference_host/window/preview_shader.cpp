@@ -25,7 +25,7 @@ bool is_effect(const std::vector<Shader_source>& texts)
     return texts.size() == 1;
 }
 
-Attempt attempt(const Workspace& workspace, const std::string& exporter)
+Attempt attempt(Workspace& workspace, const std::string& exporter)
 {
     const Run_result result = workspace.run_for_picture(exporter);
     Attempt made;
@@ -59,7 +59,7 @@ std::vector<Effect_parameter> parameters_of(const std::vector<Shader_source>& gl
 
 } // namespace
 
-Preview_shader make_preview_shader(const Workspace& workspace)
+Preview_shader make_preview_shader(Workspace& workspace)
 {
     Preview_shader shader;
     if (!workspace.current() || !workspace.current()->node()) {

@@ -24,7 +24,7 @@ struct Preview_shader {
 // Code that the renderer does not draw, such as C++, gives way to the node's GLSL. Parameters are
 // those of the effect; GLSL, which has no annotations, takes them from the node's effect. Runs the
 // plug-in.
-Preview_shader make_preview_shader(const Workspace& workspace);
+Preview_shader make_preview_shader(Workspace& workspace);
 
 } // namespace reference_host
 

@@ -45,7 +45,7 @@ Run_result failed_run(const std::string& reason)
 } // namespace
 
 Workspace::Workspace(const Plugin_library& plugin, Document_memory& memory, Scene_request usual)
-    : m_plugin(plugin),
+    : m_kept(plugin),
       m_memory(memory),
       m_usual(std::move(usual)),
       m_exporters(plugin.exporter_names())
@@ -221,17 +221,21 @@ std::string Workspace::command_line() const
 // ---- what comes of it
 
 Run_result Workspace::run(const std::string& exporter, const std::string& output,
-                          const Scene_request& request, Replacement& replacement) const
+                          Scene_request request, Replacement& replacement)
 {
     try {
         const Opened_document document(request);
-        const auto instance = m_plugin.make_exporter(m_plugin.find_exporter(exporter));
-        Export_outcome outcome = run_export(document, *instance, output, request, replacement);
+        const Kept_exporter& kept = m_kept.get(exporter);
+        request.options.insert(request.options.begin(), kept.untouched.begin(),
+                               kept.untouched.end());
+        Export_outcome outcome = run_export(document, *kept.exporter, output, request, replacement);
         std::vector<Message> messages = messages_of(outcome, document);
         return {std::move(outcome), std::move(messages)};
     } catch (const Failure& problems) {
+        m_kept.give_up(exporter);
         return {failure(problems.what()), problems.messages()};
     } catch (const std::exception& error) {
+        m_kept.give_up(exporter);
         return failed_run(error.what());
     }
 }
@@ -274,7 +278,7 @@ void Workspace::run_trial()
     renew_messages();
 }
 
-Run_result Workspace::run_for_picture(const std::string& exporter) const
+Run_result Workspace::run_for_picture(const std::string& exporter)
 {
     if (!m_current || !m_current->node())
         return failed_run("there is no node to draw");

@@ -7,7 +7,7 @@
 #define REFERENCE_HOST_WINDOW_WORKSPACE_H
 
 #include "reference_host/app/export_job.h"
-#include "reference_host/app/plugin_library.h"
+#include "reference_host/window/kept_exporters.h"
 #include "reference_host/window/work_document.h"
 
 #include <functional>
@@ -105,7 +105,7 @@ public:
 
     // What an exporter makes of the chosen node to be drawn: in the light that the command `render`
     // gives it, with images where they are. Writes nothing. Runs the plug-in.
-    Run_result run_for_picture(const std::string& exporter) const;
+    Run_result run_for_picture(const std::string& exporter);
 
     // Exports to the chosen file. What is asked meanwhile goes to the two arguments.
     Export_outcome export_current(const Box_policy& boxes, Replacement& replacement);
@@ -122,13 +122,13 @@ private:
     void tell(Change change);
     void remember() const;
     Scene_request request(const std::string& exporter) const;
-    Run_result run(const std::string& exporter, const std::string& output,
-                   const Scene_request& request, Replacement& replacement) const;
+    Run_result run(const std::string& exporter, const std::string& output, Scene_request request,
+                   Replacement& replacement);
     Listed_message listed(const Message& message) const;
     void report_export(const std::string& exporter, const Run_result& result);
     void renew_messages();
 
-    const Plugin_library& m_plugin;
+    Kept_exporters m_kept;
     Document_memory& m_memory;
     Scene_request m_usual;
     std::vector<std::string> m_exporters;

@@ -234,10 +234,9 @@ TEST_F(Documents, what_was_chosen_for_a_document_is_there_the_next_day)
 // toolkit's caches grow, too, until they are full: the round in which they grew least counts.
 TEST_F(Documents, switching_documents_leaves_no_memory_behind)
 {
-    // The toolkit fills its caches of fonts and styles in the first ten rounds.
+    // The toolkit fills its caches of fonts and styles in the first rounds.
     const Rounds rounds = {20, 30};
-    constexpr size_t of_a_switch = 16u
-                                   << 10u; // the settings that two exporters leave take half of it
+    constexpr size_t of_a_switch = 6u << 10u; // what three exporters would leave takes 8 KiB
     open_two();
     EXPECT_LT(least_growth(rounds, of_a_switch, [] {}), of_a_switch);
 }
