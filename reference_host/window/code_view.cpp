@@ -40,6 +40,7 @@ Code_view::Code_view(wxWindow* parent, Workspace& workspace)
         if (node)
             m_workspace.point_out(full_name(*node));
     });
+    m_text->on_escape([this] { m_workspace.point_out({}); });
     m_workspace.listen([this](Change change) {
         if (change == Change::trial)
             renew();

@@ -76,7 +76,9 @@ Document_tree::Document_tree(wxWindow* parent, Workspace& workspace)
     m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill(); });
     m_search->Bind(wxEVT_SEARCHCTRL_CANCEL_BTN, [this](wxCommandEvent&) { m_search->Clear(); });
     end_with_escape(*m_search, *m_tree);
-    m_tree->Bind(wxEVT_TREE_SEL_CHANGED, &Document_tree::on_selected, this);
+    m_tree->Bind(wxEVT_TREE_SEL_CHANGED, [this](wxTreeEvent& event) { select(event.GetItem()); });
+    m_tree->Bind(wxEVT_TREE_ITEM_ACTIVATED,
+                 [this](wxTreeEvent& event) { select(event.GetItem()); });
     m_workspace.listen([this](Change change) { on_change(change); });
     fill();
 }
@@ -85,7 +87,7 @@ void Document_tree::on_change(Change change)
 {
     if (change == Change::documents)
         fill();
-    if (change == Change::current)
+    if (change == Change::current || change == Change::pointed)
         mark_current();
 }
 
@@ -126,14 +128,15 @@ void Document_tree::fill_document(const Work_document& document, const wxString&
     m_tree->ExpandAllChildren(top);
 }
 
-// Selects the item of what is current, where the search shows it.
+// Selects the item of what is pointed out, else of what is current, where the search shows it.
 void Document_tree::mark_current()
 {
     const Work_document* current = m_workspace.current();
     if (!current)
         return;
     const Node* node = current->node();
-    const std::string name = node ? full_name(*node) : std::string();
+    const std::string& pointed = m_workspace.pointed_out();
+    const std::string name = !pointed.empty() ? pointed : node ? full_name(*node) : std::string();
     m_is_filling = true;
     wxTreeItemIdValue cookie;
     const wxTreeItemId root = m_tree->GetRootItem();
@@ -149,11 +152,11 @@ void Document_tree::mark_current()
     m_is_filling = false;
 }
 
-void Document_tree::on_selected(wxTreeEvent& event)
+void Document_tree::select(const wxTreeItemId& chosen)
 {
-    if (m_is_filling || !event.GetItem().IsOk())
+    if (m_is_filling || !chosen.IsOk())
         return;
-    const auto* item = dynamic_cast<const Item*>(m_tree->GetItemData(event.GetItem()));
+    const auto* item = dynamic_cast<const Item*>(m_tree->GetItemData(chosen));
     if (!item)
         return;
     m_workspace.select(item->document,

@@ -1,4 +1,5 @@
-// The open documents with their nodes, and a field that searches them.
+// The open documents with their nodes, and a field that searches them. A click selects the node
+// that is exported; so does Return for one that was only pointed out.
 #ifndef REFERENCE_HOST_WINDOW_DOCUMENT_TREE_H
 #define REFERENCE_HOST_WINDOW_DOCUMENT_TREE_H
 
@@ -26,7 +27,7 @@ private:
     void fill();
     void fill_document(const Work_document& document, const wxString& wanted);
     void mark_current();
-    void on_selected(wxTreeEvent& event);
+    void select(const wxTreeItemId& item);
 
     Workspace& m_workspace;
     wxSearchCtrl* m_search;

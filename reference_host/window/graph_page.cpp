@@ -61,7 +61,7 @@ void Graph_page::on_change(Change change)
     if (change == Change::documents || change == Change::current)
         start_layout();
     if (change == Change::pointed)
-        Refresh();
+        bring_into_sight(m_workspace.pointed_out());
 }
 
 // The size that a node needs for its two texts.
@@ -126,6 +126,17 @@ void Graph_page::fit()
                                       (size.y - 2 * margin) / m_layout.height),
                              smallest_scale, 1.0);
     m_origin = {(size.x - m_layout.width * m_scale) / 2, (size.y - m_layout.height * m_scale) / 2};
+    Refresh();
+}
+
+// Moves the picture when it is so large that the middle of the node is outside of the view.
+void Graph_page::bring_into_sight(const std::string& node)
+{
+    const wxSize size = GetClientSize();
+    const bool is_there = std::find(m_names.begin(), m_names.end(), node) != m_names.end();
+    const wxPoint place = place_of(node);
+    if (is_there && !wxRect(size).Deflate(margin).Contains(place))
+        m_origin += wxPoint2DDouble(size.x / 2.0 - place.x, size.y / 2.0 - place.y);
     Refresh();
 }
 

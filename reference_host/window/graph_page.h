@@ -37,6 +37,7 @@ private:
     void start_layout();
     void take_layout(const Graph_layout& layout);
     void fit();
+    void bring_into_sight(const std::string& node);
     void zoom(double factor, const wxPoint2DDouble& around);
     void select(int index);
     int node_at(const wxPoint& place) const; // -1: none

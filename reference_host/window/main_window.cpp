@@ -253,7 +253,7 @@ void Main_window::on_change(Change change)
     if (change == Change::documents)
         show_source();
     if (change == Change::pointed)
-        SetStatusText(to_text(m_workspace.pointed_out()));
+        show_node();
     const bool is_outcome =
         change == Change::trial || change == Change::messages || change == Change::pointed;
     if (is_outcome)
@@ -269,14 +269,26 @@ void Main_window::show_current()
 {
     const Work_document* current = m_workspace.current();
     m_book->ChangeSelection(current ? work_page : welcome_page);
-    const Node* node = current ? current->node() : nullptr;
     wxString title = wxT("Shader export");
     if (current)
         title = to_text(std::filesystem::path(current->scene.document).filename().string()) +
                 wxT(" - ") + title;
     SetTitle(title);
-    SetStatusText(node ? to_text(full_name(*node) + " (" + node->category + ")") : wxString());
+    show_node();
     show_source();
+}
+
+// Which node is exported, and which one is pointed out.
+void Main_window::show_node()
+{
+    const Work_document* current = m_workspace.current();
+    const Node* node = current ? current->node() : nullptr;
+    const std::string& pointed = m_workspace.pointed_out();
+    std::string text = node ? full_name(*node) + " (" + node->category + ")" : "";
+    if (!pointed.empty())
+        text += (text.empty() ? "" : ", of which you see ") + pointed +
+                ": Return in the list or a click in the graph selects it, Escape goes back";
+    SetStatusText(to_text(text));
 }
 
 void Main_window::show_source()

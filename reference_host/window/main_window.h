@@ -75,6 +75,7 @@ private:
 
     void on_change(Change change);
     void show_current();
+    void show_node();
     void show_source();
     void show_recent();
     void go_to(const Place& place);

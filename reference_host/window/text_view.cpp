@@ -228,4 +228,13 @@ void Text_view::on_line_click(std::function<void(int)> callback)
     });
 }
 
+void Text_view::on_escape(std::function<void()> callback)
+{
+    m_text->Bind(wxEVT_KEY_DOWN, [callback](wxKeyEvent& event) {
+        event.Skip();
+        if (event.GetKeyCode() == WXK_ESCAPE)
+            callback();
+    });
+}
+
 } // namespace reference_host

@@ -45,6 +45,9 @@ public:
     // Calls back with the number of a line that the user clicks, the first being 1.
     void on_line_click(std::function<void(int)> callback);
 
+    // Calls back when the user presses Escape in the text.
+    void on_escape(std::function<void()> callback);
+
     // What stands there, what of it is selected, and the line of the caret, the first being 1.
     std::string content() const;
     std::string selection() const;

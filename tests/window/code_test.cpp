@@ -3,6 +3,7 @@
 
 #include "reference_host/window/code_view.h"
 #include "reference_host/window/command_text.h"
+#include "reference_host/window/document_tree.h"
 #include "reference_host/window/export_bar.h"
 #include "reference_host/window/exporter_view.h"
 #include "reference_host/window/scene_view.h"
@@ -21,9 +22,11 @@ namespace TEST
 namespace
 {
 
+using reference_host::to_bytes;
+
 using Code = Program_window;
 
-}
+} // namespace
 
 TEST_F(Code, changes_with_an_option_of_the_exporters_panel)
 {
@@ -113,6 +116,31 @@ TEST_F(Code, leads_to_the_node_of_the_line_that_is_clicked)
     click(window().code().text().text(), wxPoint(300, 45)); // in the head, which names the node
     EXPECT_TRUE(wait_until([&] { return window().workspace().pointed_out() == "Varnished_wood"; }))
         << window().workspace().pointed_out();
+}
+
+TEST_F(Code, shows_the_node_of_a_line_and_stays_until_that_is_selected)
+{
+    start();
+    open(sample("wood_textured"), "Custom GLSL");
+    press_key("Control_L", "3");
+    const std::string before = code();
+    wxTreeCtrl& tree = window().documents().tree();
+    const auto marked = [&tree] { return to_bytes(tree.GetItemText(tree.GetSelection())); };
+    const std::string exported = marked();
+    window().code().text().go_to_line(1);
+    const auto click_on_head = [this](int x) { // which names the node
+        click(window().code().text().text(), wxPoint(x, 45));
+    };
+    click_on_head(300);
+    EXPECT_TRUE(wait_until([&] { return marked().find("Varnished_wood ") == 0; })) << marked();
+    EXPECT_EQ(code(), before);
+    press_key("Escape");
+    EXPECT_TRUE(wait_until([&] { return marked() == exported; })) << marked();
+    click_on_head(340); // not a double click
+    ASSERT_TRUE(wait_until([&] { return marked() != exported; }));
+    focus(tree);
+    press_key("Return");
+    EXPECT_TRUE(wait_for_code("Shader: Varnished_wood"));
 }
 
 TEST_F(Code, is_made_once_for_another_exporter)
