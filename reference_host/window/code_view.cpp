@@ -11,6 +11,7 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/sizer.h>
+#include <wx/wrapsizer.h>
 
 namespace reference_host
 {
@@ -23,7 +24,7 @@ Code_view::Code_view(wxWindow* parent, Workspace& workspace)
 {
     wxButton* copy = new wxButton(this, wxID_ANY, wxT("&Copy"));
     m_text = new Text_view(this, Text_kind::shader);
-    wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
+    wxWrapSizer* row = new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES);
     row->Add(m_file, 1, wxALIGN_CENTER_VERTICAL | wxALL, FromDIP(4));
     row->Add(m_difference, 0, wxALIGN_CENTER_VERTICAL | wxALL, FromDIP(4));
     row->Add(copy, 0, wxALIGN_CENTER_VERTICAL | wxALL, FromDIP(4));

@@ -13,6 +13,7 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 #include <wx/utils.h>
+#include <wx/wrapsizer.h>
 
 namespace reference_host
 {
@@ -100,9 +101,9 @@ Export_bar::Export_bar(wxWindow* parent, Workspace& workspace)
     m_export = new wxButton(this, wxID_ANY, wxT("&Export"));
     m_export_all = new wxButton(this, wxID_ANY, wxT("Export to &all..."));
     m_open_folder = new wxButton(this, wxID_ANY, wxT("Open fo&lder"));
-    wxBoxSizer* buttons = new wxBoxSizer(wxHORIZONTAL);
+    wxWrapSizer* buttons = new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES);
     for (wxButton* button : {m_export, m_export_all, m_open_folder})
-        buttons->Add(button, 1, wxLEFT, button == m_export ? 0 : FromDIP(4));
+        buttons->Add(button, 1, wxRIGHT, FromDIP(4));
     sizer->Add(buttons, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(4));
     m_result = add_label(this, sizer, wxString());
     SetSizer(sizer);

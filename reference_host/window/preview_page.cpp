@@ -10,6 +10,7 @@
 #include <wx/choice.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/wrapsizer.h>
 
 namespace reference_host
 {
@@ -74,14 +75,13 @@ Preview_page::Preview_page(wxWindow* parent, Workspace& workspace)
     m_job.start({});
 }
 
-wxBoxSizer* Preview_page::make_choices()
+wxSizer* Preview_page::make_choices()
 {
-    wxBoxSizer* row = new wxBoxSizer(wxHORIZONTAL);
+    wxWrapSizer* row = new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES);
     m_shape = add_choice(this, row, wxT("&Shape"), shape_names);
     m_backdrop = add_choice(this, row, wxT("&Backdrop"), backdrop_names);
     wxButton* reset = new wxButton(this, wxID_ANY, wxT("&Reset"));
     reset->SetToolTip(wxT("The camera and all parameters as they were"));
-    row->AddStretchSpacer();
     row->Add(reset, 0, wxALIGN_CENTER_VERTICAL | wxALL, FromDIP(2));
     reset->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
         m_canvas->reset_camera();

@@ -17,6 +17,7 @@
 
 class wxBoxSizer;
 class wxChoice;
+class wxSizer;
 class wxStaticText;
 
 namespace reference_host
@@ -45,7 +46,7 @@ public:
     bool is_fine() const { return m_is_fine; }
 
 private:
-    wxBoxSizer* make_choices();
+    wxSizer* make_choices();
     void on_change(Change change);
     void renew();
     void request_picture(bool is_fine);

@@ -6,9 +6,12 @@
 #include "reference_host/window/export_bar.h"
 #include "reference_host/window/exporter_view.h"
 #include "reference_host/window/message_list.h"
+#include "tests/gui/gtk_functions.h"
 
 #include <wx/button.h>
 #include <wx/choice.h>
+#include <wx/notebook.h>
+#include <wx/scrolwin.h>
 #include <wx/stattext.h>
 
 namespace QZ
@@ -28,6 +31,20 @@ protected:
         EXPECT_TRUE(control.IsShownOnScreen()) << name;
         EXPECT_TRUE(outside.Contains(inside)) << name << " " << inside.x << "," << inside.y << " "
                                               << inside.width << "x" << inside.height;
+    }
+
+    // Those in areas that scroll can be brought into sight.
+    void expect_buttons_in_sight(const wxWindow& parent)
+    {
+        for (wxWindow* child : parent.GetChildren()) {
+            if (dynamic_cast<wxScrolledWindow*>(child) || !child->IsShownOnScreen())
+                continue;
+            if (dynamic_cast<wxButton*>(child)) {
+                EXPECT_TRUE(parent.GetScreenRect().Contains(child->GetScreenRect()))
+                    << child->GetLabel().utf8_string();
+            }
+            expect_buttons_in_sight(*child);
+        }
     }
 
     void expect_usable(const wxSize& size)
@@ -57,6 +74,24 @@ TEST_F(Layout, everything_is_in_sight_at_1366_x_768)
 {
     expect_usable(wxSize(1366, 768));
     take_picture("size_1366x768");
+}
+
+TEST_F(Layout, every_button_is_in_sight_with_letters_twice_as_large)
+{
+    void* settings = gtk_function<void*()>("gtk_settings_get_default")();
+    const auto set = gtk_function<void(void*, const char*, ...)>("g_object_set");
+    const std::string usual = text_property(settings, "gtk-font-name");
+    set(settings, "gtk-font-name", "Sans 20", nullptr);
+    start(wxSize(1024, 700));
+    open(sample("wood_textured"), "Custom CgFX");
+    for (const char* page : {"1", "2", "3", "4"}) {
+        press_key("Control_L", page);
+        EXPECT_TRUE(wait_until([&] { return window().pages().GetSelection() == page[0] - '1'; }));
+        handle_events();
+        expect_buttons_in_sight(window());
+        take_picture(std::string("large_letters_") + page);
+    }
+    set(settings, "gtk-font-name", usual.c_str(), nullptr);
 }
 
 TEST_F(Layout, tab_goes_through_the_export_controls)
