@@ -314,7 +314,7 @@ std::optional<Connection_resolver::Hop> Connection_resolver::follow_interface(co
     check_type(at.element, declared_type(declaration), describe(declaration));
     const Element given = scope.use ? scope.use.find_input(name) : declaration;
     if (given && is_connected(given))
-        return Hop{scope.parent, given};
+        return Hop{scope.parent ? scope.parent : &scope, given};
     origin = unconnected(scope, declaration, given);
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "reference_host/document/document_files.h"
 
 #include "reference_host/document/document_error.h"
+#include "reference_host/document/namespaces.h"
 #include "reference_host/system/file_access.h"
 
 #include <algorithm>
@@ -137,6 +138,8 @@ private:
         parse(file, m_read);
         const Element root(file.xml.document_element(), file);
         check_root(root);
+        if (outer)
+            apply_namespace(file.xml.document_element());
         for (const Element& element : root.children()) {
             if (is_include(element))
                 m_problems.attempt([&] { include(element, root, depth + 1); });

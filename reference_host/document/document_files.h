@@ -55,6 +55,7 @@ public:
     // outermost element of an included file stands the one that includes it.
     std::string file_prefix() const { return inherited("fileprefix", m_file->file_prefix); }
     std::string color_space() const { return inherited("colorspace", m_file->color_space); }
+    std::string name_space() const { return inherited("namespace", ""); } // of its file alone
 
     // The child elements in their order.
     std::vector<Element> children() const;

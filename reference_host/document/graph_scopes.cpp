@@ -30,7 +30,7 @@ constexpr const char* non_node_tags[] = {
 bool is_node(const Element& element)
 {
     const std::string tag = element.tag();
-    return tag.find(':') == std::string::npos && // of another name space
+    return tag.find(':') == std::string::npos && // that others put into the document
            std::find(std::begin(non_node_tags), std::end(non_node_tags), tag) ==
                std::end(non_node_tags);
 }
@@ -103,9 +103,11 @@ private:
     {
         if (element.tag() == "output")
             add_output(scope, element);
+        else if (element.tag() == "input" && !scope.parent)
+            scope.inputs.emplace(element.name(), element);
         else if (element.tag() == "nodegraph")
             add_node_graph(scope, element, depth);
-        else if (is_node(element))
+        else if (is_node(element) || m_scopes.definitions.find(element))
             add_node(scope, element, depth);
     }
 
@@ -201,6 +203,16 @@ private:
 };
 
 } // namespace
+
+Element Scope::find_interface(const std::string& name) const
+{
+    if (definition)
+        return definition->find_input(name);
+    if (parent)
+        return graph.find_input(name);
+    const auto found = inputs.find(name);
+    return found == inputs.end() ? Element() : found->second;
+}
 
 Scopes make_scopes(const Document_files& files, Shader_graph& graph, Document_problems& problems)
 {

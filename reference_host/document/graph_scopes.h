@@ -33,14 +33,13 @@ struct Scope {
     Element use;             // the custom node that is used here; false: a plain node graph
     const Custom_definition* definition = nullptr; // of `use`
     std::unordered_map<std::string, Member> members;
+    std::unordered_map<std::string, Element> inputs; // of the document; others have them in `graph`
     std::unordered_map<std::string, Element> outputs;
     std::vector<std::pair<Node*, Element>> nodes; // each node and the element that it comes from
 
-    // The declaration of an interface input: of the node graph or of the custom node's definition.
-    Element find_interface(const std::string& name) const
-    {
-        return definition ? definition->find_input(name) : graph.find_input(name);
-    }
+    // The declaration of an interface input: of the document, the node graph, or the custom node's
+    // definition. A false element when there is none.
+    Element find_interface(const std::string& name) const;
 };
 
 struct Scopes {

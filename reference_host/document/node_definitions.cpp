@@ -80,8 +80,13 @@ void Node_definitions::add(const std::string& nodedef, const Element& graph, con
                                  "the node definition '" + nodedef + "' inherits from itself");
         name = found->second.attribute("inherit");
     }
-    if (!definition.nodedefs.empty())
-        m_by_category[definition.nodedefs.front().attribute("node")].push_back(definition);
+    if (definition.nodedefs.empty())
+        return;
+    const Element& first = definition.nodedefs.front();
+    const std::string category = first.attribute("node");
+    m_by_category[category].push_back(definition);
+    if (!first.name_space().empty())
+        m_by_category[first.name_space() + ":" + category].push_back(definition);
 }
 
 bool Node_definitions::fits(const Custom_definition& definition, const Element& node) const

@@ -63,6 +63,58 @@ constexpr const char* custom_node = R"(
 
 } // namespace
 
+TEST_F(Reader, names_of_an_included_file_with_a_namespace_have_it_before_them)
+{
+    m_folder.write("lib.mtlx",
+                   "<?xml version='1.0'?><materialx version='1.39' namespace='lib'>"
+                   "<nodedef name='ND_gain' node='gain'><input name='in' type='color3' "
+                   "value='0.5,0.5,0.5'/><output name='out' type='color3'/></nodedef>"
+                   "<nodegraph name='NG_gain' nodedef='ND_gain'><multiply name='m' type='color3'>"
+                   "<input name='in1' type='color3' interfacename='in'/></multiply>"
+                   "<output name='out' type='color3' nodename='m'/></nodegraph>"
+                   "<nodegraph name='colors'><constant name='plain' type='color3'><input "
+                   "name='value' type='color3' value='1,0,0'/></constant><output name='out' "
+                   "type='color3' nodename='plain'/></nodegraph>"
+                   "<constant name='plain' type='color3'><input name='value' type='color3' "
+                   "value='0,1,0'/></constant>"
+                   "<add name='sum' type='color3'><input name='in1' type='color3' "
+                   "nodename='plain'/><input name='in2' type='color3' nodegraph='colors'/>"
+                   "</add></materialx>");
+    read("<xi:include href='lib.mtlx'/>"
+         "<constant name='plain' type='color3'><input name='value' type='color3' "
+         "value='0,0,1'/></constant>"
+         "<lib:gain name='g' type='color3'><input name='in' type='color3' value='0.1,0.2,0.3'/>"
+         "</lib:gain>"
+         "<add name='a' type='color3'><input name='in1' type='color3' nodename='g'/>"
+         "<input name='in2' type='color3' nodename='lib:plain'/></add>"
+         "<add name='b' type='color3'><input name='in1' type='color3' nodename='plain'/>"
+         "<input name='in2' type='color3' nodegraph='lib:colors' output='out'/></add>");
+    EXPECT_EQ("multiply", input("a", "in1").source->category);
+    EXPECT_EQ(1, input("lib:plain", "value").value->numbers[1]);
+    EXPECT_EQ(&node("lib:plain"), input("a", "in2").source);
+    EXPECT_EQ(&node("plain"), input("b", "in1").source);
+    EXPECT_EQ(&node("lib:colors/plain"), input("b", "in2").source);
+    EXPECT_EQ(&node("lib:plain"), input("lib:sum", "in1").source);
+    EXPECT_EQ(&node("lib:colors/plain"), input("lib:sum", "in2").source);
+}
+
+TEST_F(Reader, inputs_of_the_document_are_an_interface_for_its_nodes)
+{
+    read("<input name='tint' type='color3' value='0.2,0.3,0.4' uiname='Tint'/>"
+         "<input name='same' type='color3' nodename='c'/>"
+         "<constant name='c' type='color3'><input name='value' type='color3' "
+         "interfacename='tint'/></constant>"
+         "<add name='a' type='color3'><input name='in1' type='color3' interfacename='tint'/>"
+         "<input name='in2' type='color3' interfacename='same'/></add>");
+    const Parameter* tint = input("c", "value").parameter;
+    ASSERT_TRUE(tint);
+    EXPECT_EQ("tint", tint->name);
+    EXPECT_EQ("Tint", tint->ui.name);
+    EXPECT_EQ(0.3, tint->value.numbers[1]);
+    EXPECT_EQ(tint, input("a", "in1").parameter);
+    EXPECT_EQ(&node("c"), input("a", "in2").source);
+}
+
 TEST_F(Reader, numbers_with_a_unit_are_converted_to_what_their_node_counts_in)
 {
     read("<constant name='c' type='vector2'><input name='value' type='vector2' value='10, 20' "
