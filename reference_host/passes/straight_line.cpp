@@ -42,6 +42,8 @@ public:
         return m_values[found->second].expression;
     }
 
+    std::size_t size() const { return m_values.size(); }
+
     void set_origin(const Origin* origin) { m_origin = origin; }
     const Origin* origin() const { return m_origin; }
 
@@ -217,10 +219,18 @@ private:
             return;
         }
         const int count = repetitions(loop, frame.locals);
-        for (int i = 0; i < count && !frame.is_done; ++i) {
+        for (int i = 0; i < count && !frame.is_done && !is_beyond_all(); ++i) {
             frame.locals[loop.name].whole = m_values.unique(integer_literal(i));
             run(loop.body, frame);
         }
+    }
+
+    // No machine takes as much: what else a loop would add changes nothing.
+    bool is_beyond_all()
+    {
+        constexpr std::size_t most_values = 100'000;
+        constexpr int most_rounds = 100'000;
+        return m_values.size() > most_values || ++m_rounds > most_rounds;
     }
 
     int repetitions(const Statement& loop, const Variables& locals)
@@ -387,7 +397,8 @@ private:
     Value_table m_values;
     std::vector<Expr> m_roots;
     int m_unknowns = 0;
-    int m_depth = 0; // of functions of the library, whose text is of no document
+    int m_rounds = 0; // of loops
+    int m_depth = 0;  // of functions of the library, whose text is of no document
 };
 
 } // namespace

@@ -23,7 +23,8 @@ struct Line_settings {
 };
 
 // Only what the result needs, in the order of computing. Fields of the state and what lights of a
-// list give are values without operands. A loop up to a parameter runs up to its default.
+// list give are values without operands. A loop up to a parameter runs up to its default. Loops end
+// when there is more than any machine takes.
 std::vector<Line_value> straight_line(const Module& module, const Line_settings& settings);
 
 } // namespace reference_host

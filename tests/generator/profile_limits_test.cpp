@@ -158,6 +158,7 @@ TEST(Profile_limits, a_shader_of_too_many_instructions_is_refused)
     expect_refused(powers(110), "ps_2_a", "instructions, ps_2_a has 512;");
     expect_fits(powers(100), "arbfp1");
     expect_refused(octaves(8), "arbfp1", "instructions, arbfp1 has 1024;");
+    expect_refused(octaves(2'000'000'000), "arbfp1", "instructions, arbfp1 has 1024;");
     expect_fits(powers(700), "fp40");
     expect_refused(powers(900), "fp40", "instructions, fp40 has 4096;");
 }
