@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 
 using namespace probing;
@@ -234,4 +235,109 @@ TEST(Node_values, are_those_of_the_standard)
         expect(cpp[i][0], node_values[i], probes[i].what + ", in C++");
         expect(glsl[i][0], node_values[i], probes[i].what + ", in GLSL");
     }
+}
+
+// ---- nodes that look around ----
+
+namespace
+{
+
+// What the node "tested" of a document computes for a state and those beside it.
+std::vector<double> value_of_node(const std::string& elements, const std::string& type,
+                                  const Evaluation_inputs& inputs)
+{
+    const auto graph =
+        generation::graph_of(elements + "<dot name='shown' type='" + type +
+                             "'><input name='in' type='" + type + "' nodename='tested'/></dot>");
+    Diagnostics diagnostics;
+    const auto compiled = compile_node(*graph, *graph->find_node("shown"), {}, diagnostics);
+    const auto module = compiled ? compiled->module_after("name", "GL", {}, diagnostics) : nullptr;
+    if (!module) {
+        ADD_FAILURE() << elements;
+        return {0, 0, 0};
+    }
+    const Shading_value value = evaluate(*module, inputs);
+    return {value.numbers.begin(), value.numbers.begin() + 3};
+}
+
+// Every texture shows its place, the second and the third of a node with another blue.
+Shading_value place_as_color(const std::string& texture, const Shading_value& place)
+{
+    const double blue = texture.back() == '2' ? 1 : texture.back() == '3' ? 2 : 0;
+    return {Base_type::float4, {place.numbers[0], place.numbers[1], blue, 1}};
+}
+
+void expect_near(const std::vector<double>& numbers, const std::vector<double>& expected)
+{
+    for (std::size_t k = 0; k < 3; ++k)
+        EXPECT_NEAR(numbers[k], expected[k], 1e-5) << "component " << k;
+}
+
+} // namespace
+
+// u = atan2(x, -z) / 2 pi + rotation / 360, v = asin(y) / pi + 1/2
+TEST(Node_values, a_direction_finds_its_place_in_a_panorama)
+{
+    Evaluation_inputs inputs;
+    inputs.look_up = place_as_color;
+    const auto seen = [&](const std::string& direction, const std::string& rotation) {
+        return value_of_node("<latlongimage name='tested' type='color3'><input name='file' "
+                             "type='filename' value='x.png' colorspace='raw'/><input "
+                             "name='viewdir' type='vector3' value='" +
+                                 direction + "'/><input name='rotation' type='float' value='" +
+                                 rotation + "'/></latlongimage>",
+                             "color3", inputs);
+    };
+    expect_near(seen("0,0,-2", "0"), {0, 0.5, 0});
+    expect_near(seen("1,0,0", "0"), {0.25, 0.5, 0});
+    expect_near(seen("-1,0,0", "90"), {0, 0.5, 0});
+    expect_near(seen("0,1,-1", "0"), {0, 0.75, 0});
+}
+
+// Along each axis an image, weighted by the normal: |n| to the power of 1 / blend, made one in sum.
+TEST(Node_values, three_images_share_a_surface_by_its_normal)
+{
+    Evaluation_inputs inputs;
+    inputs.look_up = place_as_color;
+    const auto seen = [&](const std::string& normal, const std::string& blend) {
+        return value_of_node("<triplanarprojection name='tested' type='color3'>"
+                             "<input name='filex' type='filename' value='x.png' colorspace='raw'/>"
+                             "<input name='filey' type='filename' value='y.png' colorspace='raw'/>"
+                             "<input name='filez' type='filename' value='z.png' colorspace='raw'/>"
+                             "<input name='position' type='vector3' value='0.1,0.2,0.3'/>"
+                             "<input name='normal' type='vector3' value='" +
+                                 normal + "'/><input name='blend' type='float' value='" + blend +
+                                 "'/></triplanarprojection>",
+                             "color3", inputs);
+    };
+    expect_near(seen("1,0,0", "1"), {0.2, 0.3, 0});
+    expect_near(seen("0,-1,0", "1"), {0.1, 0.3, 1});
+    expect_near(seen("0,0,1", "1"), {0.1, 0.2, 2});
+    expect_near(seen("0.6,0,0.8", "1"), {1.0 / 7.0, 1.7 / 7.0, 8.0 / 7.0});
+    expect_near(seen("0.6,0,0.8", "0.5"), {0.136, 0.236, 1.28});
+}
+
+// A height that rises by 16 where u goes from 0 to 1 slopes by 45 degrees.
+TEST(Node_values, a_height_that_rises_tilts_the_normal)
+{
+    Evaluation_inputs inputs;
+    inputs.state.fields["normal"] = {Base_type::float3, {0, 0, 1}};
+    inputs.state.fields["texture_tangent"] = {Base_type::float3, {1, 0, 0}};
+    inputs.state.fields["texture_binormal"] = {Base_type::float3, {0, 1, 0}};
+    inputs.state.fields["texture_coordinate0"] = {Base_type::float2, {0.5, 0.5}};
+    inputs.neighbours = {inputs.state, inputs.state};
+    inputs.neighbours->right.fields["texture_coordinate0"] = {Base_type::float2, {0.75, 0.5}};
+    inputs.neighbours->above.fields["texture_coordinate0"] = {Base_type::float2, {0.5, 0.75}};
+    const auto tilted = [&](const std::string& scale) {
+        return value_of_node("<ramplr name='height' type='float'><input name='valuel' "
+                             "type='float' value='0'/><input name='valuer' type='float' "
+                             "value='16'/></ramplr><bump name='tested' type='vector3'><input "
+                             "name='height' type='float' nodename='height'/><input name='scale' "
+                             "type='float' value='" +
+                                 scale + "'/></bump>",
+                             "vector3", inputs);
+    };
+    expect_near(tilted("1"), {-std::sqrt(0.5), 0, std::sqrt(0.5)});
+    expect_near(tilted("0.5"), {-1 / std::sqrt(5.0), 0, 2 / std::sqrt(5.0)});
+    expect_near(tilted("0"), {0, 0, 1});
 }
