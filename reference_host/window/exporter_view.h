@@ -1,7 +1,7 @@
 // The chosen exporter with its own panel, as the plug-in makes it, in an area that scrolls.
 //
-// The panel is read, never trusted to tell: when the window is idle, what stands on it becomes the
-// choice of the workspace, whatever the plug-in did with the events.
+// Events of the panel are not relied on: whenever the window is idle, the panel is read, and what
+// it shows becomes the choice of the workspace, whatever the plug-in did with the events.
 #ifndef REFERENCE_HOST_WINDOW_EXPORTER_VIEW_H
 #define REFERENCE_HOST_WINDOW_EXPORTER_VIEW_H
 

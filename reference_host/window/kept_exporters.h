@@ -30,7 +30,7 @@ public:
     // The exporter of that name. Throws as the library does when there is none.
     const Kept_exporter& get(const std::string& name);
 
-    // Makes a new one the next time: who knows what state a failure left this one in.
+    // Makes a new one the next time: a failure may have left this one in any state.
     void give_up(const std::string& name) { m_exporters.erase(name); }
 
 private:

@@ -39,7 +39,7 @@ constexpr int watch_interval_ms = 500;
 
 enum Book_page { welcome_page, work_page };
 
-// Where the sashes are when nobody has moved them, in pixels at scale 1; from the other side where
+// Where the sashes are before anyone moves them, in pixels at scale 1; from the other side where
 // negative.
 constexpr int left_width = 210;
 constexpr int right_width = -350;
@@ -286,8 +286,8 @@ void Main_window::show_node()
     const std::string& pointed = m_workspace.pointed_out();
     std::string text = node ? full_name(*node) + " (" + node->category + ")" : "";
     if (!pointed.empty())
-        text += (text.empty() ? "" : ", of which you see ") + pointed +
-                ": Return in the list or a click in the graph selects it, Escape goes back";
+        text += (text.empty() ? "" : "; shown: ") + pointed +
+                " (Return in the list or a click in the graph selects it, Escape goes back)";
     SetStatusText(to_text(text));
 }
 

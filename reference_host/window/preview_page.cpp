@@ -129,7 +129,7 @@ void Preview_page::renew()
     m_subject = subject;
     m_shader = std::make_shared<Preview_shader>(make_preview_shader(m_workspace));
     if (is_other) {
-        request_picture(false, {}); // before the controls are made: nobody has set a value yet
+        request_picture(false, {}); // before the controls are made: no value is set yet
         m_parameters->show({});
         m_parameters->show(m_shader->parameters);
     } else {

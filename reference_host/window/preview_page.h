@@ -1,5 +1,5 @@
 // The exported shader itself, drawn without a GPU: seen from anywhere, on several shapes, with its
-// parameters to play with. What is set here is looked at, not exported.
+// parameters to play with. Values set here change the picture, not the export.
 //
 // While something changes, small pictures follow it; when it rests, a fine one comes. The plug-in
 // runs when the page is in sight, on the user-interface thread; drawing has a thread of its own.

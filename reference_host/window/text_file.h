@@ -1,4 +1,4 @@
-// Whole text files, as far as they are worth showing.
+// Text files as a whole, up to the size that a page can show.
 #ifndef REFERENCE_HOST_WINDOW_TEXT_FILE_H
 #define REFERENCE_HOST_WINDOW_TEXT_FILE_H
 

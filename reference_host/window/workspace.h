@@ -91,7 +91,7 @@ public:
     void set_choice(const Exporter_choice& choice);
     void set_scene(const Scene_request& scene);
 
-    // The panel's options when nobody has touched it, by which a choice is shown as its difference.
+    // The panel's options before anyone touches it, by which a choice is shown as its difference.
     void set_untouched_options(const std::vector<Option_setting>& options);
 
     // The words of the command line that exports what is chosen now.
