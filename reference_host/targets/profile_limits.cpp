@@ -20,6 +20,7 @@ std::string whole(double number)
 // constants between 0.85 and 1.1.
 constexpr double instruction_doubt = 1.05;
 constexpr double temporary_doubt = 0.85;
+constexpr double constant_doubt = 1.03;
 
 struct Need {
     double amount; // with what is in doubt
@@ -53,7 +54,8 @@ void check_limits(const Module& module, const Fragment_profile& profile, Diagnos
         {instructions * instruction_doubt, instructions, profile.instructions, "instructions"},
         {cost.temporaries * temporary_doubt + choices, cost.temporaries + choices,
          profile.temporaries, "temporary registers"},
-        {cost.constants, cost.constants, profile.constants, "registers for parameters and numbers"},
+        {cost.constants * constant_doubt, cost.constants, profile.constants,
+         "registers for parameters and numbers"},
     };
     for (const Need& need : needs)
         if (need.limit != 0 && need.amount > need.limit)
